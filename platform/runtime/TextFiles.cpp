@@ -1,0 +1,224 @@
+// Buffered files over the system's descriptors. A line is handed out as a view into the block that was read; only the
+// piece of a line at the end of a block is moved, to the front of the buffer, before the next block is read behind it.
+#include "platform/runtime/TextFiles.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <system_error>
+#include <vector>
+
+namespace runtime {
+namespace {
+
+constexpr std::size_t BlockSize = 128 * 1024;
+constexpr std::size_t LongestLineEnd = 2;
+constexpr mode_t NewFileMode = 0666;  // less what the user's mask takes
+// Never wait for the other end of a FIFO, never become some terminal's process.
+constexpr int OpenFlags = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+
+[[noreturn]] void Raise(int iError) { throw FileError(std::generic_category().message(iError)); }
+
+ssize_t ReadSome(int iDescriptor, char* pTo, std::size_t iCount) {
+    ssize_t iRead;
+    do {
+        iRead = ::read(iDescriptor, pTo, iCount);
+    } while (iRead < 0 && errno == EINTR);
+    return iRead;
+}
+
+ssize_t WriteSome(int iDescriptor, const char* pFrom, std::size_t iCount) {
+    ssize_t iWritten;
+    do {
+        iWritten = ::write(iDescriptor, pFrom, iCount);
+    } while (iWritten < 0 && errno == EINTR);
+    return iWritten;
+}
+
+int OpenDescriptor(const std::string& sPath, int iFlags) {
+    int iDescriptor;
+    do {
+        iDescriptor = ::open(sPath.c_str(), iFlags | OpenFlags, NewFileMode);
+    } while (iDescriptor < 0 && errno == EINTR);
+    if (iDescriptor < 0) Raise(errno);
+    return iDescriptor;
+}
+
+}  // namespace
+
+struct TextFiles::File {
+    File(int iOpened, bool bForOutput) : iDescriptor(iOpened), bOutput(bForOutput) {}
+    ~File() { ::close(iDescriptor); }
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
+
+    mode_t Kind() const;
+    bool Fill();
+    std::size_t Find(char c, std::size_t iFrom, std::size_t iTo) const;
+    std::size_t FirstLineEnd();
+    int WriteOut() noexcept;
+
+    const int iDescriptor;
+    const bool bOutput;
+    bool bLineRead = false;
+    // Input: the bytes iBegin to iEnd of the buffer are read and not yet handed out.
+    std::vector<char> sBuffer;
+    std::size_t iBegin = 0;
+    std::size_t iEnd = 0;
+    std::size_t iLineFeed = 0;  // the first one at or behind iBegin, iEnd where there is none; stale when below iBegin
+    // Output: not yet written.
+    std::string sPending;
+};
+
+mode_t TextFiles::File::Kind() const {
+    struct stat tStatus {};
+    if (::fstat(iDescriptor, &tStatus) != 0) Raise(errno);
+    return tStatus.st_mode & S_IFMT;
+}
+
+// Reads on behind what is left. False at the end of the file. Only called when no line feed is left.
+bool TextFiles::File::Fill() {
+    const std::size_t iLeft = iEnd - iBegin;
+    if (iBegin > 0 && iLeft > 0) std::memmove(sBuffer.data(), sBuffer.data() + iBegin, iLeft);
+    iBegin = 0;
+    iEnd = iLeft;
+    iLineFeed = iLeft;
+    if (iEnd == sBuffer.size()) {
+        sBuffer.resize(std::clamp(sBuffer.size() * 2, BlockSize, LongestLine + LongestLineEnd));
+    }
+    const ssize_t iRead = ReadSome(iDescriptor, sBuffer.data() + iEnd, sBuffer.size() - iEnd);
+    if (iRead < 0) Raise(errno);
+    iEnd += static_cast<std::size_t>(iRead);
+    iLineFeed = Find('\n', iLeft, iEnd);
+    return iRead > 0;
+}
+
+// The first c from iFrom on, iTo where there is none.
+std::size_t TextFiles::File::Find(char c, std::size_t iFrom, std::size_t iTo) const {
+    if (iFrom >= iTo) return iTo;
+    const char* pBegin = sBuffer.data();
+    const void* pFound = std::memchr(pBegin + iFrom, c, iTo - iFrom);
+    return pFound == nullptr ? iTo : static_cast<std::size_t>(static_cast<const char*>(pFound) - pBegin);
+}
+
+// The first CR or LF that is not handed out, iEnd where there is none. The line feed is remembered: in a file of lines
+// that end in CR alone the search for it would go through the whole buffer again for every line.
+std::size_t TextFiles::File::FirstLineEnd() {
+    if (iLineFeed < iBegin) iLineFeed = Find('\n', iBegin, iEnd);
+    return Find('\r', iBegin, iLineFeed);
+}
+
+// Returns 0 or the system's error number; what could not be written stays.
+int TextFiles::File::WriteOut() noexcept {
+    std::size_t iDone = 0;
+    int iError = 0;
+    while (iDone < sPending.size() && iError == 0) {
+        const ssize_t iWritten = WriteSome(iDescriptor, sPending.data() + iDone, sPending.size() - iDone);
+        if (iWritten < 0) {
+            iError = errno;
+        } else {
+            iDone += static_cast<std::size_t>(iWritten);
+        }
+    }
+    sPending.erase(0, iDone);
+    return iError;
+}
+
+TextFiles::TextFiles() = default;
+
+TextFiles::~TextFiles() {
+    for (std::size_t i = 1; i < m_tFiles.size(); ++i) Close(static_cast<std::int16_t>(i));
+}
+
+std::int16_t TextFiles::FreeFile() const {
+    const auto pFree = std::find(m_tFiles.begin() + 1, m_tFiles.end(), nullptr);
+    if (pFree == m_tFiles.end()) Raise(EMFILE);
+    return static_cast<std::int16_t>(pFree - m_tFiles.begin());
+}
+
+bool TextFiles::IsOpen(std::int16_t iFile) const noexcept {
+    return iFile > 0 && static_cast<std::size_t>(iFile) < m_tFiles.size() && m_tFiles[static_cast<std::size_t>(iFile)];
+}
+
+std::unique_ptr<TextFiles::File>& TextFiles::Unused(std::int16_t iFile) {
+    if (iFile < 1 || static_cast<std::size_t>(iFile) >= m_tFiles.size()) Raise(EBADF);
+    if (IsOpen(iFile)) Raise(EBUSY);
+    return m_tFiles[static_cast<std::size_t>(iFile)];
+}
+
+void TextFiles::OpenForInput(std::int16_t iFile, const std::string& sPath) {
+    std::unique_ptr<File>& tSlot = Unused(iFile);
+    auto tFile = std::make_unique<File>(OpenDescriptor(sPath, O_RDONLY), false);
+    const mode_t eKind = tFile->Kind();
+    if (eKind == S_IFDIR) Raise(EISDIR);
+    if (eKind != S_IFREG) throw FileError("Not a regular file");
+    tSlot = std::move(tFile);
+}
+
+void TextFiles::OpenForOutput(std::int16_t iFile, const std::string& sPath) {
+    std::unique_ptr<File>& tSlot = Unused(iFile);
+    auto tFile = std::make_unique<File>(OpenDescriptor(sPath, O_WRONLY | O_CREAT | O_TRUNC), true);
+    const mode_t eKind = tFile->Kind();
+    if (eKind != S_IFREG && eKind != S_IFCHR) throw FileError("Not a regular file");
+    tSlot = std::move(tFile);
+}
+
+void TextFiles::Close(std::int16_t iFile) noexcept {
+    if (!IsOpen(iFile)) return;
+    std::unique_ptr<File>& tFile = m_tFiles[static_cast<std::size_t>(iFile)];
+    if (tFile->bOutput) tFile->WriteOut();
+    tFile.reset();
+}
+
+TextFiles::File& TextFiles::Opened(std::int16_t iFile) const {
+    if (!IsOpen(iFile)) Raise(EBADF);
+    return *m_tFiles[static_cast<std::size_t>(iFile)];
+}
+
+bool TextFiles::AtStart(std::int16_t iFile) const { return !Opened(iFile).bLineRead; }
+
+bool TextFiles::AtEnd(std::int16_t iFile) {
+    File& tFile = Opened(iFile);
+    return tFile.iBegin == tFile.iEnd && !tFile.Fill();
+}
+
+std::string_view TextFiles::ReadLine(std::int16_t iFile) {
+    File& tFile = Opened(iFile);
+    std::size_t iLineEnd = tFile.FirstLineEnd();
+    // A CR that is the last byte read waits for the next one, which may be its LF.
+    while (iLineEnd == tFile.iEnd || (tFile.sBuffer[iLineEnd] == '\r' && iLineEnd + 1 == tFile.iEnd)) {
+        if (tFile.iEnd - tFile.iBegin > LongestLine + 1) break;
+        const bool bMore = tFile.Fill();
+        iLineEnd = tFile.FirstLineEnd();
+        if (!bMore) break;
+    }
+    if (tFile.iBegin == tFile.iEnd) throw FileError("Input past end of file");
+    if (iLineEnd - tFile.iBegin > LongestLine) throw FileError("Line too long");
+
+    const std::string_view sLine(tFile.sBuffer.data() + tFile.iBegin, iLineEnd - tFile.iBegin);
+    const std::size_t iNext = std::min(iLineEnd + 1, tFile.iEnd);
+    const bool bPair = iNext < tFile.iEnd && tFile.sBuffer[iLineEnd] == '\r' && tFile.sBuffer[iNext] == '\n';
+    tFile.iBegin = bPair ? iNext + 1 : iNext;
+    tFile.bLineRead = true;
+    return sLine;
+}
+
+void TextFiles::WriteLine(std::int16_t iFile, std::string_view sLine) {
+    File& tFile = Opened(iFile);
+    if (!tFile.bOutput) Raise(EBADF);
+    if (tFile.sPending.size() >= BlockSize) Flush(iFile);  // raises before the line is taken: the buffer cannot grow on
+    tFile.sPending.append(sLine).append("\r\n");
+}
+
+void TextFiles::Flush(std::int16_t iFile) {
+    if (!IsOpen(iFile)) return;
+    File& tFile = Opened(iFile);
+    if (!tFile.bOutput) return;
+    if (const int iError = tFile.WriteOut(); iError != 0) Raise(iError);
+}
+
+}  // namespace runtime

@@ -1,0 +1,62 @@
+// Text files by file number, as record and playback use them: numbers from 1, line reading that takes CR LF, LF and CR,
+// large buffers, and failures as exceptions with the system's words. Knows nothing of record lines.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace runtime {
+
+// Carries the system's description of what failed ("No such file or directory").
+struct FileError : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+class TextFiles {
+public:
+    static constexpr std::size_t LongestLine = 1 << 20;  // bytes; a longer line is a FileError, so memory stays bounded
+
+    TextFiles();
+    ~TextFiles();  // flushes and closes what is open
+    TextFiles(const TextFiles&) = delete;
+    TextFiles& operator=(const TextFiles&) = delete;
+
+    // The lowest number from 1 with no open file. Raises FileError where all 255 are taken.
+    std::int16_t FreeFile() const;
+
+    // Opens a regular file for line reading. Raises FileError (missing, unreadable, a directory, a FIFO or a device:
+    // it never waits for another process).
+    void OpenForInput(std::int16_t iFile, const std::string& sPath);
+    // Creates or empties a file for writing. Raises FileError.
+    void OpenForOutput(std::int16_t iFile, const std::string& sPath);
+    // Closes the file; a number that is not open is left alone. Output still buffered is written; a failure then is
+    // not reported.
+    void Close(std::int16_t iFile) noexcept;
+    bool IsOpen(std::int16_t iFile) const noexcept;
+
+    // Nothing has been read yet.
+    bool AtStart(std::int16_t iFile) const;
+    // No byte is left (a last line without line end counts as a line). Raises FileError when the read fails.
+    bool AtEnd(std::int16_t iFile);
+    // The next line without its line end (CR LF, LF or CR); any other byte, 0 and 26 included, belongs to it. The view
+    // holds until the next call on this number. Raises FileError at the end, on a read failure and for a line over
+    // LongestLine.
+    std::string_view ReadLine(std::int16_t iFile);
+
+    // Appends the line and CR LF to the buffer, which is written out when it is full. Raises FileError (disk full).
+    void WriteLine(std::int16_t iFile, std::string_view sLine);
+    // Hands everything buffered to the system. Raises FileError. A number that is not open for output is left alone.
+    void Flush(std::int16_t iFile);
+
+private:
+    struct File;
+    File& Opened(std::int16_t iFile) const;
+    std::unique_ptr<File>& Unused(std::int16_t iFile);
+    std::array<std::unique_ptr<File>, 256> m_tFiles;
+};
+
+}  // namespace runtime
