@@ -1,0 +1,119 @@
+// Raw fields to degrees and texts: signs, scales and the values that stand for "not available".
+#include "decoders/VdmFields.h"
+
+#include "decoders/VdmBits.h"
+#include "nav/PositionText.h"
+#include "platform/runtime/Format.h"
+
+namespace decoders {
+
+namespace {
+
+constexpr double UnitsPerDegree = 600000.0;               // ten-thousandths of a minute
+constexpr std::int32_t LatitudeUnavailable = 54600000;    // 91 degrees
+constexpr std::int32_t LongitudeUnavailable = 108600000;  // 181 degrees
+constexpr std::int32_t LatitudeSign = 1 << 26;
+constexpr std::int32_t LongitudeSign = 1 << 27;
+constexpr std::int32_t SpeedUnavailable = 1023;
+constexpr std::int32_t CourseUnavailable = 3600;
+constexpr std::int32_t HeadingUnavailable = 511;
+constexpr std::int32_t RateOfTurnSign = 128;
+constexpr std::int32_t RateOfTurnUnavailable = -128;
+constexpr std::int32_t RateOfTurnHardLeft = -127;
+constexpr std::int32_t RateOfTurnHardRight = 127;
+constexpr double RateOfTurnScale = 4.733;  // raw = 4.733 times the root of the degrees per minute
+constexpr double RateOfTurnWhole = 10.0;   // from here on without decimals
+
+constexpr const char* NotAvailable = "n/a";
+constexpr const char* NoSuchField = "Err";
+
+// Two's complement: values from lSign on are negative.
+std::int32_t Signed(std::int32_t lRaw, std::int32_t lSign) { return lRaw >= lSign ? lRaw - 2 * lSign : lRaw; }
+
+bool HasMotion(VdmLayout eLayout) { return eLayout == VdmLayout::ClassA || eLayout == VdmLayout::ClassB; }
+
+// lTenths / 10 by the picture "0.0", made from the digits: the same text, without a division of reals.
+std::string TenthsText(std::int32_t lTenths) {
+    std::string sText;
+    if (lTenths < 0) sText += '-';
+    const std::int32_t lMagnitude = lTenths < 0 ? -lTenths : lTenths;
+    runtime::AppendInteger(sText, lMagnitude / 10);
+    sText += '.';
+    sText += static_cast<char>('0' + lMagnitude % 10);
+    return sText;
+}
+
+}  // namespace
+
+std::int32_t VdmMmsi(const VdmValues& lData) { return RawMmsi(lData); }
+
+void VdmLatitude(const VdmValues& lData, double& dLatitude, std::string& sLatitude) {
+    dLatitude = nav::PositionUnknown;
+    const VdmLayout eLayout = LayoutOf(lData[1]);
+    if (eLayout == VdmLayout::None) return sLatitude.clear();
+    const std::int32_t lRaw = RawLatitude(lData, eLayout);
+    if (lRaw == LatitudeUnavailable) {
+        sLatitude = NotAvailable;
+        return;
+    }
+    dLatitude = Signed(lRaw, LatitudeSign) / UnitsPerDegree;
+    sLatitude = nav::LatitudeToString(dLatitude);
+}
+
+void VdmLongitude(const VdmValues& lData, double& dLongitude, std::string& sLongitude) {
+    dLongitude = nav::PositionUnknown;
+    const VdmLayout eLayout = LayoutOf(lData[1]);
+    if (eLayout == VdmLayout::None) return sLongitude.clear();
+    const std::int32_t lRaw = RawLongitude(lData, eLayout);
+    if (lRaw == LongitudeUnavailable) {
+        sLongitude = NotAvailable;
+        return;
+    }
+    dLongitude = Signed(lRaw, LongitudeSign) / UnitsPerDegree;
+    sLongitude = nav::LongitudeToString(dLongitude);
+}
+
+std::string VdmRateOfTurn(const VdmValues& lData) {
+    if (LayoutOf(lData[1]) != VdmLayout::ClassA) return NoSuchField;
+    const std::int32_t lRaw = Signed(RawRateOfTurn(lData), RateOfTurnSign);
+    if (lRaw == RateOfTurnUnavailable) return NotAvailable;
+    if (lRaw == RateOfTurnHardLeft) return "L>720";
+    if (lRaw == RateOfTurnHardRight) return "R>720";
+    if (lRaw == 0) return "0";
+    const double dRoot = lRaw / RateOfTurnScale;
+    const double dRate = dRoot * dRoot;
+    // Kept on purpose: the sign is that of the raw value, so the smallest turns show as "+0.0" and "-0.0".
+    std::string sText(1, lRaw > 0 ? '+' : '-');
+    runtime::AppendFormat(sText, dRate, dRate >= RateOfTurnWhole ? runtime::PictureWhole : runtime::PictureTenths);
+    return sText;
+}
+
+std::string VdmSpeed(const VdmValues& lData) {
+    const VdmLayout eLayout = LayoutOf(lData[1]);
+    if (!HasMotion(eLayout)) return NoSuchField;
+    const std::int32_t lRaw = RawSpeed(lData, eLayout);
+    if (lRaw == SpeedUnavailable) return NotAvailable;
+    return TenthsText(lRaw);
+}
+
+std::string VdmCourse(const VdmValues& lData) {
+    const VdmLayout eLayout = LayoutOf(lData[1]);
+    if (!HasMotion(eLayout)) return NoSuchField;
+    const std::int32_t lRaw = RawCourse(lData, eLayout);
+    // Kept on purpose: in lower case, so it is told from the "Err" of a type without course.
+    if (lRaw > CourseUnavailable) return "err";
+    if (lRaw == CourseUnavailable) return NotAvailable;
+    return TenthsText(lRaw);
+}
+
+std::string VdmHeading(const VdmValues& lData) {
+    const VdmLayout eLayout = LayoutOf(lData[1]);
+    if (!HasMotion(eLayout)) return NoSuchField;
+    const std::int32_t lRaw = RawHeading(lData, eLayout);
+    if (lRaw == HeadingUnavailable) return NotAvailable;
+    std::string sText;
+    runtime::AppendInteger(sText, lRaw);  // 360 to 510 as they are
+    return sText;
+}
+
+}  // namespace decoders

@@ -1,0 +1,27 @@
+// The fields of a decoded AIS message as the user sees them. Each reads the message type from element 1 of lData.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "decoders/VdmMessage.h"
+
+namespace decoders {
+
+std::int32_t VdmMmsi(const VdmValues& lData);
+
+// Degrees, north and east positive, and the position text. Not available: -999 and "n/a". A type without a position:
+// -999 and an empty text.
+void VdmLatitude(const VdmValues& lData, double& dLatitude, std::string& sLatitude);
+void VdmLongitude(const VdmValues& lData, double& dLongitude, std::string& sLongitude);
+
+// Degrees per minute: "+10", "-4.5", "0", "L>720", "R>720", "n/a"; "Err" for types other than 1 to 3.
+std::string VdmRateOfTurn(const VdmValues& lData);
+// Knots, "12.1"; "n/a"; "Err" for a type without speed.
+std::string VdmSpeed(const VdmValues& lData);
+// Degrees true, "224.5"; "n/a"; "err" above 360; "Err" for a type without course.
+std::string VdmCourse(const VdmValues& lData);
+// Degrees true, "223"; "n/a"; "Err" for a type without heading.
+std::string VdmHeading(const VdmValues& lData);
+
+}  // namespace decoders
