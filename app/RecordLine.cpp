@@ -1,0 +1,27 @@
+// Writing and reading the line of a record file.
+#include "app/RecordLine.h"
+
+namespace app {
+
+void WriteRecordLine(std::string& sLine, runtime::DateTime dt, std::string_view sSentence) {
+    sLine.clear();
+    runtime::AppendRecordStamp(sLine, dt);
+    sLine += ' ';
+    sLine += sSentence;
+}
+
+std::string_view RecordSentence(std::string_view sLine) {
+    return sLine.size() > RecordSentenceColumn ? sLine.substr(RecordSentenceColumn) : std::string_view();
+}
+
+std::optional<runtime::DateTime> RecordStampReader::Read(std::string_view sLine) {
+    const std::string_view sStamp = sLine.substr(0, RecordStampLength);
+    if (sStamp.size() == RecordStampLength && sStamp == m_sLast) return m_dtLast;
+    const std::optional<runtime::DateTime> dtRead = runtime::FromRecordStamp(sStamp);
+    if (!dtRead) return std::nullopt;
+    m_sLast = sStamp;
+    m_dtLast = *dtRead;
+    return dtRead;
+}
+
+}  // namespace app

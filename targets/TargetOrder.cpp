@@ -1,0 +1,23 @@
+// The first sort key of each criterion.
+#include "targets/TargetOrder.h"
+
+#include "targets/TargetColumns.h"
+
+namespace targets {
+
+static_assert(SecondKey.lCol == ColTime);
+
+std::optional<SortKey> FirstKey(int iSortIndex) {
+    switch (iSortIndex) {
+        case SortByMmsi:
+            return SortKey{ColMmsi, NumericAscending};
+        case SortByRange:
+            return SortKey{ColRange, NumericDescending};  // farthest first
+        case SortBySignal:
+            return SortKey{ColSignal, NumericAscending};
+        default:
+            return std::nullopt;
+    }
+}
+
+}  // namespace targets

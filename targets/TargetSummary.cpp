@@ -1,0 +1,24 @@
+// The summary's words.
+#include "targets/TargetSummary.h"
+
+#include "platform/runtime/Format.h"
+
+namespace targets {
+
+namespace {
+
+constexpr std::int32_t RowsOfFullTable = 255;  // Kept on purpose: the mark comes before the first row is removed
+
+}  // namespace
+
+std::string TargetSummary(std::int32_t lTargets, std::int32_t lRows) {
+    std::string sText;
+    runtime::AppendInteger(sText, lTargets);
+    sText += " Targets, ";
+    if (lRows >= RowsOfFullTable) sText += '>';
+    runtime::AppendInteger(sText, lRows - 1);
+    sText += " Messages";
+    return sText;
+}
+
+}  // namespace targets

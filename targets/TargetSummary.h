@@ -1,0 +1,13 @@
+// The one-line summary of targets and messages in the status bar.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace targets {
+
+// "12 Targets, >256 Messages": lRows counts the header row; the ">" appears from 255 rows on, one message before the
+// first could have been removed. Kept on purpose.
+std::string TargetSummary(std::int32_t lTargets, std::int32_t lRows);
+
+}  // namespace targets
