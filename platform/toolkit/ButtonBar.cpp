@@ -1,0 +1,43 @@
+// The buttons of the toolbar.
+#include "platform/toolkit/ButtonBar.h"
+
+#include <QAction>
+#include <QToolButton>
+
+namespace toolkit {
+
+ButtonBar::ButtonBar(QWidget* pParent) : QToolBar(pParent) {
+    setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    setMovable(false);
+    setFloatable(false);
+    setContextMenuPolicy(Qt::PreventContextMenu);  // the bar cannot be hidden: there is no menu to bring it back
+}
+
+void ButtonBar::AddButton(const QString& sKey, const QString& sCaption, const QString& sTip, const QIcon& tIcon) {
+    auto* pAction = new QAction(tIcon, sCaption, this);
+    pAction->setCheckable(true);
+    pAction->setToolTip(sTip);
+    m_pActions[sKey] = pAction;
+    m_bPressed[sKey] = false;
+    addAction(pAction);
+    widgetForAction(pAction)->setFocusPolicy(Qt::TabFocus);
+    connect(pAction, &QAction::triggered, this, [this, sKey] { Triggered(sKey); });
+}
+
+void ButtonBar::Triggered(const QString& sKey) {
+    m_pActions.at(sKey)->setChecked(m_bPressed.at(sKey));  // the click itself has toggled it
+    emit ButtonClick(sKey);
+}
+
+void ButtonBar::SetEnabled(const QString& sKey, bool bEnabled) { m_pActions.at(sKey)->setEnabled(bEnabled); }
+
+void ButtonBar::SetPressed(const QString& sKey, bool bPressed) {
+    m_bPressed.at(sKey) = bPressed;
+    m_pActions.at(sKey)->setChecked(bPressed);
+}
+
+bool ButtonBar::Enabled(const QString& sKey) const { return m_pActions.at(sKey)->isEnabled(); }
+
+bool ButtonBar::Pressed(const QString& sKey) const { return m_pActions.at(sKey)->isChecked(); }
+
+}  // namespace toolkit

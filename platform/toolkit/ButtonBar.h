@@ -1,0 +1,38 @@
+// The toolbar: buttons by key, each enabled or not and shown pressed or not. A click changes nothing by itself; what a
+// button shows is what the program has set.
+#pragma once
+
+#include <QIcon>
+#include <QString>
+#include <QToolBar>
+#include <map>
+
+class QAction;
+
+namespace toolkit {
+
+class ButtonBar : public QToolBar {
+    Q_OBJECT
+public:
+    explicit ButtonBar(QWidget* pParent = nullptr);
+
+    // sCaption may carry a mnemonic ("&Start").
+    void AddButton(const QString& sKey, const QString& sCaption, const QString& sTip, const QIcon& tIcon);
+
+    void SetEnabled(const QString& sKey, bool bEnabled);
+    void SetPressed(const QString& sKey, bool bPressed);
+    bool Enabled(const QString& sKey) const;
+    bool Pressed(const QString& sKey) const;
+    QAction& Action(const QString& sKey) const { return *m_pActions.at(sKey); }
+
+signals:
+    void ButtonClick(const QString& sKey);
+
+private:
+    void Triggered(const QString& sKey);
+
+    std::map<QString, QAction*> m_pActions;
+    std::map<QString, bool> m_bPressed;
+};
+
+}  // namespace toolkit

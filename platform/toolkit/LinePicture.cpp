@@ -1,0 +1,32 @@
+// Painting of the line picture.
+#include "platform/toolkit/LinePicture.h"
+
+#include <QPainter>
+
+#include "platform/toolkit/Twips.h"
+
+namespace toolkit {
+
+void LinePicture::DrawLine(const ui::Stroke& tStroke) {
+    m_tDrawn.push_back(tStroke);
+    update();
+}
+
+void LinePicture::ClearDrawing() {
+    m_tDrawn.clear();
+    update();
+}
+
+void LinePicture::paintEvent(QPaintEvent*) {
+    QPainter tPainter(this);
+    tPainter.setRenderHint(QPainter::Antialiasing);
+    tPainter.setPen(QPen(palette().color(QPalette::WindowText), 1.4, Qt::SolidLine, Qt::RoundCap));
+    const auto tDraw = [&tPainter](const ui::Stroke& t) {
+        tPainter.drawLine(QPointF(t.lX1 / TwipsPerPixel, t.lY1 / TwipsPerPixel),
+                          QPointF(t.lX2 / TwipsPerPixel, t.lY2 / TwipsPerPixel));
+    };
+    for (const ui::Stroke& t : m_tLines) tDraw(t);
+    for (const ui::Stroke& t : m_tDrawn) tDraw(t);
+}
+
+}  // namespace toolkit

@@ -1,0 +1,57 @@
+// The log list's model.
+#include "platform/toolkit/LogModel.h"
+
+#include <algorithm>
+
+#include "platform/toolkit/Latin1.h"
+
+namespace toolkit {
+
+LogModel::LogModel(const runtime::LogLines& tLines, QObject* pParent) : QAbstractListModel(pParent), m_tLines(tLines) {}
+
+int LogModel::rowCount(const QModelIndex& tParent) const { return tParent.isValid() ? 0 : m_iPublished; }
+
+QVariant LogModel::data(const QModelIndex& tIndex, int iRole) const {
+    if (!tIndex.isValid() || tIndex.row() >= m_tLines.Count()) return {};
+    switch (iRole) {
+        case Qt::DisplayRole: return FromLatin1(m_tLines.Line(tIndex.row()));
+        case MarkRole: return bShowsMarks && m_tLines.Mark(tIndex.row());
+        case Qt::AccessibleDescriptionRole:
+            if (!bShowsMarks) return {};
+            return m_tLines.Mark(tIndex.row()) ? tr("highlighted") : tr("not highlighted");
+        default: return {};
+    }
+}
+
+void LogModel::Publish() {
+    std::size_t lLongest = 0;
+    for (int i = 0; i < m_tLines.Count(); ++i) lLongest = std::max(lLongest, m_tLines.Line(i).size());
+    m_iLongest = static_cast<int>(lLongest);
+    PublishLines();
+}
+
+void LogModel::PublishLines() {
+    if (m_lPublishedCleared != m_tLines.Cleared()) {
+        beginResetModel();
+        m_lPublishedCleared = m_tLines.Cleared();
+        m_lPublishedAdded = m_tLines.Added();
+        m_iPublished = m_tLines.Count();
+        endResetModel();
+        return;
+    }
+    const std::uint64_t lNew = m_tLines.Added() - m_lPublishedAdded;
+    const int iKept = m_tLines.Count() - static_cast<int>(std::min<std::uint64_t>(lNew, m_tLines.Count()));
+    m_lPublishedAdded = m_tLines.Added();
+    if (iKept < m_iPublished) {
+        beginRemoveRows({}, 0, m_iPublished - iKept - 1);
+        m_iPublished = iKept;
+        endRemoveRows();
+    }
+    if (m_tLines.Count() > m_iPublished) {
+        beginInsertRows({}, m_iPublished, m_tLines.Count() - 1);
+        m_iPublished = m_tLines.Count();
+        endInsertRows();
+    }
+}
+
+}  // namespace toolkit

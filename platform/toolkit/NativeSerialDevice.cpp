@@ -1,0 +1,163 @@
+// Drives a QSerialPort around its habits: settings go in before the open, a write waits in its buffer until flushed,
+// and a vanished device makes it report an error without end until it is closed.
+#include "platform/toolkit/NativeSerialDevice.h"
+
+#include <poll.h>
+#include <termios.h>
+
+#include "platform/toolkit/OpenFailure.h"
+
+namespace toolkit {
+
+namespace {
+constexpr int LineErrorPollMs = 100;
+// Errors in a row, without a character moving, after which a device counts as gone even though it does not say so.
+// Far more than chance can pile up, and still only an instant of a device that reports them without pause.
+constexpr int MostIdleErrors = 1000;
+
+QSerialPort::Parity ParityOf(char cParity) {
+    switch (cParity) {
+        case 'e':
+            return QSerialPort::EvenParity;
+        case 'o':
+            return QSerialPort::OddParity;
+        case 'm':
+            return QSerialPort::MarkParity;
+        case 's':
+            return QSerialPort::SpaceParity;
+        default:
+            return QSerialPort::NoParity;
+    }
+}
+
+QSerialPort::DataBits DataBitsOf(int iDataBits) {
+    switch (iDataBits) {
+        case 5:
+            return QSerialPort::Data5;
+        case 6:
+            return QSerialPort::Data6;
+        case 7:
+            return QSerialPort::Data7;
+        default:
+            return QSerialPort::Data8;
+    }
+}
+
+// With 5 data bits the two-stop-bit setting of the hardware means one and a half; asking for one and a half as such
+// does nothing on Linux.
+QSerialPort::StopBits StopBitsOf(runtime::StopBits eStopBits) {
+    return eStopBits == runtime::StopBits::One ? QSerialPort::OneStop : QSerialPort::TwoStop;
+}
+
+// A break is reported by its counter; without this it would also come as a NUL character among the data.
+void IgnoreBreakCharacters(int iDescriptor) {
+    termios tTerminal{};
+    if (::tcgetattr(iDescriptor, &tTerminal) != 0) return;
+    tTerminal.c_iflag |= static_cast<tcflag_t>(IGNBRK);
+    ::tcsetattr(iDescriptor, TCSANOW, &tTerminal);
+}
+}  // namespace
+
+NativeSerialDevice::NativeSerialDevice(LineCounters pCounters, QObject* pParent)
+    : SerialDevice(pParent), m_tLineErrors(pCounters) {
+    m_tmrLineErrors.setInterval(LineErrorPollMs);
+    connect(&m_tmrLineErrors, &QTimer::timeout, this, &NativeSerialDevice::PollLineErrors);
+    connect(&m_tPort, &QSerialPort::readyRead, this, &NativeSerialDevice::OnReadyRead);
+    connect(&m_tPort, &QSerialPort::bytesWritten, this, [this] { m_iIdleErrors = 0; });
+    connect(&m_tPort, &QSerialPort::errorOccurred, this, &NativeSerialDevice::OnError);
+}
+
+NativeSerialDevice::~NativeSerialDevice() {
+    m_tPort.disconnect(this);
+    Close();
+}
+
+void NativeSerialDevice::Open(const QString& sDevice, const runtime::SerialSettings& tSettings) {
+    const bool bReturning = m_bLost;
+    if (m_tPort.isOpen()) Close();
+    m_tPort.setPortName(sDevice);
+    m_tPort.setBaudRate(tSettings.lBaud);
+    m_tPort.setParity(ParityOf(tSettings.cParity));
+    m_tPort.setDataBits(DataBitsOf(tSettings.iDataBits));
+    m_tPort.setStopBits(StopBitsOf(tSettings.eStopBits));
+    m_tPort.setFlowControl(QSerialPort::NoFlowControl);
+    // An empty name would open the folder of devices.
+    if (sDevice.isEmpty() || !m_tPort.open(QIODevice::ReadWrite))
+        throw CommError(OpenFailure(sDevice, m_tPort.errorString()).toStdString());
+
+    m_bLost = false;
+    m_iIdleErrors = 0;
+    // Characters from before the open belong to no run. What a returning device has sent by now belongs to this one.
+    if (!bReturning) m_tPort.clear();
+    const int iDescriptor = static_cast<int>(m_tPort.handle());
+    IgnoreBreakCharacters(iDescriptor);
+    m_tLineErrors.Start(iDescriptor);
+    if (m_tLineErrors.Supported()) m_tmrLineErrors.start();
+}
+
+void NativeSerialDevice::Close() {
+    m_bLost = false;
+    m_sRest.clear();
+    m_tmrLineErrors.stop();
+    if (!m_tPort.isOpen()) return;
+    m_bWriting = true;  // an error of this last flush changes nothing any more
+    m_tPort.flush();
+    m_bWriting = false;
+    if (m_tPort.isOpen()) m_tPort.close();
+    m_tLineErrors.Stop();
+}
+
+std::string NativeSerialDevice::ReadAll() {
+    std::string sData;
+    sData.swap(m_sRest);
+    if (!m_tPort.isOpen() || m_tPort.bytesAvailable() == 0) return sData;
+    const QByteArray sRead = m_tPort.readAll();
+    return sData.append(sRead.constData(), static_cast<std::size_t>(sRead.size()));
+}
+
+void NativeSerialDevice::Write(std::string_view sData) {
+    if (!m_tPort.isOpen()) return;
+    m_tPort.write(sData.data(), static_cast<qint64>(sData.size()));
+    m_bWriting = true;
+    m_tPort.flush();
+    m_bWriting = false;
+}
+
+void NativeSerialDevice::PollLineErrors() {
+    for (const int iEvent : m_tLineErrors.Poll(static_cast<int>(m_tPort.handle()))) {
+        if (!m_tPort.isOpen()) return;  // the event made its listener close the port
+        emit LineEvent(iEvent);
+    }
+}
+
+void NativeSerialDevice::OnReadyRead() {
+    m_iIdleErrors = 0;
+    PollLineErrors();
+    if (m_tPort.isOpen()) emit Received();
+}
+
+void NativeSerialDevice::OnError(QSerialPort::SerialPortError eError) {
+    if (eError != QSerialPort::ReadError && eError != QSerialPort::ResourceError) return;
+    if (!m_tPort.isOpen()) return;
+    // A device that cannot take more characters just now reports the same error as one that is gone.
+    if (!HungUp() && (m_bWriting || ++m_iIdleErrors < MostIdleErrors)) return;
+    emit Lost();
+}
+
+bool NativeSerialDevice::HungUp() const {
+    pollfd tPoll{static_cast<int>(m_tPort.handle()), POLLIN, 0};
+    return ::poll(&tPoll, 1, 0) != 0 && (tPoll.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0;
+}
+
+void NativeSerialDevice::GiveUp() {
+    const std::string sRest = ReadAll();
+    m_tmrLineErrors.stop();
+    m_tLineErrors.Stop();
+    m_tPort.close();
+    m_bLost = true;
+    m_sRest = sRest;
+    if (!m_sRest.empty()) emit Received();
+    emit Lost();
+}
+
+}  // namespace toolkit

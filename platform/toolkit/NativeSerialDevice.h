@@ -1,0 +1,45 @@
+// The real serial line: QSerialPort, the line errors that it no longer reports, and a clean end when the device
+// vanishes.
+#pragma once
+
+#include <QSerialPort>
+#include <QTimer>
+
+#include "platform/toolkit/LineErrors.h"
+#include "platform/toolkit/SerialDevice.h"
+
+namespace toolkit {
+
+class NativeSerialDevice : public SerialDevice {
+    Q_OBJECT
+public:
+    explicit NativeSerialDevice(LineCounters pCounters = DriverLineCounters, QObject* pParent = nullptr);
+    ~NativeSerialDevice() override;
+
+    void Open(const QString& sDevice, const runtime::SerialSettings& tSettings) override;
+    void Close() override;
+    bool IsOpen() const override { return m_tPort.isOpen(); }
+    std::string ReadAll() override;
+    void Write(std::string_view sData) override;
+    std::int64_t BytesToWrite() const override { return m_tPort.bytesToWrite(); }
+    bool ReportsLineErrors() const override { return m_tLineErrors.Supported(); }
+
+    // What the timer does between receptions: asks the driver for line errors.
+    void PollLineErrors();
+
+private:
+    void OnReadyRead();
+    void OnError(QSerialPort::SerialPortError eError);
+    bool HungUp() const;
+    void GiveUp();
+
+    QSerialPort m_tPort;
+    LineErrors m_tLineErrors;
+    QTimer m_tmrLineErrors;
+    std::string m_sRest;      // read from the device before it vanished, not yet handed over
+    int m_iIdleErrors = 0;    // errors since characters last moved
+    bool m_bWriting = false;  // within Write
+    bool m_bLost = false;     // closed because the device vanished
+};
+
+}  // namespace toolkit

@@ -1,0 +1,39 @@
+// An editable box with a list of numbers below it, over NumberItems. Its text is the user's or the program's and is left
+// alone by the list, whatever items come and go.
+#pragma once
+
+#include <QComboBox>
+#include <string>
+#include <string_view>
+
+#include "platform/runtime/NumberItems.h"
+
+namespace toolkit {
+
+class NumberModel;
+class RepaintBeat;
+
+class NumberCombo : public QComboBox {
+    Q_OBJECT
+public:
+    explicit NumberCombo(QWidget* pParent = nullptr);
+    ~NumberCombo() override;
+
+    runtime::NumberItems Items;
+
+    const std::string& Text() const { return m_sText; }
+    void SetText(std::string_view sText);
+
+    void Synchronize();
+    void showPopup() override;
+
+private:
+    void TakeOver();
+
+    NumberModel* m_pModel;
+    RepaintBeat* m_pItemsBeat;
+    RepaintBeat* m_pTextBeat;
+    std::string m_sText;  // compared for every row of every message while tracking
+};
+
+}  // namespace toolkit

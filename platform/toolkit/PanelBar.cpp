@@ -1,0 +1,50 @@
+// The panels of the status bar.
+#include "platform/toolkit/PanelBar.h"
+
+#include "platform/toolkit/Latin1.h"
+#include "platform/toolkit/RepaintBeat.h"
+
+namespace toolkit {
+
+PanelBar::PanelBar(QWidget* pParent) : QStatusBar(pParent), m_pBeat(new RepaintBeat(*this, [this] { TakeOver(); })) {
+    setSizeGripEnabled(true);
+}
+
+void PanelBar::AddPanel(const QString& sTip, const QString& sTemplate, bool bStretch) {
+    auto* pLabel = new QLabel(this);
+    pLabel->setTextFormat(Qt::PlainText);
+    pLabel->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    pLabel->setMargin(2);
+    pLabel->setMinimumWidth(pLabel->fontMetrics().horizontalAdvance(sTemplate) + 12);
+    // A long text must not widen the window: it is cut, and whole in the tool tip.
+    pLabel->setSizePolicy(bStretch ? QSizePolicy::Ignored : QSizePolicy::Preferred, QSizePolicy::Preferred);
+    pLabel->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    pLabel->setToolTip(sTip);
+    addWidget(pLabel, bStretch ? 1 : 0);
+    m_pLabels.push_back(pLabel);
+    m_sTexts.emplace_back();
+    m_sTips.push_back(sTip);
+}
+
+void PanelBar::SetPanelText(int iPanel, std::string_view sText) {
+    m_sTexts[static_cast<std::size_t>(iPanel) - 1].assign(sText);
+    m_pBeat->Mark();
+}
+
+void PanelBar::TakeOver() {
+    for (std::size_t i = 0; i < m_pLabels.size(); ++i) {
+        const QString sText = FromLatin1(m_sTexts[i]);
+        if (m_pLabels[i]->text() == sText) continue;
+        m_pLabels[i]->setText(sText);
+        m_pLabels[i]->setToolTip(m_pLabels[i]->sizeHint().width() > m_pLabels[i]->width() ? sText : m_sTips[i]);
+    }
+}
+
+void PanelBar::Synchronize() { m_pBeat->Synchronize(); }
+
+void PanelBar::showEvent(QShowEvent* pEvent) {
+    m_pBeat->Shown();
+    QStatusBar::showEvent(pEvent);
+}
+
+}  // namespace toolkit

@@ -1,0 +1,45 @@
+// The status bar's text panels. Texts are kept as plain strings and reach the labels on the views' beat: setting a
+// label costs as much as decoding a sentence.
+#pragma once
+
+#include <QLabel>
+#include <QStatusBar>
+#include <string>
+#include <vector>
+
+#include "platform/runtime/ChangeMark.h"
+
+namespace toolkit {
+
+class RepaintBeat;
+
+class PanelBar : public QStatusBar {
+    Q_OBJECT
+public:
+    explicit PanelBar(QWidget* pParent = nullptr);
+
+    // One panel more, with a tool tip, at least as wide as sTemplate; bStretch gives it the room that is left.
+    void AddPanel(const QString& sTip, const QString& sTemplate, bool bStretch);
+
+    // Panels count from 1.
+    const std::string& PanelText(int iPanel) const { return m_sTexts[static_cast<std::size_t>(iPanel) - 1]; }
+    void SetPanelText(int iPanel, std::string_view sText);
+    // What the label shows, once synchronised.
+    QString ShownText(int iPanel) const { return m_pLabels[static_cast<std::size_t>(iPanel) - 1]->text(); }
+    QLabel& Panel(int iPanel) const { return *m_pLabels[static_cast<std::size_t>(iPanel) - 1]; }
+
+    void Synchronize();
+
+protected:
+    void showEvent(QShowEvent* pEvent) override;
+
+private:
+    void TakeOver();
+
+    std::vector<std::string> m_sTexts;
+    std::vector<QLabel*> m_pLabels;
+    std::vector<QString> m_sTips;
+    RepaintBeat* m_pBeat;
+};
+
+}  // namespace toolkit

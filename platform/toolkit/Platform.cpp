@@ -1,0 +1,62 @@
+// The real clock, dialogs, pointer and devices.
+#include "platform/toolkit/Platform.h"
+
+#include <QCoreApplication>
+#include <QFileDialog>
+#include <QGuiApplication>
+#include <QMessageBox>
+#include <QThread>
+
+#include "platform/toolkit/NativeSerialDevice.h"
+#include "platform/toolkit/PortNames.h"
+
+namespace toolkit {
+
+namespace {
+
+constexpr unsigned long YieldMicroseconds = 500;  // so that a waiting loop leaves the processor to others
+
+std::optional<QString> NativeAskFile(QWidget* pWindow, const FileRequest& tRequest) {
+    QFileDialog tDialog(pWindow, tRequest.sTitle, tRequest.sFolder, tRequest.sFilter);
+    tDialog.setAcceptMode(tRequest.bSave ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    tDialog.setFileMode(tRequest.bSave ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    tDialog.setDefaultSuffix(tRequest.sExtension);
+    tDialog.selectFile(tRequest.sFileName);
+    if (tDialog.exec() != QDialog::Accepted || tDialog.selectedFiles().isEmpty()) return std::nullopt;
+    return tDialog.selectedFiles().constFirst();
+}
+
+void NativeShowMessage(QWidget* pWindow, const QString& sText, MessageIcon eIcon) {
+    QMessageBox tBox(eIcon == MessageIcon::Exclamation ? QMessageBox::Warning : QMessageBox::NoIcon,
+                     QCoreApplication::applicationName(), sText, QMessageBox::Ok, pWindow);
+    tBox.exec();
+}
+
+void NativeShowBusyPointer(bool bBusy) {
+    if (bBusy) {
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    } else {
+        QGuiApplication::restoreOverrideCursor();
+    }
+}
+
+}  // namespace
+
+Platform Platform::Native() {
+    Platform t;
+    t.Now = runtime::LocalNow;
+    t.SecondsSinceMidnight = runtime::LocalSecondsSinceMidnight;
+    t.Yield = [] {
+        QCoreApplication::processEvents();
+        QThread::usleep(YieldMicroseconds);
+    };
+    t.AskFile = NativeAskFile;
+    t.ShowMessage = NativeShowMessage;
+    t.ShowBusyPointer = NativeShowBusyPointer;
+    t.Serial.Resolve = [](const QString& sPort) { return PortDevice(sPort); };
+    t.Serial.MakeDevice = [] { return std::make_unique<NativeSerialDevice>(); };
+    t.sProgramFile = QCoreApplication::applicationFilePath();
+    return t;
+}
+
+}  // namespace toolkit

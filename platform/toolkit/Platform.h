@@ -1,0 +1,42 @@
+// Everything outside the process that the window asks for, handed to it when it is made, so that a test hands in
+// another clock, other answers and other devices.
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <optional>
+
+#include "platform/runtime/DateTime.h"
+#include "platform/toolkit/SerialPort.h"
+
+class QWidget;
+
+namespace toolkit {
+
+enum class MessageIcon { Plain, Exclamation };
+
+// What a file dialog is to ask for.
+struct FileRequest {
+    bool bSave;          // save, asking before an existing file is replaced; else open an existing file
+    QString sTitle;
+    QString sFolder;     // initial folder; empty: the one last used
+    QString sFileName;   // proposed name
+    QString sFilter;     // "Text (*.txt)"
+    QString sExtension;  // added to a name without one, "txt"
+};
+
+struct Platform {
+    std::function<runtime::DateTime()> Now;
+    std::function<double()> SecondsSinceMidnight;  // with fraction, wraps at midnight
+    std::function<void()> Yield;                   // one turn of the event loop
+    std::function<std::optional<QString>(QWidget* pWindow, const FileRequest&)> AskFile;  // nothing: cancelled
+    std::function<void(QWidget* pWindow, const QString& sText, MessageIcon)> ShowMessage;
+    std::function<void(bool bBusy)> ShowBusyPointer;
+    SerialAccess Serial;
+    QString sProgramFile;  // path of the program; the profile and the playback folder follow it
+
+    // The real ones.
+    static Platform Native();
+};
+
+}  // namespace toolkit

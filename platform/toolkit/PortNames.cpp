@@ -1,0 +1,134 @@
+// Reads port fields and looks names up in the device folders. Everything is looked up at the moment of the call,
+// because names come and go with the plugs.
+#include "platform/toolkit/PortNames.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSerialPortInfo>
+#include <algorithm>
+#include <string>
+
+#include "platform/runtime/Convert.h"
+
+namespace toolkit {
+
+namespace {
+constexpr int NamesInAnError = 3;  // of an ambiguous beginning: more would not fit into the status bar
+
+CommError Error(const QString& sText) { return CommError(sText.toStdString()); }
+
+QString Quoted(const QString& sText) { return QLatin1Char('"') + sText + QLatin1Char('"'); }
+
+// The digits of "COM6", empty for anything else.
+QString ClassicNumber(const QString& sText) {
+    static const QString sPrefix = QStringLiteral("COM");
+    if (!sText.startsWith(sPrefix, Qt::CaseInsensitive)) return {};
+    const QString sDigits = sText.mid(sPrefix.size());
+    const auto IsDigit = [](QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); };
+    return std::all_of(sDigits.begin(), sDigits.end(), IsDigit) ? sDigits : QString();
+}
+
+// Whether the text is a number at all, and the number where 32 bits hold it.
+struct NumberText {
+    bool bNumber = false;
+    std::optional<std::int32_t> lValue;
+};
+
+NumberText ReadNumber(const QString& sPort) {
+    const QString sText = sPort.trimmed();
+    const QString sClassic = ClassicNumber(sText);
+    const std::string sNumber = (sClassic.isEmpty() ? sText : sClassic).toStdString();
+    try {
+        runtime::ToReal(sNumber);
+    } catch (const runtime::ConversionError&) {
+        return {};
+    }
+    try {
+        return {true, runtime::ToInteger(sNumber)};
+    } catch (const runtime::ConversionError&) {
+        return {true, std::nullopt};
+    }
+}
+
+QString NumberedDevice(const NumberText& tNumber, const QString& sText, const PortFolders& tFolders) {
+    const std::int32_t lNumber = tNumber.lValue.value_or(0);
+    if (lNumber < LowestPortNumber || lNumber > HighestPortNumber)
+        throw Error(QStringLiteral("%1 is no port number from 1 to 255").arg(Quoted(sText)));
+    return QStringLiteral("%1/ttyS%2").arg(tFolders.sDevices).arg(lNumber - 1);
+}
+
+QFileInfoList Links(const QString& sFolder) {
+    return QDir(sFolder).entryInfoList(QDir::Files | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+}
+
+// The one device whose links in this folder begin with sText; empty where none does. A whole name beats a beginning.
+QString LinkedDevice(const QString& sText, const QString& sFolder) {
+    QStringList sNames, sDevices;
+    QString sPath;
+    for (const QFileInfo& tLink : Links(sFolder)) {
+        if (tLink.fileName() == sText) return tLink.absoluteFilePath();
+        if (!tLink.fileName().startsWith(sText)) continue;
+        const QString sDevice = tLink.canonicalFilePath();
+        if (sDevice.isEmpty() || sDevices.contains(sDevice)) continue;  // dangling, or a second name of the same device
+        if (sPath.isEmpty()) sPath = tLink.absoluteFilePath();
+        sNames << tLink.fileName();
+        sDevices << sDevice;
+    }
+    if (sNames.size() <= 1) return sPath;
+    const QString sMore = sNames.size() > NamesInAnError ? QStringLiteral(" ...") : QString();
+    throw Error(QStringLiteral("%1 names more than one serial port: %2%3")
+                    .arg(Quoted(sText), sNames.mid(0, NamesInAnError).join(QStringLiteral(", ")), sMore));
+}
+
+QString KernelName(const QString& sDevice, const PortFolders& tFolders) {
+    const QString sFolder = tFolders.sDevices + QLatin1Char('/');
+    return sDevice.startsWith(sFolder) ? sDevice.mid(sFolder.size()) : sDevice;
+}
+}  // namespace
+
+std::optional<std::int32_t> PortNumber(const QString& sPort) { return ReadNumber(sPort).lValue; }
+
+QString PortDevice(const QString& sPort, const PortFolders& tFolders) {
+    const QString sText = sPort.trimmed();
+    if (sText.isEmpty()) throw Error(QStringLiteral("no port is given"));
+    if (const NumberText tNumber = ReadNumber(sText); tNumber.bNumber) return NumberedDevice(tNumber, sText, tFolders);
+    const CommError tUnknown = Error(QStringLiteral("%1 names no serial port").arg(Quoted(sText)));
+    if (sText.contains(QChar::Null)) throw tUnknown;
+    if (sText.startsWith(QLatin1Char('/'))) return sText;
+
+    const QFileInfo tKernel(tFolders.sDevices + QLatin1Char('/') + sText);
+    if (tKernel.exists() && !tKernel.isDir()) return tKernel.filePath();
+    for (const QString& sFolder : tFolders.sLinks) {
+        const QString sPath = LinkedDevice(sText, sFolder);
+        if (!sPath.isEmpty()) return sPath;
+    }
+    throw tUnknown;
+}
+
+std::vector<PluggedPort> PluggedPorts() {
+    std::vector<PluggedPort> tPorts;
+    for (const QSerialPortInfo& tInfo : QSerialPortInfo::availablePorts()) {
+        QStringList sWords{tInfo.manufacturer(), tInfo.description()};
+        sWords.removeAll(QString());
+        sWords.removeDuplicates();
+        tPorts.push_back({tInfo.systemLocation(), sWords.join(QLatin1Char(' '))});
+    }
+    return tPorts;
+}
+
+std::vector<PortOffer> OfferPorts(const std::vector<PluggedPort>& tPlugged, const PortFolders& tFolders) {
+    std::vector<PortOffer> tOffers;
+    for (const PluggedPort& tPort : tPlugged) {
+        const QString sCanonical = QFileInfo(tPort.sDevice).canonicalFilePath();
+        for (const QString& sFolder : tFolders.sLinks)
+            for (const QFileInfo& tLink : Links(sFolder)) {
+                if (sCanonical.isEmpty() || tLink.canonicalFilePath() != sCanonical) continue;
+                if (tLink.fileName().size() > LongestPortName) continue;
+                tOffers.push_back({tLink.fileName(), tPort.sDescription, tPort.sDevice});
+            }
+        tOffers.push_back({KernelName(tPort.sDevice, tFolders), tPort.sDescription, tPort.sDevice});
+    }
+    return tOffers;
+}
+
+}  // namespace toolkit

@@ -1,0 +1,45 @@
+// One serial line as SerialPort drives it: the real one (NativeSerialDevice, on QSerialPort) or one that lives in
+// memory and stands in for it where no device exists.
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+#include "platform/runtime/SerialSettings.h"
+
+namespace toolkit {
+
+// Carries the description, in words for the user (UTF-8), of why a port could not be opened.
+struct CommError : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+class SerialDevice : public QObject {
+    Q_OBJECT
+public:
+    using QObject::QObject;
+
+    // sDevice is a device path. Raises CommError and stays closed on failure.
+    virtual void Open(const QString& sDevice, const runtime::SerialSettings& tSettings) = 0;
+    // Hands over what can be written without waiting, then closes. Harmless when closed.
+    virtual void Close() = 0;
+    virtual bool IsOpen() const = 0;
+    // Everything that waits to be read; empty when nothing does.
+    virtual std::string ReadAll() = 0;
+    // Queues the bytes; never blocks. Dropped when closed.
+    virtual void Write(std::string_view sData) = 0;
+    virtual std::int64_t BytesToWrite() const = 0;
+    // Whether the driver counts line errors (known once open).
+    virtual bool ReportsLineErrors() const = 0;
+
+signals:
+    void Received();             // characters wait
+    void LineEvent(int iEvent);  // nmea::CommEvent: 1001, 1004, 1006, 1008, 1009
+    void Lost();                 // the device vanished; it is closed by now
+};
+
+}  // namespace toolkit

@@ -1,0 +1,206 @@
+// The serial port control on a SerialDevice: finds the device of the port field, hands received characters and events
+// to the window one at a time, bounds what waits to be written, and waits for a device that has vanished.
+#include "platform/toolkit/SerialPort.h"
+
+#include <QFileInfo>
+#include <utility>
+
+#include "nmea/CommNotice.h"
+#include "platform/toolkit/Latin1.h"
+#include "platform/toolkit/NativeSerialDevice.h"
+#include "platform/toolkit/PortNames.h"
+
+namespace toolkit {
+
+namespace {
+constexpr int RetryMs = 1000;
+constexpr double LongestWaitSeconds = 10;  // of the line's own rate: older sentences are of no use to anybody
+
+// Two names of one device must compare equal; a device that is no file is known by its name alone.
+QString CanonicalDevice(const QString& sDevice) {
+    const QString sCanonical = QFileInfo(sDevice).canonicalFilePath();
+    return sCanonical.isEmpty() ? sDevice : sCanonical;
+}
+
+SerialAccess NativeAccess() {
+    return {[](const QString& sPort) { return PortDevice(sPort); },
+            [] { return std::make_unique<NativeSerialDevice>(); }};
+}
+
+// True while the scope lasts.
+class Flag {
+public:
+    explicit Flag(bool& bFlag) : m_bFlag(bFlag) { m_bFlag = true; }
+    ~Flag() { m_bFlag = false; }
+    Flag(const Flag&) = delete;
+    Flag& operator=(const Flag&) = delete;
+
+private:
+    bool& m_bFlag;
+};
+}  // namespace
+
+struct SerialPort::Private {
+    explicit Private(SerialPort& tOwner) : tPort(tOwner) {}
+
+    SerialPort& tPort;
+    SerialAccess tAccess = NativeAccess();
+    QString sTitle;
+    QString sPort;
+    std::string sSettings;
+    runtime::SerialSettings tSettings;
+
+    std::unique_ptr<SerialDevice> pDevice;  // made at the first open, then kept: it may be closed by its own signal
+    QTimer tmrRetry;
+    QString sDevice;
+    std::string sInput;
+    bool bOpen = false;
+    bool bAway = false;       // open, but the device has vanished
+    bool bReceiving = false;  // within Receive
+    bool bFull = false;       // texts have been dropped; ends when half of the queue is written
+
+    void MakeDevice();
+    void OpenDevice();
+    void CheckSiblings(const QString& sCanonical) const;
+    void Receive();
+    void DeviceLost();
+    bool QueueTakes(std::size_t iSize);
+};
+
+SerialPort::SerialPort(QObject* pParent) : QObject(pParent), d(std::make_unique<Private>(*this)) {
+    d->tmrRetry.setInterval(RetryMs);
+    connect(&d->tmrRetry, &QTimer::timeout, this, &SerialPort::Retry);
+}
+
+SerialPort::~SerialPort() { ClosePort(); }
+
+void SerialPort::SetAccess(SerialAccess tAccess) {
+    d->tAccess = std::move(tAccess);
+    if (!d->bOpen) d->pDevice.reset();
+}
+
+void SerialPort::SetTitle(const QString& sTitle) { d->sTitle = sTitle; }
+
+void SerialPort::SetCommPort(std::string_view sPort) {
+    d->sPort = QString::fromLatin1(sPort.data(), static_cast<qsizetype>(sPort.size()));
+}
+
+std::int32_t SerialPort::CommPort() const { return PortNumber(d->sPort).value_or(0); }
+
+void SerialPort::SetSettings(std::string_view sSettings) {
+    d->tSettings = runtime::ParseSerialSettings(sSettings);
+    d->sSettings = sSettings;
+}
+
+const std::string& SerialPort::Settings() const { return d->sSettings; }
+
+void SerialPort::OpenPort() {
+    if (d->bOpen) throw CommError("the port is already open");
+    d->OpenDevice();
+    d->bOpen = true;
+}
+
+void SerialPort::ClosePort() {
+    if (!d->bOpen) return;
+    d->bOpen = false;
+    d->bAway = false;
+    d->bFull = false;
+    d->tmrRetry.stop();
+    d->pDevice->Close();
+    d->sInput.clear();
+    d->sDevice.clear();
+}
+
+bool SerialPort::PortOpen() const { return d->bOpen; }
+
+QString SerialPort::Device() const { return d->sDevice; }
+
+bool SerialPort::ReportsLineErrors() const { return d->pDevice && d->pDevice->ReportsLineErrors(); }
+
+std::string SerialPort::Input() {
+    if (!d->bOpen) return {};
+    std::string sData = std::exchange(d->sInput, {});
+    return sData.append(d->pDevice->ReadAll());
+}
+
+void SerialPort::Output(std::string_view sData) {
+    if (!d->bOpen || d->bAway) return;
+    if (d->QueueTakes(sData.size())) {
+        d->pDevice->Write(sData);
+    } else if (!d->bFull) {
+        d->bFull = true;
+        RaiseEvent(nmea::CommTxFull);
+    }
+}
+
+void SerialPort::RaiseEvent(int iEvent) {
+    m_iCommEvent = iEvent;
+    emit OnComm();
+}
+
+void SerialPort::Retry() {
+    if (!d->bOpen || !d->bAway) return;
+    try {
+        d->OpenDevice();
+    } catch (const CommError&) {
+        return;  // still away: nothing new to tell
+    }
+    d->bAway = false;
+    d->tmrRetry.stop();
+    RaiseEvent(nmea::CommRestored);
+}
+
+void SerialPort::Private::MakeDevice() {
+    if (pDevice) return;
+    pDevice = tAccess.MakeDevice();
+    connect(pDevice.get(), &SerialDevice::Received, &tPort, [this] { Receive(); });
+    connect(pDevice.get(), &SerialDevice::LineEvent, &tPort, [this](int iEvent) { tPort.RaiseEvent(iEvent); });
+    connect(pDevice.get(), &SerialDevice::Lost, &tPort, [this] { DeviceLost(); });
+}
+
+void SerialPort::Private::OpenDevice() {
+    const QString sCanonical = CanonicalDevice(tAccess.Resolve(sPort));
+    CheckSiblings(sCanonical);
+    MakeDevice();
+    pDevice->Open(sCanonical, tSettings);
+    sDevice = sCanonical;
+}
+
+void SerialPort::Private::CheckSiblings(const QString& sCanonical) const {
+    if (!tPort.parent()) return;
+    for (const SerialPort* pOther : tPort.parent()->findChildren<SerialPort*>()) {
+        if (pOther == &tPort || !pOther->d->bOpen || pOther->d->bAway || pOther->Device() != sCanonical) continue;
+        const QString sOther = pOther->d->sTitle.isEmpty() ? QStringLiteral("another port") : pOther->d->sTitle;
+        throw CommError(QStringLiteral("already open as %1").arg(sOther).toStdString());
+    }
+}
+
+// Hands over batch after batch, so that nothing that arrives while one is being worked on is forgotten; a call from
+// within leaves its characters to the loop outside. A batch that nobody takes waits for the next reception.
+void SerialPort::Private::Receive() {
+    if (!bOpen || bReceiving) return;
+    const Flag tGuard(bReceiving);
+    while (bOpen) {
+        const std::string sBatch = pDevice->ReadAll();
+        if (sBatch.empty()) return;
+        sInput += sBatch;
+        tPort.RaiseEvent(nmea::CommReceive);
+    }
+}
+
+void SerialPort::Private::DeviceLost() {
+    if (!bOpen || bAway) return;
+    bAway = true;
+    bFull = false;
+    tmrRetry.start();
+    tPort.RaiseEvent(nmea::CommLost);
+}
+
+bool SerialPort::Private::QueueTakes(std::size_t iSize) {
+    const double dRoom = LongestWaitSeconds * runtime::CharactersPerSecond(tSettings);
+    const auto dWaiting = static_cast<double>(pDevice->BytesToWrite());
+    if (dWaiting <= dRoom / 2) bFull = false;
+    return dWaiting + static_cast<double>(iSize) <= dRoom;
+}
+
+}  // namespace toolkit

@@ -1,0 +1,65 @@
+// The serial port control: port field text, settings string, open, close, input, output and one event, as the run
+// control and the framing use them. Stays "open" when its device vanishes and tries once a second to get it back.
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/toolkit/SerialDevice.h"
+
+namespace toolkit {
+
+// How a port finds its device; handed in, so that a test can give pseudo-terminals or memory.
+struct SerialAccess {
+    // Text of a port field to a device path. Raises CommError where the text names none.
+    std::function<QString(const QString& sPort)> Resolve;
+    std::function<std::unique_ptr<SerialDevice>()> MakeDevice;
+};
+
+class SerialPort : public QObject {
+    Q_OBJECT
+public:
+    explicit SerialPort(QObject* pParent = nullptr);
+    ~SerialPort() override;
+
+    void SetAccess(SerialAccess tAccess);         // before the first open
+    void SetTitle(const QString& sTitle);         // "input #1": how another port's error names this one
+
+    // The text of the port field: a number, or a device name. Resolved when the port is opened, never earlier.
+    void SetCommPort(std::string_view sPort);
+    std::int32_t CommPort() const;                // the number; 0 where the text is a name or never was set
+    void SetSettings(std::string_view sSettings);  // raises runtime::SettingsError and keeps the former settings
+    const std::string& Settings() const;
+
+    // Opens. Raises CommError, also when a sibling port (same parent) has the device open ("already open as input #1").
+    void OpenPort();
+    void ClosePort();       // harmless when closed
+    bool PortOpen() const;  // true until ClosePort, also while the device is away
+    QString Device() const;  // path of the open device, empty when closed
+    bool ReportsLineErrors() const;
+
+    // All waiting characters (Latin-1).
+    std::string Input();
+    // Writes whole texts. What the device cannot take at once waits, up to ten seconds of the port's own line rate; a
+    // text that would go beyond is dropped whole, and event 1010 is raised once per episode (until the queue has
+    // drained to half).
+    void Output(std::string_view sData);
+
+    int CommEvent() const { return m_iCommEvent; }  // number of the latest event
+    void RaiseEvent(int iEvent);                    // the one way out for every event, and a test's way in
+    void Retry();                                   // what the once-a-second timer does while the device is away
+
+signals:
+    void OnComm();
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d;
+    int m_iCommEvent = 0;
+};
+
+}  // namespace toolkit

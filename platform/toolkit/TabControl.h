@@ -1,0 +1,42 @@
+// A tab control whose pages are placed by plain arithmetic the moment a size is known, shown or not, so that a layout
+// can be computed and read at any time.
+#pragma once
+
+#include <QTabBar>
+#include <QWidget>
+#include <vector>
+
+namespace toolkit {
+
+class TabControl : public QWidget {
+    Q_OBJECT
+public:
+    explicit TabControl(QWidget* pParent = nullptr);
+
+    // Adds a tab and returns its page. Children of a page are placed relative to the tab control (see PagePlace).
+    QWidget* AddTab(const QString& sCaption);
+    QString Caption(int iTab) const { return m_pBar->tabText(iTab); }
+    int Count() const { return m_pBar->count(); }
+    int Tab() const { return m_pBar->currentIndex(); }
+    void SetTab(int iTab) { m_pBar->setCurrentIndex(iTab); }
+    QWidget* Page(int iTab) const { return m_pPages[static_cast<std::size_t>(iTab)]; }
+    // The place of a page inside the tab control, device-independent pixels.
+    QPoint PageOrigin() const { return {PageMargin, m_pBar->sizeHint().height()}; }
+    QTabBar& Bar() const { return *m_pBar; }
+
+signals:
+    void Click();  // another tab was chosen
+
+protected:
+    void resizeEvent(QResizeEvent* pEvent) override;
+    void paintEvent(QPaintEvent* pEvent) override;
+
+private:
+    static constexpr int PageMargin = 2;  // room for the frame around a page
+    void PlacePages();
+
+    QTabBar* m_pBar;
+    std::vector<QWidget*> m_pPages;
+};
+
+}  // namespace toolkit

@@ -1,0 +1,20 @@
+// A line of text to be edited, read and written as Latin-1.
+#pragma once
+
+#include <QLineEdit>
+#include <string>
+
+#include "platform/toolkit/Latin1.h"
+
+namespace toolkit {
+
+class TextBox : public QLineEdit {
+    Q_OBJECT
+public:
+    using QLineEdit::QLineEdit;
+
+    std::string Text() const { return ToLatin1(text()); }
+    void SetText(std::string_view sText) { setText(FromLatin1(sText)); }
+};
+
+}  // namespace toolkit
