@@ -1,0 +1,21 @@
+// The profile's path.
+#include "app/ProfilePath.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+namespace app {
+
+QString ProfilePath(const QString& sProgramFile) {
+    const QFileInfo tProgram(sProgramFile);
+    const QString sName = tProgram.completeBaseName() + QLatin1String(".Ini");
+    const QString sFolder = tProgram.absolutePath();
+    if (QFileInfo(sFolder).isWritable()) return sFolder + QLatin1Char('/') + sName;
+    const QString sConfig =
+        QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + QLatin1String("/tidewatch");
+    QDir().mkpath(sConfig);
+    return sConfig + QLatin1Char('/') + sName;
+}
+
+}  // namespace app

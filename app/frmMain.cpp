@@ -1,0 +1,60 @@
+// Making the window, and its wiring: every signal and its handler on one page.
+#include "app/frmMain.h"
+
+#include <QCloseEvent>
+#include <QEvent>
+
+namespace app {
+
+frmMain::frmMain(toolkit::Platform tPlatform) : FormDesign(std::move(tPlatform)) { ConnectEvents(); }
+
+// Connected before the profile is loaded: restoring a control's value runs its change handler.
+void frmMain::ConnectEvents() {
+    connect(&Toolbar, &toolkit::ButtonBar::ButtonClick, this, &frmMain::Toolbar_ButtonClick);
+    connect(&SSTab, &toolkit::TabControl::Click, this, &frmMain::FormLayout);
+    connect(&tmrComm, &QTimer::timeout, this, &frmMain::tmrComm_Timer);
+    connect(&tmrTime, &QTimer::timeout, this, &frmMain::tmrTime_Timer);
+    for (PortIndex i = 0; i < nmea::PortCount; ++i) {
+        connect(&MSComm(i), &toolkit::SerialPort::OnComm, this, [this, i] { MSComm_OnComm(i); });
+        connect(&chkCommEnabled(i), &QCheckBox::toggled, this, [this, i] { chkCommEnabled_Click(i); });
+    }
+    connect(&MSCommOutput, &toolkit::SerialPort::OnComm, this, &frmMain::MSCommOutput_OnComm);
+    connect(&cmdRxNasaChannel, &QPushButton::clicked, this, &frmMain::cmdRxNasaChannel_Click);
+    connect(&cmdRxNasaInterval, &QPushButton::clicked, this, &frmMain::cmdRxNasaInterval_Click);
+    for (toolkit::MaskedBox* pBox : {&txtGpsLat, &txtGpsLon}) {
+        connect(pBox, &toolkit::MaskedBox::Change, this, [this, pBox] { PositionFieldChange(*pBox); });
+        connect(pBox, &toolkit::MaskedBox::Click, this, [this, pBox] { PositionFieldClick(*pBox); });
+        connect(pBox, &toolkit::MaskedBox::KeyDown, this, [this, pBox](int i) { PositionFieldKeyDown(*pBox, i); });
+        connect(pBox, &toolkit::MaskedBox::KeyPress, this, [this, pBox](char c) { PositionFieldKeyPress(*pBox, c); });
+    }
+    connect(&cmbTargetDetail, &toolkit::ComboBox::Click, this, &frmMain::cmbTargetDetail_Click);
+    connect(&cmbTargetSort, &toolkit::ComboBox::Click, this, &frmMain::cmbTargetSort_Click);
+    connect(&chkTargetTrack, &QCheckBox::toggled, this, &frmMain::chkTargetTrack_Click);
+    connect(&grdTargetData, &toolkit::Grid::Clicked, this, &frmMain::grdTargetData_Click);
+    connect(&grdTargetData, &toolkit::Grid::DblClicked, this, &frmMain::grdTargetData_DblClick);
+    connect(&grdTargetData, &toolkit::Grid::MouseMoved, this, &frmMain::grdTargetData_MouseMove);
+    connect(&grdTargetData, &toolkit::Grid::RowActivated, this, &frmMain::grdTargetData_RowActivated);
+    connect(&cmdTimingApply, &QPushButton::clicked, this, &frmMain::TimingPlan);
+    for (toolkit::TextBox* pBox : {&txtTimingRateTx, &txtTimingRateRc, &txtTimingTimeSpan}) {
+        connect(pBox, &QLineEdit::returnPressed, this, &frmMain::TimingPlan);
+    }
+    Client.installEventFilter(this);
+}
+
+void frmMain::closeEvent(QCloseEvent* pEvent) {
+    Form_Unload();
+    pEvent->accept();
+}
+
+void frmMain::changeEvent(QEvent* pEvent) {
+    FormDesign::changeEvent(pEvent);
+    if (pEvent->type() == QEvent::WindowStateChange && m_bLayoutReady) FormLayout();
+}
+
+// The window's inside has a new size.
+bool frmMain::eventFilter(QObject* pObject, QEvent* pEvent) {
+    if (pObject == &Client && pEvent->type() == QEvent::Resize && m_bLayoutReady) FormLayout();
+    return FormDesign::eventFilter(pObject, pEvent);
+}
+
+}  // namespace app

@@ -1,0 +1,251 @@
+// The main window: owns all state and all operations. A section per subject; the operations of a section stand in the
+// files named behind its heading. This page is the program's table of contents.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/RecordLine.h"
+#include "decoders/GpsSentence.h"
+#include "decoders/VdmFields.h"
+#include "decoders/VdmMessage.h"
+#include "nav/PositionText.h"
+#include "nav/RangeBearing.h"
+#include "nav/Trigonometry.h"
+#include "nmea/NmeaChecksum.h"
+#include "nmea/PortIndex.h"
+#include "platform/runtime/DateTime.h"
+#include "platform/runtime/TextFiles.h"
+#include "targets/MessageNames.h"
+#include "targets/TargetOrder.h"
+#include "ui/FormDesign.h"
+#include "ui/PositionField.h"
+#include "ui/TimingModel.h"
+
+namespace app {
+
+using nmea::PerPort;
+using nmea::PortIndex;
+using runtime::DateTime;
+
+class frmMain : public ui::FormDesign {
+public:
+    explicit frmMain(toolkit::Platform tPlatform = toolkit::Platform::Native());
+
+    // Start-up, profile and shutdown (app/frmMain_Start, _Profile)
+    void Form_Load();    // before the window is shown; once
+    void Form_Unload();  // closes what is open and saves the profile
+    void ProfileLoad();
+    void ProfileSave();
+
+    // Run control (app/frmMain_Run)
+    void CommStart();
+    void CommStop();
+    void CommSetControls(bool bRunning);
+    void Toolbar_ButtonClick(const QString& sKey);
+    void chkCommEnabled_Click(PortIndex Index);
+    static std::int16_t ButtonValue(bool b) { return b ? 1 : 0; }
+
+    // Clocks (app/frmMain_Clocks)
+    void tmrComm_Timer();
+    void tmrTime_Timer();
+
+    // Recording and playback (app/frmMain_Record, _Playback)
+    void RecordStart();
+    void RecordWrite(DateTime dt, std::string_view sSentence);
+    void PlaybackStart(bool bBurst);
+    void PlaybackStep(PortIndex Index);
+    void PlaybackBurst(PortIndex Index);
+    bool PlaybackReadLine(PortIndex Index);
+    void ClearDisplays();
+
+    // Serial input and sentence framing (nmea/frmMain_Receive, _Dispatch)
+    void MSComm_OnComm(PortIndex Index);
+    void SentenceDispatch(PortIndex Index);
+    void CommData(PortIndex Index, std::string_view sData, bool bDecoded);
+    void CommSendPaced(PortIndex Index, const std::string& sData);
+    static std::string NmeaChecksum(std::string_view sBody) { return nmea::NmeaChecksum(sBody); }
+
+    // Output port (nmea/frmMain_Output)
+    void MSCommOutput_OnComm();
+    void OutputData(std::string_view sData, bool bHighlight);
+    void RmcFromGll();
+
+    // AIS messages (decoders/frmMain_Vdm)
+    void VdmDecode(PortIndex Index);
+    static std::int32_t VdmMmsi(const decoders::VdmValues& lData) { return decoders::VdmMmsi(lData); }
+    static void VdmLatitude(const decoders::VdmValues& lData, double& dLatitude, std::string& sLatitude) {
+        decoders::VdmLatitude(lData, dLatitude, sLatitude);
+    }
+    static void VdmLongitude(const decoders::VdmValues& lData, double& dLongitude, std::string& sLongitude) {
+        decoders::VdmLongitude(lData, dLongitude, sLongitude);
+    }
+    static std::string VdmRateOfTurn(const decoders::VdmValues& lData) { return decoders::VdmRateOfTurn(lData); }
+    static std::string VdmSpeed(const decoders::VdmValues& lData) { return decoders::VdmSpeed(lData); }
+    static std::string VdmCourse(const decoders::VdmValues& lData) { return decoders::VdmCourse(lData); }
+    static std::string VdmHeading(const decoders::VdmValues& lData) { return decoders::VdmHeading(lData); }
+
+    // Decode logs (decoders/frmMain_DecodeLogs)
+    void LogAis(std::string_view sLine);
+    void LogGps(std::string_view sLine);
+    void LogRx(std::string_view sLine);
+
+    // GPS positions (decoders/frmMain_Gps)
+    void GllDecode(PortIndex Index);
+    void RmcDecode(PortIndex Index);
+
+    // Receiver board (decoders/frmMain_Receiver)
+    void PnmlsDecode(PortIndex Index);
+    void cmdRxNasaChannel_Click();
+    void cmdRxNasaInterval_Click();
+
+    // Navigation (nav/frmMain_Position)
+    static std::string LatitudeToString(double dLatitude) { return nav::LatitudeToString(dLatitude); }
+    static std::string LongitudeToString(double dLongitude) { return nav::LongitudeToString(dLongitude); }
+    // False, and -999 in the second, when the text does not parse; with bDisplayError a message box says so.
+    bool LatitudeFromString(std::string_view sLatitude, double& dLatitude, bool bDisplayError);
+    bool LongitudeFromString(std::string_view sLongitude, double& dLongitude, bool bDisplayError);
+    static double ArcSin(double X) { return nav::ArcSin(X); }
+    static double ArcCos(double X) { return nav::ArcCos(X); }
+    static double Atan2(double X, double Y) { return nav::Atan2(X, Y); }
+    // From the own position to the target; raises nav::DivisionByZero for coincident positions.
+    void RangeBearingText(double dLatitude, double dLongitude, std::string& sRange, std::string& sBearing) const;
+
+    // Target table (targets/frmMain_Targets)
+    void TargetGridSetup(bool bClear);
+    void TargetUpdate(DateTime dt, std::int32_t lMmsi, std::string_view sChannel, std::string_view sMessageId);
+    void TargetSetPosition(std::string_view sLatitude, std::string_view sLongitude);
+    void TargetSetRangeBearing(std::string_view sRange, std::string_view sBearing);
+    void TargetSetMotion(std::string_view sRot, std::string_view sSog);
+    void TargetCheckInterval(std::int32_t lMessageId, std::string_view sRot, std::string_view sSog);
+    void TargetSetSignal(std::string_view sSignal, std::string_view sThreshold);
+    // The first row of that MMSI, -1 where there is none. On a hit grid redraw stays off.
+    std::int32_t TargetFindRow(std::int32_t lMmsi);
+
+    // Target table views (targets/frmMain_TargetView, _TargetMouse)
+    void TargetSort();
+    void TargetRefresh();
+    void SortCompare(const toolkit::Grid& grd, std::int32_t lRow1, std::int32_t lRow2, std::int16_t& iCmp);
+    // Row and column at a place in the grid's coordinates, the first that holds it, borders included; -1 where none.
+    static void GridGetRowCol(const toolkit::Grid& grd, float fX, float fY, std::int32_t& lRow, std::int32_t& lCol);
+    void cmbTargetDetail_Click();
+    void cmbTargetSort_Click();
+    void chkTargetTrack_Click();
+    void grdTargetData_Click();
+    void grdTargetData_DblClick();
+    void grdTargetData_MouseMove(float fX, float fY);
+    void grdTargetData_RowActivated(std::int32_t lRow);
+
+    // Message statistics and reporting rates (targets/frmMain_Messages, _Spec)
+    void MessageGridSetup();
+    void MessageCount(std::int32_t lMessageId);
+    static const std::string& MessageName(std::int32_t lMessageId) { return targets::MessageName(lMessageId); }
+    void MessageGridSetRow(int iRow, std::string_view sText0, runtime::Alignment eAlign0, std::string_view sText1,
+                           runtime::Alignment eAlign1);
+    void SpecGridSetup();
+    void SpecGridSetRow(int iRow, std::string_view sText0, runtime::Alignment eAlign0, std::string_view sText1,
+                        runtime::Alignment eAlign1, std::string_view sText2, runtime::Alignment eAlign2);
+
+    // Layout and flow diagram (ui/frmMain_Layout, _Diagram)
+    void FormLayout();
+    void DiagramArrowHead(toolkit::LinePicture& pct, const ui::DiagramLine& tLine);
+
+    // Own-position fields (ui/frmMain_PositionFields)
+    void PositionFieldCaret(toolkit::MaskedBox& txt, int iDirection);
+    void PositionFieldChange(toolkit::MaskedBox& txt);
+    void PositionFieldClick(toolkit::MaskedBox& txt);
+    void PositionFieldKeyDown(toolkit::MaskedBox& txt, int iKeyCode);
+    void PositionFieldKeyPress(toolkit::MaskedBox& txt, char cTyped);
+    void PositionFieldStep(toolkit::MaskedBox& txt, int iDirection);
+
+    // Timing planner (ui/frmMain_Timing)
+    void TimingPlan();
+    void TimingRedraw();  // the latest plan anew, at the rows' present places
+    std::int32_t TimingRuns() const { return m_lTimingRuns; }
+    const std::vector<ui::Primitive>& TimingPrimitives() const { return m_tTimingPrimitives; }
+    ui::TimingRow TimingRowOf(const ui::TimingLabels& t) const;
+
+protected:
+    void closeEvent(QCloseEvent* pEvent) override;
+    void changeEvent(QEvent* pEvent) override;
+    bool eventFilter(QObject* pObject, QEvent* pEvent) override;
+
+    void ConnectEvents();
+    // Opens a port by its field and its settings; raises toolkit::CommError.
+    void OpenPort(toolkit::SerialPort& tPort, toolkit::PortBox& txtPort, const toolkit::TextBox& txtSettings);
+    void ReportOpenFailure(std::string_view sPrefix, const toolkit::CommError& tError);
+    void RecordFailed(const runtime::FileError& tError);
+    void ReadProfileText();
+    void ShowPosition(PortIndex Index, const decoders::GpsPosition& t);
+
+    // Steps of VdmDecode
+    void VdmReport(const decoders::VdmValues& lData, DateTime dt, std::string_view sChannel);
+    void VdmReportPosition(const decoders::VdmValues& lData);
+    void VdmReportMotion(const decoders::VdmValues& lData, std::int32_t lMessageId, bool bRateOfTurn);
+
+    void SendReceiverCommand(const std::string& sSentence);
+    void LayOutTab(ui::Size tTabs);
+    void LayOutInput(ui::Size tTabs);
+    void LayOutReceiver(ui::Size tTabs);
+    void LayOutDiagram();
+    void LayOutTiming(ui::Size tTabs);
+    void TimingDraw();
+    const ui::PositionMask& MaskOf(const toolkit::MaskedBox& txt) const;
+
+    // Profile
+    std::string m_sProfileFile;  // UTF-8
+    std::string m_sProfileText;  // as last loaded or saved
+    bool m_bUnloaded = false;
+
+    // Serial input, per port
+    PerPort<std::string> m_sCommBuffer;  // the line being received; the decoders read the sentence from here
+    PerPort<DateTime> m_dtCommLast;      // arrival of the last complete line
+    PerPort<bool> m_bCommReceived;       // a line has come since the last tick of the message clock
+    PerPort<bool> m_bCommLastVdm;        // the last accepted line was !AIVDM
+    PerPort<std::int32_t> m_lCommSeconds;  // seconds since the last line
+    bool m_bSending = false;             // a receiver command is on its way
+
+    // Recording and playback
+    bool m_bRecording = false;
+    bool m_bPlayback = false;
+    bool m_bPlaybackBurst = false;
+    std::int16_t m_iRecordFile = 0;  // one number serves both
+    DateTime m_dtPlaybackStart;
+    DateTime m_dtRecordStart;
+    runtime::TextFiles m_tFiles;
+    RecordStampReader m_tStamps;
+    std::string m_sRecordLine;
+
+    // Decoders
+    PerPort<decoders::VdmMessage> m_tVdmMessage;
+    std::string m_sVdmChannel;  // of the last decoded AIS message
+    DateTime m_dtVdm;           // its arrival
+    std::string m_sGllLatitude, m_sGllLongitude, m_sGllTime;
+    std::string m_sLogLine;  // the line being put together, kept for its memory
+
+    // Own position, degrees, north and east positive; written only by the change handlers of its two boxes
+    double m_dLatitude = nav::PositionUnknown;
+    double m_dLongitude = nav::PositionUnknown;
+
+    // Target table
+    std::int32_t m_lMessageNumber = 0;  // sequence number of the last row added
+    std::int32_t m_lMessageRow = 0;     // row of that message after the last sort
+    std::int32_t m_iSortKeys = 0;
+    std::array<targets::SortKey, 2> m_tSortKeys{};
+    float m_fLastMouseX = 0;
+    float m_fLastMouseY = 0;
+    bool m_bTargetGridLaidOut = false;
+    std::string m_sCellText;  // the cell being put together, kept for its memory
+
+    // Layout and timing
+    bool m_bLayoutReady = false;  // a layout may run: the window has been loaded
+    std::optional<ui::TimingInputs> m_tTimingInputs;  // of the latest plan
+    std::vector<ui::Primitive> m_tTimingPrimitives;
+    std::int32_t m_lTimingRuns = 0;
+};
+
+}  // namespace app

@@ -1,0 +1,31 @@
+// The two one-second clocks: how long each port has been silent, and the time of day.
+#include "app/SilenceText.h"
+#include "app/frmMain.h"
+
+namespace app {
+
+void frmMain::tmrComm_Timer() {
+    for (PortIndex i = 0; i < nmea::PortCount; ++i) {
+        if (!MSComm(i).PortOpen() && !m_bPlayback) continue;
+        if (m_bCommReceived(i)) {
+            m_bCommReceived(i) = false;
+            m_lCommSeconds(i) = 0;
+        } else {
+            ++m_lCommSeconds(i);
+        }
+        StatusBar.SetPanelText(ui::PanelSilence0 + i, SilenceText(m_lCommSeconds(i)));
+    }
+}
+
+void frmMain::tmrTime_Timer() {
+    StatusBar.SetPanelText(ui::PanelClock, runtime::TimeText(m_tPlatform.Now()));
+    if (m_bPlayback) PlaybackStep(0);
+    if (!m_bRecording) return;
+    try {
+        m_tFiles.Flush(m_iRecordFile);  // a power cut loses no more than the last second
+    } catch (const runtime::FileError& tError) {
+        RecordFailed(tError);
+    }
+}
+
+}  // namespace app

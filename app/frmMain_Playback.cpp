@@ -1,0 +1,117 @@
+// Playing a recording back, at its own pace or as one burst, and emptying the displays before a run.
+#include <QFile>
+#include <QFileInfo>
+
+#include "app/frmMain.h"
+#include "platform/toolkit/Scopes.h"
+
+namespace app {
+
+void frmMain::PlaybackStart(bool bBurst) {
+    if (bBurst && chkOutputEnabled.isChecked()) {
+        m_tPlatform.ShowMessage(this, tr("Comm Output is not available with Burst Playback"),
+                                toolkit::MessageIcon::Plain);
+        return;
+    }
+    toolkit::FileRequest tRequest{};
+    tRequest.sTitle = windowTitle() + tr(" - Open");
+    tRequest.sFolder = QFileInfo(m_tPlatform.sProgramFile).absolutePath();
+    tRequest.sFileName = QStringLiteral("Tidewatch.Txt");
+    tRequest.sFilter = tr("Text (*.txt)");
+    tRequest.sExtension = QStringLiteral("txt");
+    const auto sFile = m_tPlatform.AskFile(this, tRequest);
+    if (!sFile) return;
+    try {
+        m_iRecordFile = m_tFiles.FreeFile();
+        m_tFiles.OpenForInput(m_iRecordFile, QFile::encodeName(*sFile).toStdString());
+    } catch (const runtime::FileError&) {
+        return;
+    }
+    setWindowTitle(tr("Tidewatch - ") + QFileInfo(*sFile).fileName());
+    Toolbar.SetEnabled(QLatin1String(ui::KeyStart), false);
+    Toolbar.SetEnabled(QLatin1String(ui::KeyStop), true);
+    Toolbar.SetPressed(QLatin1String(ui::KeyStop), false);
+    ClearDisplays();
+    Toolbar.SetEnabled(QLatin1String(ui::KeyPlayback), false);
+    Toolbar.SetEnabled(QLatin1String(ui::KeyPlaybackBurst), false);
+    if (bBurst) {
+        Toolbar.SetPressed(QLatin1String(ui::KeyPlaybackBurst), true);
+        m_bPlaybackBurst = true;
+        PlaybackBurst(0);
+    } else {
+        Toolbar.SetPressed(QLatin1String(ui::KeyPlayback), true);
+        m_bPlayback = true;
+        m_bCommLastVdm(0) = false;
+        m_bCommReceived(0) = false;
+        m_sCommBuffer(0).clear();
+        m_lCommSeconds(0) = 0;
+        tmrComm.start();
+    }
+    if (chkOutputEnabled.isChecked()) {
+        try {
+            OpenPort(MSCommOutput, txtOutputPort, txtOutputSettings);
+        } catch (const toolkit::CommError&) {
+            return;  // the playback goes on, unforwarded
+        }
+    }
+    // Kept on purpose: a burst has ended by now, so the panel reads "Playback" although the program is stopped.
+    StatusBar.SetPanelText(ui::PanelState, "Playback");
+}
+
+bool frmMain::PlaybackReadLine(PortIndex Index) {
+    try {
+        if (m_tFiles.AtEnd(m_iRecordFile)) {
+            CommStop();
+            StatusBar.SetPanelText(ui::PanelState, "Done");
+            return false;
+        }
+        const std::string_view sLine = m_tFiles.ReadLine(m_iRecordFile);
+        const auto dt = m_tStamps.Read(sLine);
+        if (!dt) throw runtime::FileError("Line does not begin with a date and time");
+        m_dtCommLast(Index) = *dt;
+        m_sCommBuffer(Index).assign(RecordSentence(sLine));
+        return true;
+    } catch (const runtime::FileError& tError) {
+        CommStop();
+        StatusBar.SetPanelText(ui::PanelSummary, tError.what());
+        return false;
+    }
+}
+
+void frmMain::PlaybackStep(PortIndex Index) {
+    const DateTime dtNow = m_tPlatform.Now();
+    if (m_tFiles.AtStart(m_iRecordFile)) {
+        m_dtPlaybackStart = dtNow;
+        if (!PlaybackReadLine(Index)) return;
+        m_dtRecordStart = m_dtCommLast(Index);
+    }
+    const std::int64_t lElapsed = dtNow.lSeconds - m_dtPlaybackStart.lSeconds;
+    while (lElapsed >= m_dtCommLast(Index).lSeconds - m_dtRecordStart.lSeconds) {
+        SentenceDispatch(Index);
+        m_bCommReceived(Index) = true;
+        if (!PlaybackReadLine(Index)) return;
+    }
+}
+
+void frmMain::PlaybackBurst(PortIndex Index) {
+    const toolkit::BusyPointer tBusy(m_tPlatform.ShowBusyPointer);
+    while (PlaybackReadLine(Index)) {
+        SentenceDispatch(Index);
+        m_bCommReceived(Index) = true;
+    }
+}
+
+// Panel 4 and the AIS and GPS logs are left as they are on purpose.
+void frmMain::ClearDisplays() {
+    lstCommData(0).Lines.Clear();
+    lstCommData(1).Lines.Clear();
+    tmrComm.stop();
+    lstRxData.Lines.Clear();
+    TargetGridSetup(true);
+    MessageGridSetup();
+    lstOutputData.Lines.Clear();
+    StatusBar.SetPanelText(ui::PanelSummary, "");
+    StatusBar.SetPanelText(ui::PanelSilence0, "");
+}
+
+}  // namespace app

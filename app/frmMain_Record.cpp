@@ -1,0 +1,48 @@
+// Recording what is decoded.
+#include <QFile>
+
+#include "app/frmMain.h"
+
+namespace app {
+
+void frmMain::RecordStart() {
+    toolkit::FileRequest tRequest{};
+    tRequest.bSave = true;
+    tRequest.sTitle = windowTitle() + tr(" - Save As");
+    tRequest.sFileName = QStringLiteral("Tidewatch.Txt");
+    tRequest.sFilter = tr("Text (*.txt)");
+    tRequest.sExtension = QStringLiteral("txt");
+    const auto sFile = m_tPlatform.AskFile(this, tRequest);
+    if (!sFile) return;
+    try {
+        m_iRecordFile = m_tFiles.FreeFile();
+        m_tFiles.OpenForOutput(m_iRecordFile, QFile::encodeName(*sFile).toStdString());
+    } catch (const runtime::FileError&) {
+        return;
+    }
+    Toolbar.SetEnabled(QLatin1String(ui::KeyRecord), false);
+    Toolbar.SetPressed(QLatin1String(ui::KeyRecord), true);
+    m_bRecording = true;
+    StatusBar.SetPanelText(ui::PanelState, "Record");
+}
+
+void frmMain::RecordWrite(DateTime dt, std::string_view sSentence) {
+    WriteRecordLine(m_sRecordLine, dt, sSentence);
+    try {
+        m_tFiles.WriteLine(m_iRecordFile, m_sRecordLine);
+    } catch (const runtime::FileError& tError) {
+        RecordFailed(tError);
+    }
+}
+
+// The recording ends, everything else goes on; it can be started anew.
+void frmMain::RecordFailed(const runtime::FileError& tError) {
+    m_tFiles.Close(m_iRecordFile);
+    m_bRecording = false;
+    Toolbar.SetPressed(QLatin1String(ui::KeyRecord), false);
+    Toolbar.SetEnabled(QLatin1String(ui::KeyRecord), true);
+    StatusBar.SetPanelText(ui::PanelState, "Running");
+    StatusBar.SetPanelText(ui::PanelSummary, std::string("Record - ") + tError.what());
+}
+
+}  // namespace app

@@ -1,0 +1,111 @@
+// Starting and stopping, and what the controls show of it.
+#include "app/frmMain.h"
+#include "platform/toolkit/Focus.h"
+
+namespace app {
+
+void frmMain::OpenPort(toolkit::SerialPort& tPort, toolkit::PortBox& txtPort, const toolkit::TextBox& txtSettings) {
+    m_tPlatform.Serial.Resolve(txtPort.text());  // a text that names no port fails before anything is set
+    tPort.SetCommPort(txtPort.Text());
+    try {
+        tPort.SetSettings(txtSettings.Text());
+    } catch (const runtime::SettingsError& tError) {
+        throw toolkit::CommError(tError.what());
+    }
+    tPort.OpenPort();
+    txtPort.SetNote(tPort.ReportsLineErrors() ? QString() : tr("This adapter reports no line errors."));
+}
+
+void frmMain::ReportOpenFailure(std::string_view sPrefix, const toolkit::CommError& tError) {
+    const std::string sDescription = toolkit::ToLatin1(QString::fromUtf8(tError.what()));
+    StatusBar.SetPanelText(ui::PanelSummary, std::string(sPrefix) + sDescription);
+    CommStop();
+}
+
+void frmMain::CommStart() {
+    ClearDisplays();
+    try {
+        for (PortIndex i = 0; i < nmea::PortCount; ++i) {
+            m_lCommSeconds(i) = 0;
+            if (!chkCommEnabled(i).isChecked()) continue;
+            OpenPort(MSComm(i), txtCommPort(i), txtCommSettings(i));
+            m_bCommLastVdm(i) = false;
+            m_bCommReceived(i) = false;
+            m_sCommBuffer(i).clear();
+        }
+    } catch (const toolkit::CommError& tError) {
+        ReportOpenFailure("Input Comm - ", tError);
+        return;
+    }
+    try {
+        if (chkOutputEnabled.isChecked()) OpenPort(MSCommOutput, txtOutputPort, txtOutputSettings);
+    } catch (const toolkit::CommError& tError) {
+        ReportOpenFailure("Output Comm - ", tError);
+        return;
+    }
+    CommSetControls(true);
+}
+
+void frmMain::CommStop() {
+    for (PortIndex i = 0; i < nmea::PortCount; ++i) {
+        if (MSComm(i).PortOpen()) MSComm(i).ClosePort();
+    }
+    // Kept on purpose: m_bPlaybackBurst is not asked, so the file of a burst stays open after its end.
+    if (m_bRecording || m_bPlayback) m_tFiles.Close(m_iRecordFile);
+    if (MSCommOutput.PortOpen()) MSCommOutput.ClosePort();
+    CommSetControls(false);
+}
+
+void frmMain::CommSetControls(bool bRunning) {
+    StatusBar.SetPanelText(ui::PanelState, bRunning ? "Running" : "Stopped");
+    for (PortIndex i = 0; i < nmea::PortCount; ++i) {
+        chkCommEnabled(i).setEnabled(!bRunning);
+        txtCommPort(i).setEnabled(!bRunning);
+        txtCommSettings(i).setEnabled(!bRunning);
+    }
+    chkOutputEnabled.setEnabled(!bRunning);
+    txtOutputPort.setEnabled(!bRunning);
+    txtOutputSettings.setEnabled(!bRunning);
+    chkOutputRMC.setEnabled(!bRunning);
+
+    const auto tSet = [this](const char* sKey, bool bEnabled, bool bPressed) {
+        Toolbar.SetEnabled(QLatin1String(sKey), bEnabled);
+        Toolbar.SetPressed(QLatin1String(sKey), bPressed);
+    };
+    tSet(ui::KeyStart, !bRunning, bRunning);
+    tSet(ui::KeyStop, bRunning, !bRunning);
+    tSet(ui::KeyRecord, bRunning, false);
+    m_bRecording = false;
+    tSet(ui::KeyPlayback, !bRunning, false);
+    m_bPlayback = false;
+    tSet(ui::KeyPlaybackBurst, !bRunning, false);
+    m_bPlaybackBurst = false;
+
+    if (bRunning) {
+        tmrComm.start();
+    } else {
+        tmrComm.stop();
+    }
+}
+
+void frmMain::Toolbar_ButtonClick(const QString& sKey) {
+    if (sKey == QLatin1String(ui::KeyStart)) {
+        setWindowTitle(tr("Tidewatch"));
+        CommStart();
+    } else if (sKey == QLatin1String(ui::KeyStop)) {
+        setWindowTitle(tr("Tidewatch"));
+        CommStop();
+    } else if (sKey == QLatin1String(ui::KeyRecord)) {
+        RecordStart();
+    } else if (sKey == QLatin1String(ui::KeyPlayback)) {
+        PlaybackStart(false);
+    } else if (sKey == QLatin1String(ui::KeyPlaybackBurst)) {
+        PlaybackStart(true);
+    }
+}
+
+void frmMain::chkCommEnabled_Click(PortIndex Index) {
+    if (toolkit::HasFocus(chkCommEnabled(Index))) FormLayout();
+}
+
+}  // namespace app

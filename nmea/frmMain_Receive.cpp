@@ -1,0 +1,54 @@
+// What arrives on an input port: characters are framed into lines, events become notices. Also the paced sending.
+#include <string_view>
+
+#include "app/frmMain.h"
+#include "nmea/CommNotice.h"
+
+namespace app {
+
+namespace {
+
+constexpr std::string_view LineEnds = "\r\n";
+constexpr double CharacterPause = 0.01;  // seconds after each character sent to the receiver
+constexpr double SecondsOfDay = 86400;
+
+}  // namespace
+
+void frmMain::MSComm_OnComm(PortIndex Index) {
+    const int iEvent = MSComm(Index).CommEvent();
+    if (iEvent != nmea::CommReceive) {
+        CommData(Index, nmea::CommNotice(iEvent), false);
+        return;
+    }
+    const std::string sInput = MSComm(Index).Input();
+    std::string_view sRest = sInput;
+    while (!sRest.empty()) {
+        const std::size_t lEnd = sRest.find_first_of(LineEnds);
+        m_sCommBuffer(Index).append(sRest.substr(0, lEnd));
+        if (lEnd == std::string_view::npos) return;
+        if (sRest[lEnd] == '\r') {  // a line feed is dropped wherever it stands
+            m_dtCommLast(Index) = m_tPlatform.Now();
+            SentenceDispatch(Index);
+            m_bCommReceived(Index) = true;
+            m_sCommBuffer(Index).clear();
+        }
+        sRest.remove_prefix(lEnd + 1);
+    }
+}
+
+// The receiver board misses characters that come at full speed.
+void frmMain::CommSendPaced(PortIndex Index, const std::string& sData) {
+    for (const char c : sData) {
+        if (!MSComm(Index).PortOpen()) return;  // stopped in the middle
+        MSComm(Index).Output({&c, 1});
+        const double dStart = m_tPlatform.SecondsSinceMidnight();
+        double dElapsed = 0;
+        while (dElapsed < CharacterPause) {
+            m_tPlatform.Yield();
+            dElapsed = m_tPlatform.SecondsSinceMidnight() - dStart;
+            if (dElapsed < 0) dElapsed += SecondsOfDay;  // the clock has wrapped at midnight
+        }
+    }
+}
+
+}  // namespace app

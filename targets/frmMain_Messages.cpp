@@ -1,0 +1,54 @@
+// The message counts.
+#include <charconv>
+
+#include "app/frmMain.h"
+#include "platform/toolkit/Scopes.h"
+
+namespace app {
+
+namespace {
+
+constexpr int MessageRows = 35;
+constexpr int TotalRow = 34;  // row 33 stays empty: a spacer above the total
+
+void CountCell(runtime::GridCells& tCells, int iRow) {
+    char sCount[16];
+    const auto lCount = static_cast<std::int32_t>(tCells.Number(iRow, 1)) + 1;
+    const auto tEnd = std::to_chars(sCount, sCount + sizeof sCount, lCount);
+    tCells.SetText(iRow, 1, {sCount, static_cast<std::size_t>(tEnd.ptr - sCount)});
+}
+
+}  // namespace
+
+void frmMain::MessageGridSetup() {
+    using namespace runtime;
+    const toolkit::RedrawOff tRedraw(grdMessageData);
+    toolkit::Grid& grd = grdMessageData;
+    grd.Cells.SetRows(MessageRows);
+    grd.Cells.SetCols(2);
+    grd.SetColumn(0, "---Message Id---", true, 14 * grd.TextWidth("0") + grd.TextWidth("---Message Id---"));
+    grd.SetColumn(1, "---Count---", true, grd.TextWidth("---Count---"));
+    MessageGridSetRow(0, "Message Id", AlignCentre, "Count", AlignCentre);
+    for (int iRow = targets::FirstCountedId; iRow <= targets::LastCountedId; ++iRow) {
+        MessageGridSetRow(iRow, MessageName(iRow), AlignLeft, "0", AlignRight);
+        grd.Cells.SetHidden(iRow, true);
+    }
+    MessageGridSetRow(TotalRow, "Total", AlignCentre, "0", AlignRight);
+}
+
+void frmMain::MessageGridSetRow(int iRow, std::string_view sText0, runtime::Alignment eAlign0, std::string_view sText1,
+                                runtime::Alignment eAlign1) {
+    grdMessageData.Cells.SetText(iRow, 0, sText0, eAlign0);
+    grdMessageData.Cells.SetText(iRow, 1, sText1, eAlign1);
+}
+
+void frmMain::MessageCount(std::int32_t lMessageId) {
+    // The others have no row: what stands at their place is the header, the spacer, the total, or nothing.
+    if (lMessageId < targets::FirstCountedId || lMessageId > targets::LastCountedId) return;
+    const toolkit::RedrawOff tRedraw(grdMessageData);
+    CountCell(grdMessageData.Cells, lMessageId);
+    CountCell(grdMessageData.Cells, TotalRow);
+    if (grdMessageData.Cells.Hidden(lMessageId)) grdMessageData.Cells.SetHidden(lMessageId, false);
+}
+
+}  // namespace app

@@ -1,0 +1,122 @@
+// The target table as a store: a row per message, the list of targets, lateness, signal levels, the summary.
+#include <cmath>
+
+#include "app/frmMain.h"
+#include "platform/runtime/Convert.h"
+#include "platform/runtime/Format.h"
+#include "platform/toolkit/Scopes.h"
+#include "targets/ReportingInterval.h"
+#include "targets/TargetColumns.h"
+#include "targets/TargetSummary.h"
+
+namespace app {
+
+using namespace targets;
+
+void frmMain::TargetGridSetup(bool bClear) {
+    const toolkit::RedrawOff tRedraw(grdTargetData);
+    runtime::GridCells& tCells = grdTargetData.Cells;
+    if (bClear) {
+        m_lMessageNumber = 0;
+        cmbTargetTarget.Items.Clear();
+        tCells.SetRows(1);
+        tCells.SetCols(TargetColumnCount);
+    }
+    for (int iCol = 0; iCol < TargetColumnCount; ++iCol) {
+        const TargetColumnDesign& tColumn = TargetColumns[static_cast<std::size_t>(iCol)];
+        grdTargetData.SetColumn(iCol, tColumn.sTemplate, ColumnShown(iCol, cmbTargetDetail.Text()),
+                                grdTargetData.TextWidth(tColumn.sTemplate));
+        tCells.SetText(0, iCol, tColumn.sHeader, runtime::AlignCentre);
+    }
+    m_bTargetGridLaidOut = true;
+}
+
+void frmMain::TargetUpdate(DateTime dt, std::int32_t lMmsi, std::string_view sChannel, std::string_view sMessageId) {
+    const std::int32_t lNow = runtime::SecondOfDay(dt);
+    runtime::NumberItems::Item& tItem = cmbTargetTarget.Items.FindOrInsert(lMmsi, lNow);
+    if (cmbTargetTarget.Text().empty()) cmbTargetTarget.SetText(tItem.sText);
+    const std::int32_t lPrevious = tItem.lData;
+    tItem.lData = lNow;
+
+    runtime::GridCells& tCells = grdTargetData.Cells;
+    if (tCells.Rows() >= MessageRowLimit) tCells.RemoveNumbersUpTo(m_lMessageNumber - (MessageRowLimit - 1));
+    ++m_lMessageNumber;
+    const int iRow = tCells.Rows();
+    tCells.SetRows(iRow + 1);
+    tCells.SetRowNumber(iRow, m_lMessageNumber);
+    std::string& sText = m_sCellText;
+    sText.clear();
+    runtime::AppendInteger(sText, m_lMessageNumber);
+    tCells.SetText(iRow, ColNumber, sText);
+    tCells.SetText(iRow, ColMmsi, tItem.sText);
+    tCells.SetText(iRow, ColChannel, sChannel);
+    sText.clear();
+    runtime::AppendTime(sText, dt);
+    tCells.SetText(iRow, ColTime, sText);
+    tCells.SetText(iRow, ColMessageId, sMessageId, runtime::AlignLeft);
+    if (lNow != lPrevious) {  // negative across midnight: no wrap is applied
+        sText.clear();
+        runtime::AppendInteger(sText, lNow - lPrevious);
+        tCells.SetText(iRow, ColLast, sText);
+    }
+    StatusBar.SetPanelText(ui::PanelSummary, TargetSummary(cmbTargetTarget.Items.Count(), tCells.Rows()));
+}
+
+void frmMain::TargetSetPosition(std::string_view sLatitude, std::string_view sLongitude) {
+    runtime::GridCells& tCells = grdTargetData.Cells;
+    tCells.SetText(tCells.Rows() - 1, ColLatitude, sLatitude, runtime::AlignRight);
+    tCells.SetText(tCells.Rows() - 1, ColLongitude, sLongitude, runtime::AlignRight);
+}
+
+void frmMain::TargetSetRangeBearing(std::string_view sRange, std::string_view sBearing) {
+    runtime::GridCells& tCells = grdTargetData.Cells;
+    tCells.SetText(tCells.Rows() - 1, ColRange, sRange, runtime::AlignRight);
+    tCells.SetText(tCells.Rows() - 1, ColBearing, sBearing, runtime::AlignRight);
+}
+
+void frmMain::TargetSetMotion(std::string_view sRot, std::string_view sSog) {
+    runtime::GridCells& tCells = grdTargetData.Cells;
+    if (!sRot.empty()) tCells.SetText(tCells.Rows() - 1, ColRateOfTurn, sRot, runtime::AlignRight);
+    if (!sSog.empty()) tCells.SetText(tCells.Rows() - 1, ColSpeed, sSog, runtime::AlignRight);
+}
+
+void frmMain::TargetCheckInterval(std::int32_t lMessageId, std::string_view, std::string_view sSog) {
+    if (sSog == "n/a") return;
+    const std::int32_t lSpec = SpecifiedInterval(lMessageId, runtime::LeadingNumber(sSog));
+    if (lSpec == 0) return;
+    runtime::GridCells& tCells = grdTargetData.Cells;
+    const int iRow = tCells.Rows() - 1;
+    if (tCells.Text(iRow, ColLast).empty()) return;
+    const auto lLast = static_cast<std::int32_t>(tCells.Number(iRow, ColLast));
+    if (lLast <= lSpec + IntervalTolerance) return;
+    tCells.SetText(iRow, ColSpec, std::to_string(lSpec), runtime::AlignRight);
+    tCells.SetText(iRow, ColMiss, std::to_string(lLast / lSpec), runtime::AlignRight);
+}
+
+void frmMain::TargetSetSignal(std::string_view sSignal, std::string_view sThreshold) {
+    runtime::GridCells& tCells = grdTargetData.Cells;
+    // Row 0 before the first message, and a row of before a clear, count as none.
+    if (m_lMessageRow < 1 || m_lMessageRow >= tCells.Rows()) return;
+    const toolkit::RedrawOff tRedraw(grdTargetData);
+    tCells.SetText(m_lMessageRow, ColSignal, sSignal);
+    tCells.SetText(m_lMessageRow, ColThreshold, sThreshold);
+    std::string& sSnr = m_sCellText;
+    sSnr.clear();
+    const double dSnr = tCells.Number(m_lMessageRow, ColSignal) - tCells.Number(m_lMessageRow, ColThreshold);
+    runtime::AppendFormat(sSnr, dSnr, runtime::PictureWhole);
+    tCells.SetText(m_lMessageRow, ColSnr, sSnr);
+    if (cmbTargetSort.ListIndex() == SortBySignal) TargetSort();
+}
+
+std::int32_t frmMain::TargetFindRow(std::int32_t lMmsi) {
+    const bool bRedraw = grdTargetData.Redraw();
+    grdTargetData.SetRedraw(false);
+    for (int iRow = 1; iRow < grdTargetData.Cells.Rows(); ++iRow) {
+        // Kept on purpose: on a hit redraw stays off.
+        if (grdTargetData.Cells.Number(iRow, ColMmsi) == lMmsi) return iRow;
+    }
+    grdTargetData.SetRedraw(bRedraw);
+    return -1;
+}
+
+}  // namespace app

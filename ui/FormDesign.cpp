@@ -1,0 +1,141 @@
+// The frame of the window: names, toolbar, status bar, tabs, placing, the order of the Tab key.
+#include "ui/FormDesign.h"
+
+#include <QIcon>
+#include <QStyle>
+#include <algorithm>
+
+#include "platform/toolkit/Icons.h"
+#include "platform/toolkit/Twips.h"
+
+namespace ui {
+
+using toolkit::ToPixels;
+using toolkit::ToTwips;
+
+namespace {
+
+constexpr double ColumnGap = 120;  // between controls of a row
+constexpr double BodyGap = 120;    // from the tab bar to the first control
+
+}  // namespace
+
+FormDesign::FormDesign(toolkit::Platform tPlatform) : m_tPlatform(std::move(tPlatform)) {
+    DesignNames();
+    DesignWindow();
+    DesignPorts();
+    DesignReceiver();
+    DesignViews();
+    DesignAbout();
+    DesignDiagram();
+    DesignTiming();
+    DesignTabOrder();
+}
+
+std::string FormDesign::Name(const QWidget& tControl) { return tControl.objectName().toStdString(); }
+
+void FormDesign::DesignNames() {
+    const std::vector<std::pair<QObject*, const char*>> tNames = {
+        {&Toolbar, "Toolbar"}, {&StatusBar, "StatusBar"}, {&SSTab, "SSTab"}, {&tmrComm, "tmrComm"},
+        {&tmrTime, "tmrTime"}, {&MSComm(0), "MSComm(0)"}, {&MSComm(1), "MSComm(1)"}, {&MSCommOutput, "MSCommOutput"},
+        {&chkCommEnabled(0), "chkCommEnabled(0)"}, {&chkCommEnabled(1), "chkCommEnabled(1)"},
+        {&txtCommPort(0), "txtCommPort(0)"}, {&txtCommPort(1), "txtCommPort(1)"},
+        {&txtCommSettings(0), "txtCommSettings(0)"}, {&txtCommSettings(1), "txtCommSettings(1)"},
+        {&lstCommData(0), "lstCommData(0)"}, {&lstCommData(1), "lstCommData(1)"}, {&lstRxData, "lstRxData"},
+        {&frmRxNasa, "frmRxNasa"}, {&txtRxNasaChannel, "txtRxNasaChannel"}, {&cmdRxNasaChannel, "cmdRxNasaChannel"},
+        {&txtRxNasaInterval, "txtRxNasaInterval"}, {&cmdRxNasaInterval, "cmdRxNasaInterval"},
+        {&chkRxNasaPower, "chkRxNasaPower"}, {&frmRxLabel, "frmRxLabel"}, {&lstAisData, "lstAisData"},
+        {&txtGpsLat, "txtGpsLat"}, {&txtGpsLon, "txtGpsLon"}, {&lstGpsData, "lstGpsData"},
+        {&cmbTargetDetail, "cmbTargetDetail"}, {&cmbTargetSort, "cmbTargetSort"},
+        {&chkTargetTrack, "chkTargetTrack"}, {&cmbTargetTarget, "cmbTargetTarget"}, {&grdTargetData, "grdTargetData"},
+        {&grdMessageData, "grdMessageData"}, {&pctDiagram, "pctDiagram"}, {&picAboutIcon, "picAboutIcon"},
+        {&lblAboutTitle, "lblAboutTitle"}, {&lblAboutDescription, "lblAboutDescription"},
+        {&lblAboutDisclaimer, "lblAboutDisclaimer"}, {&grdSpecData, "grdSpecData"},
+        {&txtTimingRateTx, "txtTimingRateTx"}, {&txtTimingRateRc, "txtTimingRateRc"},
+        {&txtTimingTimeSpan, "txtTimingTimeSpan"}, {&cmdTimingApply, "cmdTimingApply"}, {&pctTiming, "pctTiming"},
+        {&lblTimingMessage, "lblTimingMessage"}, {&lblTimingChA.Name, "lblTimingChA(1)"},
+        {&lblTimingChA.Percentage, "lblTimingChA(2)"}, {&lblTimingChB.Name, "lblTimingChB(1)"},
+        {&lblTimingChB.Percentage, "lblTimingChB(2)"}, {&lblTimingChAlternate.Name, "lblTimingChAlternate(1)"},
+        {&lblTimingChAlternate.Percentage, "lblTimingChAlternate(2)"}, {&lblTimingSummary, "lblTimingChAlternate(3)"},
+        {&chkOutputEnabled, "chkOutputEnabled"}, {&txtOutputPort, "txtOutputPort"},
+        {&txtOutputSettings, "txtOutputSettings"}, {&chkOutputRMC, "chkOutputRMC"}, {&lstOutputData, "lstOutputData"},
+    };
+    for (const auto& [pControl, sName] : tNames) pControl->setObjectName(QLatin1String(sName));
+}
+
+void FormDesign::DesignWindow() {
+    setWindowTitle(tr("Tidewatch"));
+    setWindowIcon(toolkit::ProgramIcon());
+    setMinimumSize(520, 360);
+    resize(980, 640);
+
+    Toolbar.AddButton(QLatin1String(KeyStart), tr("&Start"), tr("Open the ports and start listening"),
+                      toolkit::StartIcon());
+    Toolbar.AddButton(QLatin1String(KeyStop), tr("S&top"), tr("Stop listening, recording or playing"),
+                      toolkit::StopIcon());
+    Toolbar.addSeparator();
+    Toolbar.AddButton(QLatin1String(KeyRecord), tr("&Record"), tr("Record what is decoded to a file"),
+                      toolkit::RecordIcon());
+    Toolbar.AddButton(QLatin1String(KeyPlayback), tr("&Playback"), tr("Play a recording at its own pace"),
+                      toolkit::PlaybackIcon());
+    Toolbar.AddButton(QLatin1String(KeyPlaybackBurst), tr("Playback &Burst"),
+                      tr("Play a recording as fast as possible"), toolkit::BurstIcon());
+    Toolbar.setAccessibleName(tr("Run control"));
+    addToolBar(&Toolbar);
+
+    StatusBar.AddPanel(tr("Run state"), tr("Recording"), false);
+    StatusBar.AddPanel(tr("Targets and messages heard, or the last error"), {}, true);
+    StatusBar.AddPanel(tr("Time since the last line on input #1"), tr("000:00"), false);
+    StatusBar.AddPanel(tr("Time since the last line on input #2"), tr("000:00"), false);
+    StatusBar.AddPanel(tr("Clock"), tr("00:00:00"), false);
+    setStatusBar(&StatusBar);
+    setCentralWidget(&Client);
+
+    m_tDesignRects[Name(SSTab)] = {90, 60, 0, 0};
+    tmrComm.setInterval(1000);
+    tmrTime.setInterval(1000);
+    MSComm(0).SetTitle(tr("input #1"));
+    MSComm(1).SetTitle(tr("input #2"));
+    MSCommOutput.SetTitle(tr("output"));
+    for (toolkit::SerialPort* pPort : {&MSComm(0), &MSComm(1), &MSCommOutput}) pPort->SetAccess(m_tPlatform.Serial);
+}
+
+void FormDesign::Place(QWidget& tControl, const Rect& tRect) {
+    m_tRects[Name(tControl)] = tRect;
+    QRect tPixels = ToPixels(tRect);
+    if (tControl.parentWidget()->parentWidget() == &SSTab) tPixels.translate(-SSTab.PageOrigin());
+    tControl.setGeometry(tPixels);
+}
+
+void FormDesign::Put(QWidget& tControl, const Rect& tRect) {
+    m_tDesignRects[Name(tControl)] = tRect;
+    Place(tControl, tRect);
+}
+
+double FormDesign::BodyTop() const { return ToTwips(SSTab.PageOrigin().y()) + BodyGap; }
+
+double FormDesign::PutRow(double dLeft, double dTop, const std::vector<std::pair<QWidget*, double>>& tWidths) {
+    double dHeight = 0;
+    for (const auto& [pControl, dWidth] : tWidths) {
+        dHeight = std::max(dHeight, ToTwips(pControl->sizeHint().height()));
+    }
+    for (const auto& [pControl, dWidth] : tWidths) {
+        const double dOwn = dWidth > 0 ? dWidth : ToTwips(pControl->sizeHint().width());
+        Put(*pControl, {dLeft, dTop, dOwn, dHeight});
+        dLeft += dOwn + ColumnGap;
+    }
+    return dTop + dHeight;
+}
+
+void FormDesign::DesignTabOrder() {
+    const std::vector<QWidget*> pOrder = {
+        &SSTab.Bar(), &chkCommEnabled(0), &txtCommPort(0), &txtCommSettings(0), &chkCommEnabled(1), &txtCommPort(1),
+        &txtCommSettings(1), &lstCommData(0), &lstCommData(1), &lstRxData, &txtRxNasaChannel, &cmdRxNasaChannel,
+        &txtRxNasaInterval, &cmdRxNasaInterval, &chkRxNasaPower, &lstAisData, &txtGpsLat, &txtGpsLon, &lstGpsData,
+        &cmbTargetDetail, &cmbTargetSort, &chkTargetTrack, &cmbTargetTarget, &grdTargetData, &grdMessageData,
+        &grdSpecData, &txtTimingRateTx, &txtTimingRateRc, &txtTimingTimeSpan, &cmdTimingApply, &chkOutputEnabled,
+        &txtOutputPort, &txtOutputSettings, &chkOutputRMC, &lstOutputData};
+    for (std::size_t i = 1; i < pOrder.size(); ++i) setTabOrder(pOrder[i - 1], pOrder[i]);
+}
+
+}  // namespace ui
