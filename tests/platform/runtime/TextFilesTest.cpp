@@ -1,0 +1,581 @@
+// Text files by number, on real files of the system: line ends, block borders, and everything that can go wrong.
+#include "platform/runtime/TextFiles.h"
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <QByteArray>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QTest>
+#include <algorithm>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+using namespace runtime;
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+// The lines of a text, found character by character.
+Lines SplitLines(const QByteArray& sText) {
+    Lines sLines;
+    std::string sLine;
+    bool bOpen = false;
+    for (qsizetype i = 0; i < sText.size(); ++i) {
+        const char c = sText.at(i);
+        if (c != '\r' && c != '\n') {
+            sLine += c;
+            bOpen = true;
+            continue;
+        }
+        if (c == '\r' && i + 1 < sText.size() && sText.at(i + 1) == '\n') ++i;
+        sLines.push_back(sLine);
+        sLine.clear();
+        bOpen = false;
+    }
+    if (bOpen) sLines.push_back(sLine);
+    return sLines;
+}
+
+Lines ReadAll(TextFiles& tFiles, std::int16_t iFile) {
+    Lines sLines;
+    while (!tFiles.AtEnd(iFile)) sLines.emplace_back(tFiles.ReadLine(iFile));
+    return sLines;
+}
+
+// What FileError says, or empty text.
+template <typename Action>
+QByteArray Failure(Action tAction) {
+    try {
+        tAction();
+    } catch (const FileError& tError) {
+        return tError.what();
+    }
+    return {};
+}
+
+qsizetype FirstDifference(const Lines& sA, const Lines& sB) {
+    return std::mismatch(sA.begin(), sA.end(), sB.begin(), sB.end()).first - sA.begin();
+}
+
+}  // namespace
+
+class TextFilesTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void linesEndInAnyOfThreeWays_data();
+    void linesEndInAnyOfThreeWays();
+    void lineEndsAcrossEveryBlockBorder_data();
+    void lineEndsAcrossEveryBlockBorder();
+    void randomFilesSplitAlike();
+    void manyLinesOfOneKindAreQuick_data();
+    void manyLinesOfOneKindAreQuick();
+    void lineOfTheLongestLengthIsRead_data();
+    void lineOfTheLongestLengthIsRead();
+    void longerLineIsAnError();
+    void hugeLineIsAnErrorAtOnce();
+    void longFileTakesConstantMemory();
+    void beginAndEndAreTold();
+    void readingPastTheEndIsAnError();
+    void fileThatShrinksEndsEarly();
+    void fileThatGrowsIsReadOn();
+    void unusualFilesAreRefusedAtOnce_data();
+    void unusualFilesAreRefusedAtOnce();
+    void unreadableFileIsRefused();
+    void numbersAreTheLowestFree();
+    void takenNumberIsRefused();
+    void numbersOutsideTheRangeAreRefused();
+    void writtenLinesEndInCarriageReturnAndLineFeed();
+    void everyByteIsWrittenAndReadBack();
+    void outputReplacesWhatWasThere();
+    void linesReachTheFileAtAFlush();
+    void manyLinesAreAllWritten();
+    void fullDiskIsReported();
+    void fullDiskIsReportedWithoutAFlush();
+    void outputThatCannotBeMadeIsRefused_data();
+    void outputThatCannotBeMadeIsRefused();
+    void wrongDirectionIsAnError();
+    void closingFreesTheNumber();
+    void filesAreNotInheritedByOtherPrograms();
+
+private:
+    std::string Path(const char* sName) const { return m_tFolder->filePath(QLatin1StringView(sName)).toStdString(); }
+    std::string Make(const QByteArray& sText) const;
+    static QByteArray Content(const std::string& sPath);
+
+    std::unique_ptr<QTemporaryDir> m_tFolder;
+};
+
+void TextFilesTest::init() {
+    m_tFolder = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_tFolder->isValid());
+}
+
+std::string TextFilesTest::Make(const QByteArray& sText) const {
+    const std::string sPath = Path("input.txt");
+    QFile tFile(QString::fromStdString(sPath));
+    if (!tFile.open(QIODevice::WriteOnly) || tFile.write(sText) != sText.size()) qFatal("cannot write the test's file");
+    return sPath;
+}
+
+QByteArray TextFilesTest::Content(const std::string& sPath) {
+    QFile tFile(QString::fromStdString(sPath));
+    if (!tFile.open(QIODevice::ReadOnly)) qFatal("cannot read the test's file");
+    return tFile.readAll();
+}
+
+void TextFilesTest::linesEndInAnyOfThreeWays_data() {
+    QTest::addColumn<QByteArray>("sText");
+    QTest::addColumn<QByteArrayList>("sLines");
+    const auto Row = [](const char* sName, const QByteArray& sText, const QByteArrayList& sLines) {
+        QTest::newRow(sName) << sText << sLines;
+    };
+    Row("empty file", "", {});
+    Row("CR LF", "a\r\nb\r\n", {"a", "b"});
+    Row("LF", "a\nb\n", {"a", "b"});
+    Row("CR", "a\rb\r", {"a", "b"});
+    Row("mixed", "a\rb\nc\r\nd", {"a", "b", "c", "d"});
+    Row("no end at the last line", "a\r\nb", {"a", "b"});
+    Row("one line without end", "a", {"a"});
+    Row("empty lines", "\r\n\r\na\n\n", {"", "", "a", ""});
+    Row("LF CR is two ends", "a\n\rb\n\r", {"a", "", "b", ""});
+    Row("CR CR LF is two ends", "a\r\r\nb", {"a", "", "b"});
+    Row("one CR", "\r", {""});
+    Row("one LF", "\n", {""});
+    Row("one CR LF", "\r\n", {""});
+    Row("bytes 0 and 26 are characters",
+        QByteArray("a\0\x1A"
+                   "b\r\nc",
+                   7),
+        {QByteArray("a\0\x1A"
+                    "b",
+                    4),
+         "c"});
+    Row("high bytes", "\xB0\xFF\r\n", {"\xB0\xFF"});
+}
+
+void TextFilesTest::linesEndInAnyOfThreeWays() {
+    QFETCH(QByteArray, sText);
+    QFETCH(QByteArrayList, sLines);
+    TextFiles tFiles;
+    tFiles.OpenForInput(1, Make(sText));
+    for (const QByteArray& sLine : sLines) {
+        QVERIFY(!tFiles.AtEnd(1));
+        QCOMPARE(QByteArray::fromStdString(std::string(tFiles.ReadLine(1))), sLine);
+    }
+    QVERIFY(tFiles.AtEnd(1));
+}
+
+void TextFilesTest::lineEndsAcrossEveryBlockBorder_data() {
+    QTest::addColumn<int>("iBorder");
+    for (const int iKilobytes : {4, 64, 128, 256}) {
+        QTest::addRow("%d KiB", iKilobytes) << iKilobytes * 1024;
+    }
+}
+
+void TextFilesTest::lineEndsAcrossEveryBlockBorder() {
+    QFETCH(int, iBorder);
+    for (int iShift = -3; iShift <= 3; ++iShift) {
+        for (const char* sEnd : {"\r\n", "\r", "\n", "\r\r\n", "\n\r\n"}) {
+            for (const char* sRest : {"next\r\nlast", "", "\n"}) {
+                QByteArray sText;
+                while (sText.size() + 64 < iBorder + iShift) sText += QByteArray(62, 'x') + "\r\n";
+                sText += QByteArray(iBorder + iShift - sText.size(), 'y') + sEnd + sRest;
+                TextFiles tFiles;
+                tFiles.OpenForInput(1, Make(sText));
+                QVERIFY(ReadAll(tFiles, 1) == SplitLines(sText));
+            }
+        }
+    }
+}
+
+void TextFilesTest::randomFilesSplitAlike() {
+    std::mt19937 tRandom(7);
+    for (int iFile = 0; iFile < 10; ++iFile) {
+        // From nearly every byte a line end to lines longer than a block.
+        const int iOneIn = 1 << (iFile * 2);
+        std::uniform_int_distribution<int> tKind(0, 2 * iOneIn);
+        QByteArray sText(700000, 'x');
+        for (char& c : sText) {
+            const int iKind = tKind(tRandom);
+            if (iKind < 2) c = iKind == 0 ? '\r' : '\n';
+        }
+        TextFiles tFiles;
+        tFiles.OpenForInput(1, Make(sText));
+        const Lines sRead = ReadAll(tFiles, 1);
+        const Lines sExpected = SplitLines(sText);
+        QCOMPARE(FirstDifference(sRead, sExpected), qsizetype(sExpected.size()));
+        QCOMPARE(sRead.size(), sExpected.size());
+    }
+}
+
+void TextFilesTest::manyLinesOfOneKindAreQuick_data() {
+    QTest::addColumn<QByteArray>("sEnd");
+    QTest::newRow("CR LF") << QByteArray("\r\n");
+    QTest::newRow("LF") << QByteArray("\n");
+    QTest::newRow("CR") << QByteArray("\r");
+}
+
+// A search that went through the whole block for every line would take minutes.
+void TextFilesTest::manyLinesOfOneKindAreQuick() {
+    QFETCH(QByteArray, sEnd);
+    const QByteArray sText = ("x" + sEnd).repeated(3000000);
+    TextFiles tFiles;
+    tFiles.OpenForInput(1, Make(sText));
+    QElapsedTimer tClock;
+    tClock.start();
+    int iLines = 0;
+    while (!tFiles.AtEnd(1)) iLines += tFiles.ReadLine(1) == "x" ? 1 : 0;
+    QCOMPARE(iLines, 3000000);
+    QVERIFY(tClock.elapsed() < 20000);
+}
+
+void TextFilesTest::lineOfTheLongestLengthIsRead_data() {
+    QTest::addColumn<QByteArray>("sBefore");
+    QTest::addColumn<QByteArray>("sEnd");
+    for (const char* sBefore : {"", "first\r\n"}) {
+        for (const char* sEnd : {"\r\n", "\n", "\r", ""}) {
+            QTest::addRow("%s before, end of %d", *sBefore ? "line" : "nothing", int(qstrlen(sEnd)) * 100 + sEnd[0])
+                << QByteArray(sBefore) << QByteArray(sEnd);
+        }
+    }
+}
+
+void TextFilesTest::lineOfTheLongestLengthIsRead() {
+    QFETCH(QByteArray, sBefore);
+    QFETCH(QByteArray, sEnd);
+    const QByteArray sText = sBefore + QByteArray(TextFiles::LongestLine, 'x') + sEnd + (sEnd.isEmpty() ? "" : "last");
+    TextFiles tFiles;
+    tFiles.OpenForInput(1, Make(sText));
+    QVERIFY(ReadAll(tFiles, 1) == SplitLines(sText));
+}
+
+void TextFilesTest::longerLineIsAnError() {
+    for (const char* sEnd : {"\r\n", "\n", "\r", ""}) {
+        TextFiles tFiles;
+        tFiles.OpenForInput(1, Make("first\r\n" + QByteArray(TextFiles::LongestLine + 1, 'x') + sEnd));
+        QVERIFY(tFiles.ReadLine(1) == "first");
+        QVERIFY(!tFiles.AtEnd(1));
+        QCOMPARE(Failure([&] { tFiles.ReadLine(1); }), QByteArray("Line too long"));
+        tFiles.Close(1);
+    }
+}
+
+void TextFilesTest::hugeLineIsAnErrorAtOnce() {
+    const std::string sPath = Make("");
+    QCOMPARE(::truncate(sPath.c_str(), off_t{1} << 30), 0);
+    TextFiles tFiles;
+    tFiles.OpenForInput(1, sPath);
+    QElapsedTimer tClock;
+    tClock.start();
+    QCOMPARE(Failure([&] { tFiles.ReadLine(1); }), QByteArray("Line too long"));
+    QVERIFY(tClock.elapsed() < 2000);
+}
+
+void TextFilesTest::longFileTakesConstantMemory() {
+    const std::string sPath = Path("long.txt");
+    {
+        TextFiles tFiles;
+        tFiles.OpenForOutput(1, sPath);
+        for (int i = 0; i < 1000000; ++i) tFiles.WriteLine(1, "!AIVDM,1,1,,A,15M67FC000G?ufbE`FepT@3n00Sa,0*5C");
+    }
+    struct rusage tBefore {};
+    struct rusage tAfter {};
+    ::getrusage(RUSAGE_SELF, &tBefore);
+    TextFiles tFiles;
+    tFiles.OpenForInput(1, sPath);
+    int iLines = 0;
+    for (; !tFiles.AtEnd(1); ++iLines) tFiles.ReadLine(1);
+    ::getrusage(RUSAGE_SELF, &tAfter);
+    QCOMPARE(iLines, 1000000);
+    QVERIFY2(tAfter.ru_maxrss - tBefore.ru_maxrss < 8 * 1024, "reading 49 MB took more than 8 MB");
+}
+
+void TextFilesTest::beginAndEndAreTold() {
+    TextFiles tFiles;
+    tFiles.OpenForInput(1, Make("a\r\nb\r\n"));
+    QVERIFY(tFiles.AtStart(1));
+    QVERIFY(!tFiles.AtEnd(1));
+    QVERIFY(tFiles.AtStart(1));  // asking for the end reads nothing
+    tFiles.ReadLine(1);
+    QVERIFY(!tFiles.AtStart(1));
+    QVERIFY(!tFiles.AtEnd(1));
+    tFiles.ReadLine(1);
+    QVERIFY(tFiles.AtEnd(1));
+    tFiles.Close(1);
+
+    tFiles.OpenForInput(1, Make(""));
+    QVERIFY(tFiles.AtStart(1));
+    QVERIFY(tFiles.AtEnd(1));
+    QVERIFY(tFiles.AtStart(1));
+}
+
+void TextFilesTest::readingPastTheEndIsAnError() {
+    TextFiles tFiles;
+    tFiles.OpenForInput(1, Make("a"));
+    tFiles.ReadLine(1);
+    QCOMPARE(Failure([&] { tFiles.ReadLine(1); }), QByteArray("Input past end of file"));
+    QVERIFY(tFiles.AtEnd(1));
+}
+
+void TextFilesTest::fileThatShrinksEndsEarly() {
+    const std::string sPath = Make(QByteArray("a line of text\r\n").repeated(100000));
+    TextFiles tFiles;
+    tFiles.OpenForInput(1, sPath);
+    QVERIFY(tFiles.ReadLine(1) == "a line of text");
+    QCOMPARE(::truncate(sPath.c_str(), 100), 0);
+    int iLines = 1;
+    for (; !tFiles.AtEnd(1); ++iLines) tFiles.ReadLine(1);
+    QVERIFY(iLines < 100000);
+}
+
+void TextFilesTest::fileThatGrowsIsReadOn() {
+    const std::string sPath = Make("a\r\nb\r");
+    TextFiles tFiles;
+    tFiles.OpenForInput(1, sPath);
+    QVERIFY(tFiles.ReadLine(1) == "a");
+    QFile tMore(QString::fromStdString(sPath));
+    QVERIFY(tMore.open(QIODevice::Append | QIODevice::Unbuffered));
+    tMore.write("\nc");
+    QVERIFY(tFiles.ReadLine(1) == "b");  // its LF came later
+    tMore.write("d\r\n");
+    QVERIFY(tFiles.ReadLine(1) == "cd");
+    QVERIFY(tFiles.AtEnd(1));
+    tMore.write("e");
+    QVERIFY(!tFiles.AtEnd(1));
+    QVERIFY(tFiles.ReadLine(1) == "e");
+}
+
+void TextFilesTest::unusualFilesAreRefusedAtOnce_data() {
+    QTest::addColumn<QByteArray>("sPath");
+    QTest::addColumn<QByteArray>("sText");
+    QTest::newRow("missing") << QByteArray("/nowhere/at/all.txt") << QByteArray("No such file or directory");
+    QTest::newRow("no name") << QByteArray("") << QByteArray("No such file or directory");
+    QTest::newRow("directory") << QByteArray("/tmp") << QByteArray("Is a directory");
+    QTest::newRow("endless device") << QByteArray("/dev/zero") << QByteArray("Not a regular file");
+    QTest::newRow("terminal") << QByteArray("/dev/ptmx") << QByteArray("Not a regular file");
+    QTest::newRow("FIFO without writer") << QByteArray("fifo") << QByteArray("Not a regular file");
+}
+
+void TextFilesTest::unusualFilesAreRefusedAtOnce() {
+    QFETCH(QByteArray, sPath);
+    QFETCH(QByteArray, sText);
+    if (sPath == "fifo") {
+        sPath = QByteArray::fromStdString(Path("fifo"));
+        QCOMPARE(::mkfifo(sPath.constData(), 0600), 0);
+    }
+    TextFiles tFiles;
+    QCOMPARE(Failure([&] { tFiles.OpenForInput(1, sPath.toStdString()); }), sText);
+    QVERIFY(!tFiles.IsOpen(1));
+}
+
+void TextFilesTest::unreadableFileIsRefused() {
+    const std::string sPath = Make("a\r\n");
+    QCOMPARE(::chmod(sPath.c_str(), 0), 0);
+    QCOMPARE(::chmod(m_tFolder->path().toLocal8Bit().constData(), 0755), 0);
+    const uid_t iUser = ::geteuid();
+    if (iUser == 0) QCOMPARE(::seteuid(65534), 0);  // permissions do not bind the superuser
+    TextFiles tFiles;
+    const QByteArray sText = Failure([&] { tFiles.OpenForInput(1, sPath); });
+    QCOMPARE(::seteuid(iUser), 0);
+    QCOMPARE(sText, QByteArray("Permission denied"));
+}
+
+void TextFilesTest::numbersAreTheLowestFree() {
+    const std::string sPath = Make("a\r\n");
+    TextFiles tFiles;
+    for (std::int16_t i = 1; i <= 255; ++i) {
+        QCOMPARE(tFiles.FreeFile(), i);
+        tFiles.OpenForInput(i, sPath);
+    }
+    QVERIFY(!Failure([&] { tFiles.FreeFile(); }).isEmpty());
+    tFiles.Close(200);
+    tFiles.Close(17);
+    QCOMPARE(tFiles.FreeFile(), std::int16_t{17});
+    tFiles.OpenForInput(17, sPath);
+    QCOMPARE(tFiles.FreeFile(), std::int16_t{200});
+}
+
+void TextFilesTest::takenNumberIsRefused() {
+    TextFiles tFiles;
+    tFiles.OpenForInput(1, Make("a\r\nb\r\n"));
+    QVERIFY(tFiles.ReadLine(1) == "a");
+    const std::string sOther = Path("other.txt");
+    QVERIFY(!Failure([&] { tFiles.OpenForInput(1, sOther); }).isEmpty());
+    QVERIFY(!Failure([&] { tFiles.OpenForOutput(1, sOther); }).isEmpty());
+    QVERIFY(!QFileInfo::exists(QString::fromStdString(sOther)));
+    QVERIFY(tFiles.ReadLine(1) == "b");
+}
+
+void TextFilesTest::numbersOutsideTheRangeAreRefused() {
+    const std::string sPath = Make("a\r\n");
+    TextFiles tFiles;
+    for (const std::int16_t i : {std::int16_t{-1}, std::int16_t{0}, std::int16_t{256}, std::int16_t{32767}}) {
+        QVERIFY(!Failure([&] { tFiles.OpenForInput(i, sPath); }).isEmpty());
+        QVERIFY(!Failure([&] { tFiles.OpenForOutput(i, sPath); }).isEmpty());
+        QVERIFY(!Failure([&] { tFiles.ReadLine(i); }).isEmpty());
+        QVERIFY(!tFiles.IsOpen(i));
+        tFiles.Close(i);
+        tFiles.Flush(i);
+    }
+    QCOMPARE(Content(sPath), QByteArray("a\r\n"));
+}
+
+void TextFilesTest::writtenLinesEndInCarriageReturnAndLineFeed() {
+    const std::string sPath = Path("output.txt");
+    TextFiles tFiles;
+    tFiles.OpenForOutput(1, sPath);
+    tFiles.WriteLine(1, "first");
+    tFiles.WriteLine(1, "");
+    tFiles.WriteLine(1, "last");
+    tFiles.Close(1);
+    QCOMPARE(Content(sPath), QByteArray("first\r\n\r\nlast\r\n"));
+}
+
+void TextFilesTest::everyByteIsWrittenAndReadBack() {
+    const std::string sPath = Path("output.txt");
+    std::string sLine;
+    for (int i = 0; i < 256; ++i) {
+        if (i != '\r' && i != '\n') sLine += static_cast<char>(i);
+    }
+    TextFiles tFiles;
+    tFiles.OpenForOutput(1, sPath);
+    tFiles.WriteLine(1, sLine);
+    tFiles.Close(1);
+    tFiles.OpenForInput(1, sPath);
+    QVERIFY(tFiles.ReadLine(1) == sLine);
+    QVERIFY(tFiles.AtEnd(1));
+}
+
+void TextFilesTest::outputReplacesWhatWasThere() {
+    const std::string sPath = Make("much longer than what comes\r\n");
+    TextFiles tFiles;
+    tFiles.OpenForOutput(1, sPath);
+    QCOMPARE(Content(sPath), QByteArray());
+    tFiles.WriteLine(1, "short");
+    tFiles.Close(1);
+    QCOMPARE(Content(sPath), QByteArray("short\r\n"));
+}
+
+void TextFilesTest::linesReachTheFileAtAFlush() {
+    const std::string sPath = Path("output.txt");
+    {
+        TextFiles tFiles;
+        tFiles.OpenForOutput(1, sPath);
+        tFiles.WriteLine(1, "a");
+        tFiles.Flush(1);
+        QCOMPARE(Content(sPath), QByteArray("a\r\n"));
+        tFiles.Flush(1);
+        QCOMPARE(Content(sPath), QByteArray("a\r\n"));
+        tFiles.WriteLine(1, "b");
+    }
+    QCOMPARE(Content(sPath), QByteArray("a\r\nb\r\n"));  // the last one at the end of the files' life
+}
+
+void TextFilesTest::manyLinesAreAllWritten() {
+    const std::string sPath = Path("output.txt");
+    QByteArray sExpected;
+    TextFiles tFiles;
+    tFiles.OpenForOutput(1, sPath);
+    for (int i = 0; i < 100000; ++i) {
+        const QByteArray sLine = QByteArray::number(i);
+        tFiles.WriteLine(1, sLine.toStdString());
+        sExpected += sLine + "\r\n";
+    }
+    const std::string sLong(1000000, 'x');
+    tFiles.WriteLine(1, sLong);
+    sExpected += QByteArray::fromStdString(sLong) + "\r\n";
+    tFiles.Close(1);
+    QVERIFY(Content(sPath) == sExpected);
+}
+
+void TextFilesTest::fullDiskIsReported() {
+    TextFiles tFiles;
+    tFiles.OpenForOutput(1, "/dev/full");
+    tFiles.WriteLine(1, "a");
+    QCOMPARE(Failure([&] { tFiles.Flush(1); }), QByteArray("No space left on device"));
+    tFiles.Close(1);
+    QVERIFY(!tFiles.IsOpen(1));
+}
+
+void TextFilesTest::fullDiskIsReportedWithoutAFlush() {
+    TextFiles tFiles;
+    tFiles.OpenForOutput(1, "/dev/full");
+    const QByteArray sText = Failure([&] {
+        for (int i = 0; i < 1000000; ++i) tFiles.WriteLine(1, "a line of text");
+    });
+    QCOMPARE(sText, QByteArray("No space left on device"));
+}
+
+void TextFilesTest::outputThatCannotBeMadeIsRefused_data() {
+    QTest::addColumn<QByteArray>("sPath");
+    QTest::addColumn<QByteArray>("sText");
+    QTest::newRow("folder missing") << QByteArray("/nowhere/at/all.txt") << QByteArray("No such file or directory");
+    QTest::newRow("directory") << QByteArray("/tmp") << QByteArray("Is a directory");
+    QTest::newRow("FIFO without reader") << QByteArray("fifo") << QByteArray("No such device or address");
+}
+
+void TextFilesTest::outputThatCannotBeMadeIsRefused() {
+    QFETCH(QByteArray, sPath);
+    QFETCH(QByteArray, sText);
+    if (sPath == "fifo") {
+        sPath = QByteArray::fromStdString(Path("fifo"));
+        QCOMPARE(::mkfifo(sPath.constData(), 0600), 0);
+    }
+    TextFiles tFiles;
+    QCOMPARE(Failure([&] { tFiles.OpenForOutput(1, sPath.toStdString()); }), sText);
+    QVERIFY(!tFiles.IsOpen(1));
+}
+
+void TextFilesTest::wrongDirectionIsAnError() {
+    TextFiles tFiles;
+    tFiles.OpenForInput(1, Make("a\r\n"));
+    tFiles.OpenForOutput(2, Path("output.txt"));
+    QVERIFY(!Failure([&] { tFiles.WriteLine(1, "x"); }).isEmpty());
+    QVERIFY(!Failure([&] { tFiles.ReadLine(2); }).isEmpty());
+    QVERIFY(!Failure([&] { tFiles.WriteLine(3, "x"); }).isEmpty());
+    QVERIFY(!Failure([&] { tFiles.ReadLine(3); }).isEmpty());
+    tFiles.Flush(1);
+    QVERIFY(tFiles.ReadLine(1) == "a");
+}
+
+void TextFilesTest::closingFreesTheNumber() {
+    TextFiles tFiles;
+    const std::string sPath = Make("a\r\nb\r\n");
+    tFiles.OpenForInput(1, sPath);
+    QVERIFY(tFiles.IsOpen(1));
+    tFiles.ReadLine(1);
+    tFiles.Close(1);
+    tFiles.Close(1);
+    QVERIFY(!tFiles.IsOpen(1));
+    tFiles.OpenForInput(1, sPath);
+    QVERIFY(tFiles.AtStart(1));
+    QVERIFY(tFiles.ReadLine(1) == "a");
+}
+
+void TextFilesTest::filesAreNotInheritedByOtherPrograms() {
+    const std::string sInput = Make("a\r\n");
+    TextFiles tFiles;
+    tFiles.OpenForInput(1, sInput);
+    tFiles.OpenForOutput(2, Path("output.txt"));
+    int iFound = 0;
+    for (int iDescriptor = 0; iDescriptor < 1024; ++iDescriptor) {
+        const QFileInfo tLink(QStringLiteral("/proc/self/fd/%1").arg(iDescriptor));
+        if (!tLink.symLinkTarget().startsWith(m_tFolder->path())) continue;
+        ++iFound;
+        QVERIFY((::fcntl(iDescriptor, F_GETFD) & FD_CLOEXEC) != 0);
+    }
+    QCOMPARE(iFound, 2);
+}
+
+QTEST_GUILESS_MAIN(TextFilesTest)
+#include "TextFilesTest.moc"

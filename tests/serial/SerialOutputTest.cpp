@@ -1,0 +1,194 @@
+// Texts that travel through a serial port to a pseudo-terminal whose far end reads at once, late, or never.
+#include <QElapsedTimer>
+#include <QTest>
+
+#include "platform/toolkit/SerialPort.h"
+#include "tests/support/PtyPort.h"
+
+using support::PtyPort;
+using toolkit::SerialPort;
+
+namespace {
+constexpr int QueueAt4800 = 4800;  // ten seconds of 480 characters
+
+struct Sender {
+    SerialPort tPort;
+    std::vector<int> iEvents;
+
+    explicit Sender(const PtyPort& tPty, std::string_view sSettings = "4800,n,8,1") {
+        QObject::connect(&tPort, &SerialPort::OnComm, &tPort, [this] { iEvents.push_back(tPort.CommEvent()); });
+        tPort.SetCommPort(tPty.Link().toStdString());
+        tPort.SetSettings(sSettings);
+        tPort.OpenPort();
+    }
+};
+
+std::string Sentence(int iNumber) {
+    std::string sNumber = std::to_string(iNumber);
+    return "!AIVDM,1,1,,A," + std::string(8 - sNumber.size(), '0') + sNumber + ",0*00\r\n";
+}
+// Reads until nothing has come for fifty turns of the event loop.
+std::string Drain(PtyPort& tPty) {
+    std::string sData;
+    for (int iQuiet = 0; iQuiet < 50; ++iQuiet) {
+        QTest::qWait(1);
+        const std::string sMore = tPty.Read();
+        if (!sMore.empty()) iQuiet = 0;
+        sData += sMore;
+    }
+    return sData;
+}
+}  // namespace
+
+class SerialOutputTest : public QObject {
+    Q_OBJECT
+private slots:
+    void TextIsOutAtOnce();
+    void EveryByteValueIsSentUnchanged();
+    void LastTextBeforeTheCloseArrives();
+    void CloseHandsOverWhatStillWaits();
+    void SlowReaderGetsEverythingInOrder();
+    void ReaderThatNeverReadsDoesNotBlockOrGrow();
+    void SentencesAreDroppedWhole();
+    void FullDeviceDoesNotCountAsVanished();
+    void ClosingWithAStuckReaderDoesNotBlock();
+    void TwoDirectionsAtOnce();
+};
+
+void SerialOutputTest::TextIsOutAtOnce() {
+    PtyPort tPty;
+    Sender t(tPty);
+    t.tPort.Output("$PNMLC,A*00\r\n");
+    QCOMPARE(tPty.Read(), std::string("$PNMLC,A*00\r\n"));  // no turn of the event loop in between
+}
+
+void SerialOutputTest::EveryByteValueIsSentUnchanged() {
+    PtyPort tPty;
+    Sender t(tPty);
+    std::string sAll;
+    for (int i = 0; i < 256; ++i) sAll += static_cast<char>(i);
+    t.tPort.Output(sAll);
+    QVERIFY(tPty.ReadAtLeast(256) == sAll);
+}
+
+void SerialOutputTest::LastTextBeforeTheCloseArrives() {
+    PtyPort tPty;
+    Sender t(tPty);
+    t.tPort.Output("good");
+    t.tPort.Output("bye");
+    t.tPort.ClosePort();
+    QCOMPARE(tPty.Read(), std::string("goodbye"));
+}
+
+void SerialOutputTest::CloseHandsOverWhatStillWaits() {
+    PtyPort tPty;
+    Sender t(tPty);
+    while (t.iEvents.empty()) t.tPort.Output(Sentence(0));  // kernel and queue are full
+    std::string sArrived = tPty.Read();
+    // The kernel frees its buffers a moment after they are read. No event loop: the queue is still full.
+    for (int i = 0; i < 20; ++i) {
+        QTest::qSleep(1);
+        sArrived += tPty.Read();
+    }
+    t.tPort.ClosePort();
+    QTest::qSleep(20);
+    QVERIFY(tPty.Read().size() > QueueAt4800 - Sentence(0).size());
+}
+
+void SerialOutputTest::SlowReaderGetsEverythingInOrder() {
+    PtyPort tPty;
+    Sender t(tPty);
+    std::string sSent, sArrived;
+    // In steps that kernel and queue can always hold, the reader lagging behind by a step.
+    for (int i = 0; i < 3000; ++i) {
+        t.tPort.Output(Sentence(i));
+        sSent += Sentence(i);
+        if (i % 100 == 99) sArrived += tPty.ReadAtLeast(Sentence(0).size() * 90);
+    }
+    sArrived += tPty.ReadAtLeast(sSent.size() - sArrived.size());
+    QVERIFY(sArrived == sSent);
+    QVERIFY(t.iEvents.empty());
+}
+
+void SerialOutputTest::ReaderThatNeverReadsDoesNotBlockOrGrow() {
+    PtyPort tPty;
+    Sender t(tPty);
+    QElapsedTimer tElapsed;
+    tElapsed.start();
+    for (int i = 0; i < 20000; ++i) t.tPort.Output(Sentence(i));
+    QVERIFY(tElapsed.elapsed() < 5000);
+    QVERIFY(t.tPort.PortOpen());
+    QCOMPARE(t.iEvents, std::vector<int>{1010});
+}
+
+void SerialOutputTest::SentencesAreDroppedWhole() {
+    PtyPort tPty;
+    Sender t(tPty);
+    for (int i = 0; i < 5000; ++i) t.tPort.Output(Sentence(i));
+    // What was taken is an unbroken beginning: the queue of 4800 characters behind what the kernel holds.
+    const std::string sArrived = Drain(tPty);
+    const std::size_t iLength = Sentence(0).size();
+    QCOMPARE(sArrived.size() % iLength, std::size_t{0});
+    const int iTaken = static_cast<int>(sArrived.size() / iLength);
+    QVERIFY(iTaken < 5000);
+    QVERIFY(sArrived.size() > QueueAt4800 - iLength);
+    for (int i = 0; i < iTaken; ++i)
+        QCOMPARE(sArrived.substr(static_cast<std::size_t>(i) * iLength, iLength), Sentence(i));
+    // The way is free again; a new jam is a new episode.
+    t.tPort.Output("free");
+    QCOMPARE(tPty.ReadAtLeast(4), std::string("free"));
+    for (int i = 0; i < 5000; ++i) t.tPort.Output(Sentence(i));
+    QCOMPARE(t.iEvents, (std::vector<int>{1010, 1010}));
+}
+
+void SerialOutputTest::FullDeviceDoesNotCountAsVanished() {
+    PtyPort tPty;
+    Sender t(tPty);
+    for (int i = 0; i < 2000; ++i) {
+        t.tPort.Output(Sentence(i));
+        if (i % 10 == 0) QCoreApplication::processEvents();
+    }
+    QVERIFY(std::find(t.iEvents.begin(), t.iEvents.end(), 2001) == t.iEvents.end());
+    QVERIFY(!tPty.ReadAtLeast(QueueAt4800).empty());
+    // Alternately jammed and read.
+    for (int i = 0; i < 50; ++i) {
+        for (int j = 0; j < 500; ++j) t.tPort.Output(Sentence(j));
+        QVERIFY(!tPty.ReadAtLeast(QueueAt4800 / 2).empty());
+    }
+    QVERIFY(std::find(t.iEvents.begin(), t.iEvents.end(), 2001) == t.iEvents.end());
+}
+
+void SerialOutputTest::ClosingWithAStuckReaderDoesNotBlock() {
+    PtyPort tPty;
+    Sender t(tPty);
+    for (int i = 0; i < 2000; ++i) t.tPort.Output(Sentence(i));
+    QElapsedTimer tElapsed;
+    tElapsed.start();
+    t.tPort.ClosePort();
+    QVERIFY(tElapsed.elapsed() < 1000);
+    QVERIFY(!t.tPort.PortOpen());
+    QCOMPARE(t.iEvents, std::vector<int>{1010});
+}
+
+void SerialOutputTest::TwoDirectionsAtOnce() {
+    PtyPort tPty;
+    Sender t(tPty, "38400,n,8,1");
+    std::string sReceived, sAnswers;
+    QObject::connect(&t.tPort, &SerialPort::OnComm, &t.tPort, [&] {
+        const std::string sInput = t.tPort.Input();
+        sReceived += sInput;
+        t.tPort.Output(sInput);  // from within the event, as forwarding does
+    });
+    std::string sSent;
+    for (int i = 0; i < 500; ++i) {
+        QVERIFY(tPty.Write(Sentence(i)));
+        sSent += Sentence(i);
+        sAnswers += tPty.Read();
+    }
+    sAnswers += tPty.ReadAtLeast(sSent.size() - sAnswers.size());
+    QVERIFY(sReceived == sSent);
+    QVERIFY(sAnswers == sSent);
+}
+
+QTEST_GUILESS_MAIN(SerialOutputTest)
+#include "SerialOutputTest.moc"

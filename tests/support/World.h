@@ -1,0 +1,59 @@
+// What surrounds a window under test: a clock that stands still until it is moved, prepared answers for dialogs, ports
+// in memory (or wherever a test says), a folder of its own for program and profile. Everything asked for is kept.
+#pragma once
+
+#include <QStringList>
+#include <QTemporaryDir>
+#include <deque>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/toolkit/Platform.h"
+#include "tests/support/MemoryDevice.h"
+
+namespace support {
+
+class World {
+public:
+    World();
+
+    // Handed to the window; refers to this world, which must outlive it.
+    toolkit::Platform MakePlatform();
+
+    // The clock, at first 2011-05-15 12:00:00.
+    runtime::DateTime dtNow;
+    void SetClock(std::string_view sIso);
+    // The seconds-since-midnight clock: every look at it is dTimerStep later, so that a paced loop ends by itself.
+    double dTimer = 43200;
+    double dTimerStep = 0.004;
+    std::function<void()> tYield;  // what a turn of the event loop does; the real one when empty
+
+    // Dialog answers, first come first served; nothing in one means cancelled. A dialog without an answer is cancelled
+    // and counted in iUnanswered.
+    std::deque<std::optional<QString>> tFileAnswers;
+    int iUnanswered = 0;
+    std::vector<toolkit::FileRequest> tDialogs;
+    QStringList sMessages;
+    std::vector<toolkit::MessageIcon> eMessageIcons;
+    std::vector<bool> bBusyPointer;
+
+    // Ports: numbers 1 to 255 exist in memory, but for those that fail with a text. With bNativeDevices port fields
+    // name real devices (a pseudo-terminal's path).
+    std::map<int, std::string> sBadPorts;
+    bool bNativeDevices = false;
+
+    QString Folder() const { return m_tFolder.path(); }
+    QString Path(const QString& sName) const { return m_tFolder.filePath(sName); }
+    QString ProfileFile() const { return Path(QStringLiteral("tidewatch.Ini")); }
+    void WriteFile(const QString& sPath, std::string_view sContent) const;
+    std::string ReadFile(const QString& sPath) const;
+
+private:
+    void OpenInMemory(const QString& sDevice) const;
+
+    QTemporaryDir m_tFolder;
+};
+
+}  // namespace support
