@@ -96,15 +96,24 @@ void NativeSerialDevice::Open(const QString& sDevice, const runtime::SerialSetti
 }
 
 void NativeSerialDevice::Close() {
-    m_bLost = false;
-    m_sRest.clear();
     m_tmrLineErrors.stop();
-    if (!m_tPort.isOpen()) return;
-    m_bWriting = true;  // an error of this last flush changes nothing any more
-    m_tPort.flush();
+    if (m_tPort.isOpen()) {
+        FlushQueue();
+        if (m_tPort.isOpen()) m_tPort.close();
+        m_tLineErrors.Stop();
+    }
+    m_bLost = false;  // at the end, because the loss may be noticed in the last flush
+    m_sRest.clear();
+}
+
+void NativeSerialDevice::FlushQueue() {
+    m_bWriting = true;
+    for (qint64 lBefore = m_tPort.bytesToWrite(), lLeft = 0; lBefore > 0; lBefore = lLeft) {
+        m_tPort.flush();  // hands over one block of the queue at most
+        lLeft = m_tPort.bytesToWrite();
+        if (lLeft == lBefore) break;
+    }
     m_bWriting = false;
-    if (m_tPort.isOpen()) m_tPort.close();
-    m_tLineErrors.Stop();
 }
 
 std::string NativeSerialDevice::ReadAll() {
@@ -141,7 +150,7 @@ void NativeSerialDevice::OnError(QSerialPort::SerialPortError eError) {
     if (!m_tPort.isOpen()) return;
     // A device that cannot take more characters just now reports the same error as one that is gone.
     if (!HungUp() && (m_bWriting || ++m_iIdleErrors < MostIdleErrors)) return;
-    emit Lost();
+    GiveUp();
 }
 
 bool NativeSerialDevice::HungUp() const {

@@ -28,6 +28,7 @@ public:
     void PollLineErrors();
 
 private:
+    void FlushQueue();
     void OnReadyRead();
     void OnError(QSerialPort::SerialPortError eError);
     bool HungUp() const;

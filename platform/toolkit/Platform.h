@@ -7,9 +7,8 @@
 #include <optional>
 
 #include "platform/runtime/DateTime.h"
+#include "platform/toolkit/Focus.h"
 #include "platform/toolkit/SerialPort.h"
-
-class QWidget;
 
 namespace toolkit {
 
@@ -32,6 +31,7 @@ struct Platform {
     std::function<std::optional<QString>(QWidget* pWindow, const FileRequest&)> AskFile;  // nothing: cancelled
     std::function<void(QWidget* pWindow, const QString& sText, MessageIcon)> ShowMessage;
     std::function<void(bool bBusy)> ShowBusyPointer;
+    std::function<bool(const QWidget& tControl)> HasFocus = toolkit::HasFocus;  // does it hold the keyboard focus
     SerialAccess Serial;
     QString sProgramFile;  // path of the program; the profile and the playback folder follow it
 

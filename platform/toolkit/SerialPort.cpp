@@ -115,6 +115,8 @@ bool SerialPort::PortOpen() const { return d->bOpen; }
 
 QString SerialPort::Device() const { return d->sDevice; }
 
+SerialDevice* SerialPort::OpenDevice() const { return d->pDevice.get(); }
+
 bool SerialPort::ReportsLineErrors() const { return d->pDevice && d->pDevice->ReportsLineErrors(); }
 
 std::string SerialPort::Input() {

@@ -40,6 +40,7 @@ public:
     void ClosePort();       // harmless when closed
     bool PortOpen() const;  // true until ClosePort, also while the device is away
     QString Device() const;  // path of the open device, empty when closed
+    SerialDevice* OpenDevice() const;  // what the port drives; null before the first open
     bool ReportsLineErrors() const;
 
     // All waiting characters (Latin-1).

@@ -16,6 +16,9 @@ TabControl::TabControl(QWidget* pParent) : QWidget(pParent), m_pBar(new QTabBar(
         for (std::size_t i = 0; i < m_pPages.size(); ++i) m_pPages[i]->setVisible(static_cast<int>(i) == iTab);
         emit Click();
     });
+    connect(m_pBar, &QTabBar::tabBarClicked, this, [this](int iTab) {
+        if (iTab == Tab()) emit Click();  // the tab bar reports only changes
+    });
     const auto tTurn = [this](int iStep) { SetTab((Tab() + iStep + Count()) % Count()); };
     auto* pNext = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Tab), this);
     connect(pNext, &QShortcut::activated, this, [tTurn] { tTurn(1); });
@@ -30,6 +33,14 @@ QWidget* TabControl::AddTab(const QString& sCaption) {
     m_pBar->addTab(sCaption);
     PlacePages();
     return pPage;
+}
+
+void TabControl::SetTab(int iTab) {
+    if (iTab == Tab()) {
+        emit Click();
+    } else {
+        m_pBar->setCurrentIndex(iTab);
+    }
 }
 
 void TabControl::PlacePages() {

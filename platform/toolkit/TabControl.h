@@ -18,14 +18,14 @@ public:
     QString Caption(int iTab) const { return m_pBar->tabText(iTab); }
     int Count() const { return m_pBar->count(); }
     int Tab() const { return m_pBar->currentIndex(); }
-    void SetTab(int iTab) { m_pBar->setCurrentIndex(iTab); }
+    void SetTab(int iTab);  // Click follows, also for the tab that is showing
     QWidget* Page(int iTab) const { return m_pPages[static_cast<std::size_t>(iTab)]; }
     // The place of a page inside the tab control, device-independent pixels.
     QPoint PageOrigin() const { return {PageMargin, m_pBar->sizeHint().height()}; }
     QTabBar& Bar() const { return *m_pBar; }
 
 signals:
-    void Click();  // another tab was chosen
+    void Click();  // a tab was chosen, the same one included
 
 protected:
     void resizeEvent(QResizeEvent* pEvent) override;
