@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "app/RecordLine.h"
+#include "decoders/AisReport.h"
 #include "decoders/GpsSentence.h"
 #include "decoders/VdmFields.h"
 #include "decoders/VdmMessage.h"
@@ -21,6 +22,7 @@
 #include "platform/runtime/DateTime.h"
 #include "platform/runtime/TextFiles.h"
 #include "targets/MessageNames.h"
+#include "targets/TargetColumns.h"
 #include "targets/TargetOrder.h"
 #include "ui/FormDesign.h"
 #include "ui/PositionField.h"
@@ -57,6 +59,7 @@ public:
     // Recording and playback (app/frmMain_Record, _Playback)
     void RecordStart();
     void RecordWrite(DateTime dt, std::string_view sSentence);
+    void RecordFlush();  // hands what is recorded to the system; nothing while not recording
     void PlaybackStart(bool bBurst);
     void PlaybackStep(PortIndex Index);
     void PlaybackBurst(PortIndex Index);
@@ -75,19 +78,19 @@ public:
     void OutputData(std::string_view sData, bool bHighlight);
     void RmcFromGll();
 
-    // AIS messages (decoders/frmMain_Vdm)
+    // AIS messages (decoders/frmMain_Vdm, _Reports)
     void VdmDecode(PortIndex Index);
-    static std::int32_t VdmMmsi(const decoders::VdmValues& lData) { return decoders::VdmMmsi(lData); }
-    static void VdmLatitude(const decoders::VdmValues& lData, double& dLatitude, std::string& sLatitude) {
+    static std::int32_t VdmMmsi(decoders::VdmView lData) { return decoders::VdmMmsi(lData); }
+    static void VdmLatitude(decoders::VdmView lData, double& dLatitude, std::string& sLatitude) {
         decoders::VdmLatitude(lData, dLatitude, sLatitude);
     }
-    static void VdmLongitude(const decoders::VdmValues& lData, double& dLongitude, std::string& sLongitude) {
+    static void VdmLongitude(decoders::VdmView lData, double& dLongitude, std::string& sLongitude) {
         decoders::VdmLongitude(lData, dLongitude, sLongitude);
     }
-    static std::string VdmRateOfTurn(const decoders::VdmValues& lData) { return decoders::VdmRateOfTurn(lData); }
-    static std::string VdmSpeed(const decoders::VdmValues& lData) { return decoders::VdmSpeed(lData); }
-    static std::string VdmCourse(const decoders::VdmValues& lData) { return decoders::VdmCourse(lData); }
-    static std::string VdmHeading(const decoders::VdmValues& lData) { return decoders::VdmHeading(lData); }
+    static std::string VdmRateOfTurn(decoders::VdmView lData) { return decoders::VdmRateOfTurn(lData); }
+    static std::string VdmSpeed(decoders::VdmView lData) { return decoders::VdmSpeed(lData); }
+    static std::string VdmCourse(decoders::VdmView lData) { return decoders::VdmCourse(lData); }
+    static std::string VdmHeading(decoders::VdmView lData) { return decoders::VdmHeading(lData); }
 
     // Decode logs (decoders/frmMain_DecodeLogs)
     void LogAis(std::string_view sLine);
@@ -182,10 +185,36 @@ protected:
     void ReadProfileText();
     void ShowPosition(PortIndex Index, const decoders::GpsPosition& t);
 
-    // Steps of VdmDecode
-    void VdmReport(const decoders::VdmValues& lData, DateTime dt, std::string_view sChannel);
-    void VdmReportPosition(const decoders::VdmValues& lData);
-    void VdmReportMotion(const decoders::VdmValues& lData, std::int32_t lMessageId, bool bRateOfTurn);
+    // Reports are kept as values while a batch lasts (one line, one reception, a whole burst) and shown at its end: see
+    // decoders/AisReport.h. Whoever is not within a batch always sees everything shown.
+    class ReportBatch {
+    public:
+        explicit ReportBatch(frmMain& tWindow) : m_tWindow(tWindow) { ++m_tWindow.m_iBatchDepth; }
+        ~ReportBatch() {
+            if (--m_tWindow.m_iBatchDepth == 0) m_tWindow.ShowReports();
+        }
+        ReportBatch(const ReportBatch&) = delete;
+        ReportBatch& operator=(const ReportBatch&) = delete;
+
+    private:
+        frmMain& m_tWindow;
+    };
+    // decoders/frmMain_Reports
+    void KeepReport(decoders::VdmView lData, DateTime dt, std::string_view sChannel);
+    void ShowReports();
+    void ShowReport(const decoders::AisReport& t);
+    void ShowReportPosition(const decoders::AisReport& t);
+    void ShowReportMotion(const decoders::AisReport& t, bool bRateOfTurn);
+    void ShowSignal(DateTime dt, const std::string* pChannel, std::string_view sSignal, std::string_view sThreshold,
+                    std::string_view sInterval);
+    // The parts of TargetUpdate: list and selected target (answers the seconds since the previous message), the row,
+    // the summary.
+    std::int32_t TargetHeard(DateTime dt, std::int32_t lMmsi);
+    void TargetAddRow(DateTime dt, std::int32_t lMmsi, std::string_view sChannel, std::string_view sMessageId,
+                      std::int32_t lLast);
+    void ShowSummary();
+    // An error of the run, in panel 2.
+    void ShowError(std::string_view sText);
 
     void SendReceiverCommand(const std::string& sSentence);
     void LayOutTab(ui::Size tTabs);
@@ -202,12 +231,12 @@ protected:
     bool m_bUnloaded = false;
 
     // Serial input, per port
-    PerPort<std::string> m_sCommBuffer;  // the line being received; the decoders read the sentence from here
-    PerPort<DateTime> m_dtCommLast;      // arrival of the last complete line
-    PerPort<bool> m_bCommReceived;       // a line has come since the last tick of the message clock
-    PerPort<bool> m_bCommLastVdm;        // the last accepted line was !AIVDM
+    PerPort<std::string> m_sCommBuffer;    // the line being received; the decoders read the sentence from here
+    PerPort<DateTime> m_dtCommLast;        // arrival of the last complete line
+    PerPort<bool> m_bCommReceived;         // a line has come since the last tick of the message clock
+    PerPort<bool> m_bCommLastVdm;          // the last accepted line was !AIVDM
     PerPort<std::int32_t> m_lCommSeconds;  // seconds since the last line
-    bool m_bSending = false;             // a receiver command is on its way
+    bool m_bSending = false;               // a receiver command is on its way
 
     // Recording and playback
     bool m_bRecording = false;
@@ -225,7 +254,12 @@ protected:
     std::string m_sVdmChannel;  // of the last decoded AIS message
     DateTime m_dtVdm;           // its arrival
     std::string m_sGllLatitude, m_sGllLongitude, m_sGllTime;
-    std::string m_sLogLine;  // the line being put together, kept for its memory
+    std::array<decoders::AisReport, targets::MessageRowLimit> m_tReports;  // a ring: the newest that are not shown yet
+    std::size_t m_lFirstReport = 0;
+    std::size_t m_lReports = 0;
+    int m_iBatchDepth = 0;
+    bool m_bSummaryDue = false;  // a message was the last to claim panel 2
+    std::string m_sLogLine;      // the line being put together, kept for its memory
 
     // Own position, degrees, north and east positive; written only by the change handlers of its two boxes
     double m_dLatitude = nav::PositionUnknown;
@@ -239,10 +273,9 @@ protected:
     float m_fLastMouseX = 0;
     float m_fLastMouseY = 0;
     bool m_bTargetGridLaidOut = false;
-    std::string m_sCellText;  // the cell being put together, kept for its memory
 
     // Layout and timing
-    bool m_bLayoutReady = false;  // a layout may run: the window has been loaded
+    bool m_bLayoutReady = false;                      // a layout may run: the window has been loaded
     std::optional<ui::TimingInputs> m_tTimingInputs;  // of the latest plan
     std::vector<ui::Primitive> m_tTimingPrimitives;
     std::int32_t m_lTimingRuns = 0;

@@ -20,12 +20,7 @@ void frmMain::tmrComm_Timer() {
 void frmMain::tmrTime_Timer() {
     StatusBar.SetPanelText(ui::PanelClock, runtime::TimeText(m_tPlatform.Now()));
     if (m_bPlayback) PlaybackStep(0);
-    if (!m_bRecording) return;
-    try {
-        m_tFiles.Flush(m_iRecordFile);  // a power cut loses no more than the last second
-    } catch (const runtime::FileError& tError) {
-        RecordFailed(tError);
-    }
+    RecordFlush();  // a power cut loses no more than the last second
 }
 
 }  // namespace app

@@ -73,12 +73,13 @@ bool frmMain::PlaybackReadLine(PortIndex Index) {
         return true;
     } catch (const runtime::FileError& tError) {
         CommStop();
-        StatusBar.SetPanelText(ui::PanelSummary, tError.what());
+        ShowError(tError.what());
         return false;
     }
 }
 
 void frmMain::PlaybackStep(PortIndex Index) {
+    const ReportBatch tBatch(*this);
     const DateTime dtNow = m_tPlatform.Now();
     if (m_tFiles.AtStart(m_iRecordFile)) {
         m_dtPlaybackStart = dtNow;
@@ -95,6 +96,7 @@ void frmMain::PlaybackStep(PortIndex Index) {
 
 void frmMain::PlaybackBurst(PortIndex Index) {
     const toolkit::BusyPointer tBusy(m_tPlatform.ShowBusyPointer);
+    const ReportBatch tBatch(*this);
     while (PlaybackReadLine(Index)) {
         SentenceDispatch(Index);
         m_bCommReceived(Index) = true;
@@ -110,7 +112,7 @@ void frmMain::ClearDisplays() {
     TargetGridSetup(true);
     MessageGridSetup();
     lstOutputData.Lines.Clear();
-    StatusBar.SetPanelText(ui::PanelSummary, "");
+    ShowError("");
     StatusBar.SetPanelText(ui::PanelSilence0, "");
 }
 

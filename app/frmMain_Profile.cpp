@@ -112,7 +112,7 @@ void frmMain::ProfileSave() {
     }
     m_sProfileText = t.Text();
     QSaveFile tFile(QString::fromStdString(m_sProfileFile));
-    tFile.setDirectWriteFallback(true);  // a profile that may be written in a folder that may not
+    tFile.setDirectWriteFallback(true);             // a profile that may be written in a folder that may not
     if (!tFile.open(QIODevice::WriteOnly)) return;  // a failed write is silent
     tFile.write(m_sProfileText.data(), static_cast<qint64>(m_sProfileText.size()));
     tFile.commit();

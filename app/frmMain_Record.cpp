@@ -35,6 +35,15 @@ void frmMain::RecordWrite(DateTime dt, std::string_view sSentence) {
     }
 }
 
+void frmMain::RecordFlush() {
+    if (!m_bRecording) return;
+    try {
+        m_tFiles.Flush(m_iRecordFile);
+    } catch (const runtime::FileError& tError) {
+        RecordFailed(tError);
+    }
+}
+
 // The recording ends, everything else goes on; it can be started anew.
 void frmMain::RecordFailed(const runtime::FileError& tError) {
     m_tFiles.Close(m_iRecordFile);
@@ -42,7 +51,7 @@ void frmMain::RecordFailed(const runtime::FileError& tError) {
     Toolbar.SetPressed(QLatin1String(ui::KeyRecord), false);
     Toolbar.SetEnabled(QLatin1String(ui::KeyRecord), true);
     StatusBar.SetPanelText(ui::PanelState, "Running");
-    StatusBar.SetPanelText(ui::PanelSummary, std::string("Record - ") + tError.what());
+    ShowError(std::string("Record - ") + tError.what());
 }
 
 }  // namespace app

@@ -1,11 +1,12 @@
 // Starting and stopping, and what the controls show of it.
 #include "app/frmMain.h"
-#include "platform/toolkit/Focus.h"
+#include "platform/toolkit/PortNames.h"
 
 namespace app {
 
 void frmMain::OpenPort(toolkit::SerialPort& tPort, toolkit::PortBox& txtPort, const toolkit::TextBox& txtSettings) {
-    m_tPlatform.Serial.Resolve(txtPort.text());  // a text that names no port fails before anything is set
+    // A text that names no port fails before anything is set; a number is set first, whether it exists or not.
+    if (!toolkit::PortNumber(txtPort.text())) m_tPlatform.Serial.Resolve(txtPort.text());
     tPort.SetCommPort(txtPort.Text());
     try {
         tPort.SetSettings(txtSettings.Text());
@@ -16,9 +17,14 @@ void frmMain::OpenPort(toolkit::SerialPort& tPort, toolkit::PortBox& txtPort, co
     txtPort.SetNote(tPort.ReportsLineErrors() ? QString() : tr("This adapter reports no line errors."));
 }
 
+void frmMain::ShowError(std::string_view sText) {
+    m_bSummaryDue = false;
+    StatusBar.SetPanelText(ui::PanelSummary, sText);
+}
+
 void frmMain::ReportOpenFailure(std::string_view sPrefix, const toolkit::CommError& tError) {
     const std::string sDescription = toolkit::ToLatin1(QString::fromUtf8(tError.what()));
-    StatusBar.SetPanelText(ui::PanelSummary, std::string(sPrefix) + sDescription);
+    ShowError(std::string(sPrefix) + sDescription);
     CommStop();
 }
 
@@ -26,12 +32,13 @@ void frmMain::CommStart() {
     ClearDisplays();
     try {
         for (PortIndex i = 0; i < nmea::PortCount; ++i) {
-            m_lCommSeconds(i) = 0;
-            if (!chkCommEnabled(i).isChecked()) continue;
-            OpenPort(MSComm(i), txtCommPort(i), txtCommSettings(i));
-            m_bCommLastVdm(i) = false;
-            m_bCommReceived(i) = false;
-            m_sCommBuffer(i).clear();
+            if (chkCommEnabled(i).isChecked()) {
+                OpenPort(MSComm(i), txtCommPort(i), txtCommSettings(i));
+                m_bCommLastVdm(i) = false;
+                m_bCommReceived(i) = false;
+                m_sCommBuffer(i).clear();
+            }
+            m_lCommSeconds(i) = 0;  // not when the port could not be opened
         }
     } catch (const toolkit::CommError& tError) {
         ReportOpenFailure("Input Comm - ", tError);
@@ -50,6 +57,7 @@ void frmMain::CommStop() {
     for (PortIndex i = 0; i < nmea::PortCount; ++i) {
         if (MSComm(i).PortOpen()) MSComm(i).ClosePort();
     }
+    RecordFlush();  // closing a file tells of no full disk
     // Kept on purpose: m_bPlaybackBurst is not asked, so the file of a burst stays open after its end.
     if (m_bRecording || m_bPlayback) m_tFiles.Close(m_iRecordFile);
     if (MSCommOutput.PortOpen()) MSCommOutput.ClosePort();
@@ -105,7 +113,7 @@ void frmMain::Toolbar_ButtonClick(const QString& sKey) {
 }
 
 void frmMain::chkCommEnabled_Click(PortIndex Index) {
-    if (toolkit::HasFocus(chkCommEnabled(Index))) FormLayout();
+    if (m_tPlatform.HasFocus(chkCommEnabled(Index))) FormLayout();
 }
 
 }  // namespace app

@@ -2,8 +2,8 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include "app/frmMain.h"
 #include "app/ProfilePath.h"
+#include "app/frmMain.h"
 
 namespace app {
 

@@ -105,7 +105,7 @@ constexpr std::int32_t RoundUnits(std::int64_t lUnits) {
 }
 
 template <const auto& Terms, std::size_t... I>
-std::int32_t SumOf(const VdmValues& lData, std::index_sequence<I...>) {
+std::int32_t SumOf(VdmView lData, std::index_sequence<I...>) {
     static_assert(((static_cast<double>(static_cast<std::int64_t>(Terms[I].dFactor * UnitsPerOne)) ==
                     Terms[I].dFactor * UnitsPerOne) &&
                    ...));
@@ -115,7 +115,7 @@ std::int32_t SumOf(const VdmValues& lData, std::index_sequence<I...>) {
 }
 
 template <const auto& Terms>
-std::int32_t Sum(const VdmValues& lData) {
+std::int32_t Sum(VdmView lData) {
     return SumOf<Terms>(lData, std::make_index_sequence<Terms.size()>{});
 }
 
@@ -137,37 +137,37 @@ VdmLayout LayoutOf(std::int32_t lMessageId) {
     }
 }
 
-std::int32_t RawMmsi(const VdmValues& lData) { return Sum<Mmsi>(lData); }
+std::int32_t RawMmsi(VdmView lData) { return Sum<Mmsi>(lData); }
 
-std::int32_t RawRateOfTurn(const VdmValues& lData) { return Sum<RateOfTurnA>(lData); }
+std::int32_t RawRateOfTurn(VdmView lData) { return Sum<RateOfTurnA>(lData); }
 
-std::int32_t RawSpeed(const VdmValues& lData, VdmLayout eLayout) {
+std::int32_t RawSpeed(VdmView lData, VdmLayout eLayout) {
     if (eLayout == VdmLayout::ClassA) return Sum<SpeedA>(lData);
     if (eLayout == VdmLayout::ClassB) return Sum<SpeedB>(lData);
     return 0;
 }
 
-std::int32_t RawLongitude(const VdmValues& lData, VdmLayout eLayout) {
+std::int32_t RawLongitude(VdmView lData, VdmLayout eLayout) {
     if (eLayout == VdmLayout::ClassA) return Sum<LongitudeA>(lData);
     if (eLayout == VdmLayout::Base) return Sum<LongitudeBase>(lData);
     if (eLayout == VdmLayout::ClassB) return Sum<LongitudeB>(lData);
     return 0;
 }
 
-std::int32_t RawLatitude(const VdmValues& lData, VdmLayout eLayout) {
+std::int32_t RawLatitude(VdmView lData, VdmLayout eLayout) {
     if (eLayout == VdmLayout::ClassA) return Sum<LatitudeA>(lData);
     if (eLayout == VdmLayout::Base) return Sum<LatitudeBase>(lData);
     if (eLayout == VdmLayout::ClassB) return Sum<LatitudeB>(lData);
     return 0;
 }
 
-std::int32_t RawCourse(const VdmValues& lData, VdmLayout eLayout) {
+std::int32_t RawCourse(VdmView lData, VdmLayout eLayout) {
     if (eLayout == VdmLayout::ClassA) return Sum<CourseA>(lData);
     if (eLayout == VdmLayout::ClassB) return Sum<CourseB>(lData);
     return 0;
 }
 
-std::int32_t RawHeading(const VdmValues& lData, VdmLayout eLayout) {
+std::int32_t RawHeading(VdmView lData, VdmLayout eLayout) {
     if (eLayout == VdmLayout::ClassA) return Sum<HeadingA>(lData);
     if (eLayout == VdmLayout::ClassB) return Sum<HeadingB>(lData);
     return 0;

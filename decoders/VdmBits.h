@@ -48,17 +48,17 @@ namespace decoders {
 
 // The raw fields. Each answers for the message types named; the value is the sum of its terms in double precision,
 // rounded half to even.
-std::int32_t RawMmsi(const VdmValues& lData);  // bits 8 to 37, every type
+std::int32_t RawMmsi(VdmView lData);  // bits 8 to 37, every type
 
 // Message id groups with one bit layout each.
 enum class VdmLayout { ClassA, Base, ClassB, None };  // 1 to 3; 4; 18 and 19; others
 VdmLayout LayoutOf(std::int32_t lMessageId);
 
-std::int32_t RawRateOfTurn(const VdmValues& lData);                    // ClassA only
-std::int32_t RawSpeed(const VdmValues& lData, VdmLayout eLayout);      // ClassA, ClassB; 0 otherwise
-std::int32_t RawLongitude(const VdmValues& lData, VdmLayout eLayout);  // ClassA, Base, ClassB; 0 otherwise
-std::int32_t RawLatitude(const VdmValues& lData, VdmLayout eLayout);   // ClassA, Base, ClassB; 0 otherwise
-std::int32_t RawCourse(const VdmValues& lData, VdmLayout eLayout);     // ClassA, ClassB; 0 otherwise
-std::int32_t RawHeading(const VdmValues& lData, VdmLayout eLayout);    // ClassA, ClassB; 0 otherwise
+std::int32_t RawRateOfTurn(VdmView lData);                    // ClassA only
+std::int32_t RawSpeed(VdmView lData, VdmLayout eLayout);      // ClassA, ClassB; 0 otherwise
+std::int32_t RawLongitude(VdmView lData, VdmLayout eLayout);  // ClassA, Base, ClassB; 0 otherwise
+std::int32_t RawLatitude(VdmView lData, VdmLayout eLayout);   // ClassA, Base, ClassB; 0 otherwise
+std::int32_t RawCourse(VdmView lData, VdmLayout eLayout);     // ClassA, ClassB; 0 otherwise
+std::int32_t RawHeading(VdmView lData, VdmLayout eLayout);    // ClassA, ClassB; 0 otherwise
 
 }  // namespace decoders

@@ -45,9 +45,9 @@ std::string TenthsText(std::int32_t lTenths) {
 
 }  // namespace
 
-std::int32_t VdmMmsi(const VdmValues& lData) { return RawMmsi(lData); }
+std::int32_t VdmMmsi(VdmView lData) { return RawMmsi(lData); }
 
-void VdmLatitude(const VdmValues& lData, double& dLatitude, std::string& sLatitude) {
+void VdmLatitude(VdmView lData, double& dLatitude, std::string& sLatitude) {
     dLatitude = nav::PositionUnknown;
     const VdmLayout eLayout = LayoutOf(lData[1]);
     if (eLayout == VdmLayout::None) return sLatitude.clear();
@@ -60,7 +60,7 @@ void VdmLatitude(const VdmValues& lData, double& dLatitude, std::string& sLatitu
     sLatitude = nav::LatitudeToString(dLatitude);
 }
 
-void VdmLongitude(const VdmValues& lData, double& dLongitude, std::string& sLongitude) {
+void VdmLongitude(VdmView lData, double& dLongitude, std::string& sLongitude) {
     dLongitude = nav::PositionUnknown;
     const VdmLayout eLayout = LayoutOf(lData[1]);
     if (eLayout == VdmLayout::None) return sLongitude.clear();
@@ -73,7 +73,7 @@ void VdmLongitude(const VdmValues& lData, double& dLongitude, std::string& sLong
     sLongitude = nav::LongitudeToString(dLongitude);
 }
 
-std::string VdmRateOfTurn(const VdmValues& lData) {
+std::string VdmRateOfTurn(VdmView lData) {
     if (LayoutOf(lData[1]) != VdmLayout::ClassA) return NoSuchField;
     const std::int32_t lRaw = Signed(RawRateOfTurn(lData), RateOfTurnSign);
     if (lRaw == RateOfTurnUnavailable) return NotAvailable;
@@ -88,7 +88,7 @@ std::string VdmRateOfTurn(const VdmValues& lData) {
     return sText;
 }
 
-std::string VdmSpeed(const VdmValues& lData) {
+std::string VdmSpeed(VdmView lData) {
     const VdmLayout eLayout = LayoutOf(lData[1]);
     if (!HasMotion(eLayout)) return NoSuchField;
     const std::int32_t lRaw = RawSpeed(lData, eLayout);
@@ -96,7 +96,7 @@ std::string VdmSpeed(const VdmValues& lData) {
     return TenthsText(lRaw);
 }
 
-std::string VdmCourse(const VdmValues& lData) {
+std::string VdmCourse(VdmView lData) {
     const VdmLayout eLayout = LayoutOf(lData[1]);
     if (!HasMotion(eLayout)) return NoSuchField;
     const std::int32_t lRaw = RawCourse(lData, eLayout);
@@ -106,7 +106,7 @@ std::string VdmCourse(const VdmValues& lData) {
     return TenthsText(lRaw);
 }
 
-std::string VdmHeading(const VdmValues& lData) {
+std::string VdmHeading(VdmView lData) {
     const VdmLayout eLayout = LayoutOf(lData[1]);
     if (!HasMotion(eLayout)) return NoSuchField;
     const std::int32_t lRaw = RawHeading(lData, eLayout);

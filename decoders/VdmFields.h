@@ -8,20 +8,20 @@
 
 namespace decoders {
 
-std::int32_t VdmMmsi(const VdmValues& lData);
+std::int32_t VdmMmsi(VdmView lData);
 
 // Degrees, north and east positive, and the position text. Not available: -999 and "n/a". A type without a position:
 // -999 and an empty text.
-void VdmLatitude(const VdmValues& lData, double& dLatitude, std::string& sLatitude);
-void VdmLongitude(const VdmValues& lData, double& dLongitude, std::string& sLongitude);
+void VdmLatitude(VdmView lData, double& dLatitude, std::string& sLatitude);
+void VdmLongitude(VdmView lData, double& dLongitude, std::string& sLongitude);
 
 // Degrees per minute: "+10", "-4.5", "0", "L>720", "R>720", "n/a"; "Err" for types other than 1 to 3.
-std::string VdmRateOfTurn(const VdmValues& lData);
+std::string VdmRateOfTurn(VdmView lData);
 // Knots, "12.1"; "n/a"; "Err" for a type without speed.
-std::string VdmSpeed(const VdmValues& lData);
+std::string VdmSpeed(VdmView lData);
 // Degrees true, "224.5"; "n/a"; "err" above 360; "Err" for a type without course.
-std::string VdmCourse(const VdmValues& lData);
+std::string VdmCourse(VdmView lData);
 // Degrees true, "223"; "n/a"; "Err" for a type without heading.
-std::string VdmHeading(const VdmValues& lData);
+std::string VdmHeading(VdmView lData);
 
 }  // namespace decoders

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <span>
 #include <string_view>
 
 namespace decoders {
@@ -12,6 +13,9 @@ inline constexpr std::int32_t VdmCapacity = 512;  // payload characters of a mes
 
 // Element 0 is never used; the first payload character of a message goes to element 1.
 using VdmValues = std::array<std::int32_t, VdmCapacity + 1>;
+
+// Values to read fields from: element 1 is the message type; fields read up to element 23.
+using VdmView = std::span<const std::int32_t>;
 
 struct VdmMessage {
     VdmValues lData{};

@@ -1,4 +1,6 @@
 // The receiver board: its signal sentence into logs and table, and the two commands that it takes.
+#include <utility>
+
 #include "app/frmMain.h"
 #include "decoders/ReceiverCommand.h"
 #include "decoders/SignalSentence.h"
@@ -14,12 +16,10 @@ constexpr PortIndex ReceiverPort = 0;  // the receiver is connected there
 
 void frmMain::PnmlsDecode(PortIndex Index) {
     decoders::SignalSentence t;
-    std::string& sLine = m_sLogLine;
     const std::string_view sError = decoders::SignalSplit(m_sCommBuffer(Index), t);
     if (!sError.empty()) {
-        sLine = sError;
-        sLine += m_sCommBuffer(Index);
-        LogRx(sLine);
+        ShowReports();  // their lines stand before this one
+        LogRx(std::string(sError) + m_sCommBuffer(Index));
         return;
     }
     std::string sSignal(t.sSignal);
@@ -28,12 +28,34 @@ void frmMain::PnmlsDecode(PortIndex Index) {
         sSignal = runtime::Format(decoders::SignalToDbm(sSignal), runtime::PictureWhole);
         sThreshold = runtime::Format(decoders::SignalToDbm(sThreshold), runtime::PictureWhole);
     }
-    const bool bAfterVdm = m_bCommLastVdm(Index);
+    if (m_bCommLastVdm(Index) && m_lReports > 0) {
+        decoders::AisReport& tNewest = m_tReports[(m_lFirstReport + m_lReports - 1) % m_tReports.size()];
+        if (!tNewest.bSignal) {  // shown together with the report, the newest of all, that it belongs to
+            tNewest.bSignal = true;
+            tNewest.sSignal = std::move(sSignal);
+            tNewest.sThreshold = std::move(sThreshold);
+            tNewest.sInterval = t.sInterval;
+            return;
+        }
+    }
+    ShowReports();
+    if (!m_bCommLastVdm(Index)) {
+        ShowSignal(m_dtCommLast(Index), nullptr, sSignal, sThreshold, t.sInterval);
+        return;
+    }
+    ShowSignal(m_dtVdm, &m_sVdmChannel, sSignal, sThreshold, t.sInterval);
+    TargetSetSignal(sSignal, sThreshold);
+}
+
+// With the time and channel of the message that the levels belong to, or without a channel.
+void frmMain::ShowSignal(DateTime dt, const std::string* pChannel, std::string_view sSignal,
+                         std::string_view sThreshold, std::string_view sInterval) {
+    std::string& sLine = m_sLogLine;
     sLine = "Time=";
-    runtime::AppendTime(sLine, bAfterVdm ? m_dtVdm : m_dtCommLast(Index));
-    if (bAfterVdm) {
+    runtime::AppendTime(sLine, dt);
+    if (pChannel) {
         sLine += ", Ch= ";  // Kept on purpose: the blank belongs to the text
-        sLine += m_sVdmChannel;
+        sLine += *pChannel;
     }
     sLine += ", ";
     const std::size_t lLevels = sLine.size();
@@ -42,11 +64,10 @@ void frmMain::PnmlsDecode(PortIndex Index) {
     sLine += ", Thr=";
     sLine += sThreshold;
     sLine += ", Int=";
-    sLine += t.sInterval;
+    sLine += sInterval;
     LogRx(sLine);
     sLine.replace(0, lLevels, "   ");  // indented under the message that it belongs to
     LogAis(sLine);
-    if (bAfterVdm) TargetSetSignal(sSignal, sThreshold);
 }
 
 void frmMain::cmdRxNasaChannel_Click() { SendReceiverCommand(decoders::ChannelCommand(txtRxNasaChannel.Text())); }
@@ -54,7 +75,7 @@ void frmMain::cmdRxNasaChannel_Click() { SendReceiverCommand(decoders::ChannelCo
 void frmMain::cmdRxNasaInterval_Click() {
     const auto iInterval = decoders::IntervalCode(txtRxNasaInterval.Text());
     if (!iInterval) {
-        StatusBar.SetPanelText(ui::PanelSummary, "Receiver - Interval is not a number from 0 to 255");
+        ShowError("Receiver - Interval is not a number from 0 to 255");
         return;
     }
     SendReceiverCommand(decoders::IntervalCommand(*iInterval));
@@ -62,11 +83,11 @@ void frmMain::cmdRxNasaInterval_Click() {
 
 void frmMain::SendReceiverCommand(const std::string& sSentence) {
     if (!MSComm(ReceiverPort).PortOpen()) {
-        StatusBar.SetPanelText(ui::PanelSummary, "Receiver - Input #1 is not open");
+        ShowError("Receiver - Input #1 is not open");
         return;
     }
     if (m_bSending) {  // pressed again while the window is alive between two characters
-        StatusBar.SetPanelText(ui::PanelSummary, "Receiver - The command before is still being sent");
+        ShowError("Receiver - The command before is still being sent");
         return;
     }
     m_bSending = true;

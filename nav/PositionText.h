@@ -1,5 +1,5 @@
-// Positions as text, such as 47-36.50'N with the degree sign in place of the dash: degrees, the degree sign (Latin-1 character 176), minutes, "'" and the hemisphere
-// letter, and back. Degrees are decimal, north and east positive.
+// Positions as text, such as 47-36.50'N with the degree sign in place of the dash: degrees, the degree sign (Latin-1
+// character 176), minutes, "'" and the hemisphere letter, and back. Degrees are decimal, north and east positive.
 #pragma once
 
 #include <optional>

@@ -5,30 +5,39 @@
 namespace app {
 
 void frmMain::SentenceDispatch(PortIndex Index) {
+    const ReportBatch tBatch(*this);
     const std::string& sLine = m_sCommBuffer(Index);
     switch (nmea::TestSentence(sLine)) {
         case nmea::SentenceFault::Size:
-            StatusBar.SetPanelText(ui::PanelSummary, "Size Error");
+            ShowError("Size Error");
             CommData(Index, "<<Size Error>>", false);
             return;
         case nmea::SentenceFault::Checksum:
-            StatusBar.SetPanelText(ui::PanelSummary, "Checksum Error");
+            ShowError("Checksum Error");
             CommData(Index, sLine, false);
             CommData(Index, "<<Checksum Error>>", false);
             return;
-        case nmea::SentenceFault::None: break;
+        case nmea::SentenceFault::None:
+            break;
     }
     const nmea::SentenceKind eKind = nmea::KindOf(sLine);
     CommData(Index, sLine, eKind != nmea::SentenceKind::Other);
     switch (eKind) {
-        case nmea::SentenceKind::Pnmls: PnmlsDecode(Index); break;  // reads the flag that is cleared below
-        case nmea::SentenceKind::Aivdm: VdmDecode(Index); break;
+        case nmea::SentenceKind::Pnmls:
+            PnmlsDecode(Index);
+            break;  // reads the flag that is cleared below
+        case nmea::SentenceKind::Aivdm:
+            VdmDecode(Index);
+            break;
         case nmea::SentenceKind::Gll:
             GllDecode(Index);
             if (chkOutputEnabled.isChecked() && chkOutputRMC.isChecked()) RmcFromGll();
             break;
-        case nmea::SentenceKind::Rmc: RmcDecode(Index); break;
-        case nmea::SentenceKind::Other: break;
+        case nmea::SentenceKind::Rmc:
+            RmcDecode(Index);
+            break;
+        case nmea::SentenceKind::Other:
+            break;
     }
     m_bCommLastVdm(Index) = eKind == nmea::SentenceKind::Aivdm;
     if (!chkOutputEnabled.isChecked()) return;

@@ -20,6 +20,7 @@ void frmMain::MSComm_OnComm(PortIndex Index) {
         CommData(Index, nmea::CommNotice(iEvent), false);
         return;
     }
+    const ReportBatch tBatch(*this);
     const std::string sInput = MSComm(Index).Input();
     std::string_view sRest = sInput;
     while (!sRest.empty()) {

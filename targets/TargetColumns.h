@@ -8,8 +8,24 @@
 namespace targets {
 
 enum TargetColumn : int {
-    ColNumber, ColMmsi, ColChannel, ColSignal, ColThreshold, ColSnr, ColTime, ColMessageId, ColRange, ColBearing,
-    ColLatitude, ColLongitude, ColRateOfTurn, ColSpeed, ColLast, ColSpec, ColMiss, TargetColumnCount
+    ColNumber,
+    ColMmsi,
+    ColChannel,
+    ColSignal,
+    ColThreshold,
+    ColSnr,
+    ColTime,
+    ColMessageId,
+    ColRange,
+    ColBearing,
+    ColLatitude,
+    ColLongitude,
+    ColRateOfTurn,
+    ColSpeed,
+    ColLast,
+    ColSpec,
+    ColMiss,
+    TargetColumnCount
 };
 
 enum class ColumnGroup { Hidden, Always, Position, Motion, Missing };
@@ -23,8 +39,8 @@ struct TargetColumnDesign {
 extern const std::array<TargetColumnDesign, TargetColumnCount> TargetColumns;
 
 // The items of the detail and sort choices, in order.
-extern const std::array<std::string_view, 5> DetailModes;    // "None", "Lat/Lon", "Speed", "Missing", "All"
-extern const std::array<std::string_view, 3> SortCriteria;   // "MMSI", "Range", "Signal"
+extern const std::array<std::string_view, 5> DetailModes;   // "None", "Lat/Lon", "Speed", "Missing", "All"
+extern const std::array<std::string_view, 3> SortCriteria;  // "MMSI", "Range", "Signal"
 
 // Whether a column shows in a detail mode. Any text that is no mode shows like "None".
 bool ColumnShown(int iColumn, std::string_view sDetail);

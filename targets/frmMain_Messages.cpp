@@ -1,6 +1,4 @@
 // The message counts.
-#include <charconv>
-
 #include "app/frmMain.h"
 #include "platform/toolkit/Scopes.h"
 
@@ -12,10 +10,7 @@ constexpr int MessageRows = 35;
 constexpr int TotalRow = 34;  // row 33 stays empty: a spacer above the total
 
 void CountCell(runtime::GridCells& tCells, int iRow) {
-    char sCount[16];
-    const auto lCount = static_cast<std::int32_t>(tCells.Number(iRow, 1)) + 1;
-    const auto tEnd = std::to_chars(sCount, sCount + sizeof sCount, lCount);
-    tCells.SetText(iRow, 1, {sCount, static_cast<std::size_t>(tEnd.ptr - sCount)});
+    tCells.SetInteger(iRow, 1, static_cast<std::int64_t>(tCells.Number(iRow, 1)) + 1);
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 // How the target table is presented: detail, order, tracking.
 #include "app/frmMain.h"
-#include "platform/toolkit/Focus.h"
 #include "platform/toolkit/Scopes.h"
 #include "targets/TargetColumns.h"
 
@@ -63,11 +62,11 @@ void frmMain::TargetRefresh() {
 }
 
 void frmMain::cmbTargetDetail_Click() {
-    if (toolkit::HasFocus(cmbTargetDetail)) TargetGridSetup(false);
+    if (m_tPlatform.HasFocus(cmbTargetDetail)) TargetGridSetup(false);
 }
 
 void frmMain::cmbTargetSort_Click() {
-    if (!toolkit::HasFocus(cmbTargetSort)) return;
+    if (!m_tPlatform.HasFocus(cmbTargetSort)) return;
     const toolkit::RedrawOff tRedraw(grdTargetData);
     TargetSort();
 }

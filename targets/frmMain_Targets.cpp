@@ -1,5 +1,5 @@
 // The target table as a store: a row per message, the list of targets, lateness, signal levels, the summary.
-#include <cmath>
+#include <utility>
 
 #include "app/frmMain.h"
 #include "platform/runtime/Convert.h"
@@ -32,34 +32,38 @@ void frmMain::TargetGridSetup(bool bClear) {
 }
 
 void frmMain::TargetUpdate(DateTime dt, std::int32_t lMmsi, std::string_view sChannel, std::string_view sMessageId) {
+    const std::int32_t lLast = TargetHeard(dt, lMmsi);
+    TargetAddRow(dt, lMmsi, sChannel, sMessageId, lLast);
+    ShowSummary();
+}
+
+std::int32_t frmMain::TargetHeard(DateTime dt, std::int32_t lMmsi) {
     const std::int32_t lNow = runtime::SecondOfDay(dt);
     runtime::NumberItems::Item& tItem = cmbTargetTarget.Items.FindOrInsert(lMmsi, lNow);
     if (cmbTargetTarget.Text().empty()) cmbTargetTarget.SetText(tItem.sText);
-    const std::int32_t lPrevious = tItem.lData;
-    tItem.lData = lNow;
+    // Kept on purpose: no wrap at midnight, so the difference is negative then.
+    return lNow - std::exchange(tItem.lData, lNow);
+}
 
+void frmMain::TargetAddRow(DateTime dt, std::int32_t lMmsi, std::string_view sChannel, std::string_view sMessageId,
+                           std::int32_t lLast) {
     runtime::GridCells& tCells = grdTargetData.Cells;
     if (tCells.Rows() >= MessageRowLimit) tCells.RemoveNumbersUpTo(m_lMessageNumber - (MessageRowLimit - 1));
     ++m_lMessageNumber;
     const int iRow = tCells.Rows();
     tCells.SetRows(iRow + 1);
     tCells.SetRowNumber(iRow, m_lMessageNumber);
-    std::string& sText = m_sCellText;
-    sText.clear();
-    runtime::AppendInteger(sText, m_lMessageNumber);
-    tCells.SetText(iRow, ColNumber, sText);
-    tCells.SetText(iRow, ColMmsi, tItem.sText);
+    tCells.SetInteger(iRow, ColNumber, m_lMessageNumber);
+    tCells.SetInteger(iRow, ColMmsi, lMmsi);
     tCells.SetText(iRow, ColChannel, sChannel);
-    sText.clear();
-    runtime::AppendTime(sText, dt);
-    tCells.SetText(iRow, ColTime, sText);
+    tCells.SetText(iRow, ColTime, runtime::TimeText(dt));
     tCells.SetText(iRow, ColMessageId, sMessageId, runtime::AlignLeft);
-    if (lNow != lPrevious) {  // negative across midnight: no wrap is applied
-        sText.clear();
-        runtime::AppendInteger(sText, lNow - lPrevious);
-        tCells.SetText(iRow, ColLast, sText);
-    }
-    StatusBar.SetPanelText(ui::PanelSummary, TargetSummary(cmbTargetTarget.Items.Count(), tCells.Rows()));
+    if (lLast != 0) tCells.SetInteger(iRow, ColLast, lLast);
+}
+
+void frmMain::ShowSummary() {
+    m_bSummaryDue = false;
+    StatusBar.SetPanelText(ui::PanelSummary, TargetSummary(cmbTargetTarget.Items.Count(), grdTargetData.Cells.Rows()));
 }
 
 void frmMain::TargetSetPosition(std::string_view sLatitude, std::string_view sLongitude) {
@@ -100,11 +104,8 @@ void frmMain::TargetSetSignal(std::string_view sSignal, std::string_view sThresh
     const toolkit::RedrawOff tRedraw(grdTargetData);
     tCells.SetText(m_lMessageRow, ColSignal, sSignal);
     tCells.SetText(m_lMessageRow, ColThreshold, sThreshold);
-    std::string& sSnr = m_sCellText;
-    sSnr.clear();
     const double dSnr = tCells.Number(m_lMessageRow, ColSignal) - tCells.Number(m_lMessageRow, ColThreshold);
-    runtime::AppendFormat(sSnr, dSnr, runtime::PictureWhole);
-    tCells.SetText(m_lMessageRow, ColSnr, sSnr);
+    tCells.SetText(m_lMessageRow, ColSnr, runtime::Format(dSnr, runtime::PictureWhole));
     if (cmbTargetSort.ListIndex() == SortBySignal) TargetSort();
 }
 

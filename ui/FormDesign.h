@@ -33,7 +33,17 @@
 namespace ui {
 
 enum Tab : int {
-    TabInput, TabReceiver, TabAis, TabGps, TabTargets, TabMessages, TabDiagram, TabAbout, TabSpec, TabTiming, TabOutput
+    TabInput,
+    TabReceiver,
+    TabAis,
+    TabGps,
+    TabTargets,
+    TabMessages,
+    TabDiagram,
+    TabAbout,
+    TabSpec,
+    TabTiming,
+    TabOutput
 };
 
 // The five panels of the status bar.
@@ -163,9 +173,9 @@ private:
 
     void DesignNames();
     void DesignWindow();
-    void DesignPorts();     // Input, Output
+    void DesignPorts();  // Input, Output
     void DesignReceiver();
-    void DesignViews();     // AIS, GPS, Targets, Messages, Spec
+    void DesignViews();  // AIS, GPS, Targets, Messages, Spec
     void DesignAbout();
     void DesignDiagram();
     void DesignTiming();

@@ -19,9 +19,9 @@ struct Box {
 };
 
 constexpr Box Boxes[] = {
-    {"Input", 0, 1},    {"Comm", 1, 0},     {"Comm", 1, 2},   {"Receiver", 2, 1},    {"Record", 3, 0},
-    {"Real Time", 3, 1}, {"Playback", 3, 2}, {"Mode", 4, 1},   {"Decoders", 5, 1},    {"Messages", 6, 0},
-    {"Targets", 6, 1},  {"AIS Targets", 6, 2}, {"Output", 4, 2}, {"Comm", 5, 2},
+    {"Input", 0, 1},     {"Comm", 1, 0},        {"Comm", 1, 2},   {"Receiver", 2, 1}, {"Record", 3, 0},
+    {"Real Time", 3, 1}, {"Playback", 3, 2},    {"Mode", 4, 1},   {"Decoders", 5, 1}, {"Messages", 6, 0},
+    {"Targets", 6, 1},   {"AIS Targets", 6, 2}, {"Output", 4, 2}, {"Comm", 5, 2},
 };
 
 std::int32_t Left(std::int32_t lColumn) { return Edge + lColumn * ColumnStep; }

@@ -12,9 +12,9 @@ using toolkit::ToTwips;
 
 namespace {
 
-constexpr double Margin = 120;         // twips from a tab's left edge to its controls
-constexpr double RowGap = 90;          // between rows
-constexpr double PortWidth = 2400;     // wide enough for "ttyUSB0" and then some
+constexpr double Margin = 120;          // twips from a tab's left edge to its controls
+constexpr double RowGap = 90;           // between rows
+constexpr double PortWidth = 2400;      // wide enough for "ttyUSB0" and then some
 constexpr double SettingsWidth = 1800;  // "38400,n,8,1"
 
 constexpr char SettingsTip[] = "Baud rate, parity (n, e, o, m, s), data bits, stop bits: 38400,n,8,1";
@@ -34,8 +34,12 @@ void FormDesign::DesignPortRow(QCheckBox& chk, toolkit::PortBox& txtPort, toolki
     txtSettings.setMaxLength(79);  // what the profile keeps of a value
     txtPort.setAccessibleName(tr("Port of %1").arg(sPort));
     txtSettings.setAccessibleName(tr("Settings of %1").arg(sPort));
-    PutRow(Margin, dTop, {{&chk, ToTwips(chk.sizeHint().width()) + 120}, {pPortLabel, 0}, {&txtPort, PortWidth},
-                          {pSettingsLabel, 0}, {&txtSettings, SettingsWidth}});
+    PutRow(Margin, dTop,
+           {{&chk, ToTwips(chk.sizeHint().width()) + 120},
+            {pPortLabel, 0},
+            {&txtPort, PortWidth},
+            {pSettingsLabel, 0},
+            {&txtSettings, SettingsWidth}});
 }
 
 void FormDesign::DesignPorts() {
@@ -52,8 +56,7 @@ void FormDesign::DesignPorts() {
         DesignPortRow(chkCommEnabled(i), txtCommPort(i), txtCommSettings(i), dTop, sPort);
         dTop += Design(txtCommPort(i)).dHeight + RowGap;
         lstCommData(i).SetShowsMarks(true);
-        lstCommData(i).setToolTip(
-            tr("#%1, NEMA 0183 Data, Highlighted indicates Decoded Data").arg(i + 1));
+        lstCommData(i).setToolTip(tr("#%1, NEMA 0183 Data, Highlighted indicates Decoded Data").arg(i + 1));
         lstCommData(i).setAccessibleName(tr("Lines of %1").arg(sPort));
     }
     for (nmea::PortIndex i = 0; i < nmea::PortCount; ++i) Put(lstCommData(i), {Margin, dTop, 9000, 3000});

@@ -68,6 +68,7 @@ void FormDesign::DesignTiming() {
         dTop += BarHeight + BarGap;
     }
     lblTimingSummary.setTextFormat(Qt::PlainText);
+    lblTimingSummary.setTextInteractionFlags(Qt::TextSelectableByMouse);  // also what breaks lines at a CR
     lblTimingSummary.setText(tr("Time Between Messages, Min 30 Sec, Max 210 Sec"));
     lblTimingSummary.setAlignment(Qt::AlignLeft | Qt::AlignTop);
     Put(lblTimingSummary, {dNameWidth, dTop, 9000 - dNameWidth, 3.5 * dLine});

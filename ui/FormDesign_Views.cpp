@@ -35,8 +35,10 @@ void FormDesign::DesignViews() {
     txtGpsLon.setAccessibleName(tr("Own longitude"));
     txtGpsLat.SetText("00 00.00 N");
     txtGpsLon.SetText("000 00.00 W");
-    const double dBody = PutRow(Margin, dTop, {{pLatLabel, 0}, {&txtGpsLat, PositionWidth}, {pLonLabel, 0},
-                                               {&txtGpsLon, PositionWidth}}) + RowGap;
+    const double dBody =
+        PutRow(Margin, dTop,
+               {{pLatLabel, 0}, {&txtGpsLat, PositionWidth}, {pLonLabel, 0}, {&txtGpsLon, PositionWidth}}) +
+        RowGap;
     Put(lstGpsData, {Margin, dBody, 9000, 3000});
 
     cmbTargetDetail.SetItems(targets::DetailModes);
@@ -57,9 +59,15 @@ void FormDesign::DesignViews() {
     pDetailLabel->setBuddy(&cmbTargetDetail);
     pSortLabel->setBuddy(&cmbTargetSort);
     pTargetLabel->setBuddy(&cmbTargetTarget);
-    const double dGrid =
-        PutRow(Margin, dTop, {{pDetailLabel, 0}, {&cmbTargetDetail, 1500}, {pSortLabel, 0}, {&cmbTargetSort, 1350},
-                              {pTargetLabel, 0}, {&cmbTargetTarget, 1950}, {&chkTargetTrack, 0}}) + RowGap;
+    const double dGrid = PutRow(Margin, dTop,
+                                {{pDetailLabel, 0},
+                                 {&cmbTargetDetail, 1500},
+                                 {pSortLabel, 0},
+                                 {&cmbTargetSort, 1350},
+                                 {pTargetLabel, 0},
+                                 {&cmbTargetTarget, 1950},
+                                 {&chkTargetTrack, 0}}) +
+                         RowGap;
 
     grdTargetData.setAccessibleName(tr("Targets"));
     grdTargetData.Cells.SetCols(targets::TargetColumnCount);

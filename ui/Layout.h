@@ -16,11 +16,11 @@ struct Size {
     double dWidth = 0, dHeight = 0;
 };
 
-inline constexpr double TabBottomGap = 90;    // tab control to status bar
-inline constexpr double ListBottomGap = 60;   // list to the tab control's bottom
-inline constexpr double GridBottomGap = 90;   // grid to the tab control's bottom
-inline constexpr double LegendBottomGap = 15; // legend frame to the tab control's bottom
-inline constexpr double FrameGap = 60;        // receiver list to the frames at its right
+inline constexpr double TabBottomGap = 90;     // tab control to status bar
+inline constexpr double ListBottomGap = 60;    // list to the tab control's bottom
+inline constexpr double GridBottomGap = 90;    // grid to the tab control's bottom
+inline constexpr double LegendBottomGap = 15;  // legend frame to the tab control's bottom
+inline constexpr double FrameGap = 60;         // receiver list to the frames at its right
 
 // No size ever comes out negative: a window too small for a control gives it 0.
 

@@ -10,10 +10,10 @@
 namespace ui {
 
 struct PositionMask {
-    int iMaxLength;                   // 10 or 11
-    std::array<int, 3> iSeparators;   // 1-based positions
-    std::array<char, 2> cLetters;     // hemisphere letters, positive first
-    double dLimit;                    // degrees: 90 or 180
+    int iMaxLength;                  // 10 or 11
+    std::array<int, 3> iSeparators;  // 1-based positions
+    std::array<char, 2> cLetters;    // hemisphere letters, positive first
+    double dLimit;                   // degrees: 90 or 180
     bool bLatitude;
 };
 extern const PositionMask LatitudeMask;

@@ -10,8 +10,8 @@ void frmMain::FormLayout() {
     if (!m_bLayoutReady || isMinimized()) return;
     const ui::Rect& tDesign = Design(SSTab);
     // The client area ends where the status bar begins.
-    const ui::Rect tTabs = ui::TabControlRect(tDesign.dLeft, tDesign.dTop, ToTwips(Client.width()),
-                                              ToTwips(Client.height()));
+    const ui::Rect tTabs =
+        ui::TabControlRect(tDesign.dLeft, tDesign.dTop, ToTwips(Client.width()), ToTwips(Client.height()));
     Place(SSTab, tTabs);
     LayOutTab({tTabs.dWidth, tTabs.dHeight});
 }
@@ -20,23 +20,44 @@ void frmMain::LayOutTab(ui::Size tTabs) {
     const auto tList = [&](QWidget& t) { Place(t, ui::ListRect(Design(t), tTabs)); };
     const auto tGrid = [&](QWidget& t) { Place(t, ui::GridRect(Design(t), tTabs)); };
     switch (SSTab.Tab()) {
-        case ui::TabInput: LayOutInput(tTabs); break;
-        case ui::TabReceiver: LayOutReceiver(tTabs); break;
-        case ui::TabAis: tList(lstAisData); break;
-        case ui::TabGps: tList(lstGpsData); break;
-        case ui::TabTargets: tGrid(grdTargetData); break;
-        case ui::TabMessages: tGrid(grdMessageData); break;
-        case ui::TabDiagram: LayOutDiagram(); break;
-        case ui::TabSpec: tGrid(grdSpecData); break;
-        case ui::TabTiming: LayOutTiming(tTabs); break;
-        case ui::TabOutput: tList(lstOutputData); break;
-        default: break;  // About: nothing moves
+        case ui::TabInput:
+            LayOutInput(tTabs);
+            break;
+        case ui::TabReceiver:
+            LayOutReceiver(tTabs);
+            break;
+        case ui::TabAis:
+            tList(lstAisData);
+            break;
+        case ui::TabGps:
+            tList(lstGpsData);
+            break;
+        case ui::TabTargets:
+            tGrid(grdTargetData);
+            break;
+        case ui::TabMessages:
+            tGrid(grdMessageData);
+            break;
+        case ui::TabDiagram:
+            LayOutDiagram();
+            break;
+        case ui::TabSpec:
+            tGrid(grdSpecData);
+            break;
+        case ui::TabTiming:
+            LayOutTiming(tTabs);
+            break;
+        case ui::TabOutput:
+            tList(lstOutputData);
+            break;
+        default:
+            break;  // About: nothing moves
     }
 }
 
 void frmMain::LayOutInput(ui::Size tTabs) {
-    const ui::InputListsLayout t = ui::InputLists(Design(lstCommData(0)), tTabs,
-                                                  {chkCommEnabled(0).isChecked(), chkCommEnabled(1).isChecked()});
+    const ui::InputListsLayout t =
+        ui::InputLists(Design(lstCommData(0)), tTabs, {chkCommEnabled(0).isChecked(), chkCommEnabled(1).isChecked()});
     for (PortIndex i = 0; i < nmea::PortCount; ++i) {
         const auto lPort = static_cast<std::size_t>(i);
         lstCommData(i).setVisible(t.bVisible[lPort]);

@@ -5,8 +5,8 @@ namespace app {
 
 void frmMain::TimingPlan() {
     ui::TimingInputs tInputs{};
-    const std::string sRefused = ui::ReadTimingInputs(txtTimingRateTx.Text(), txtTimingRateRc.Text(),
-                                                      txtTimingTimeSpan.Text(), tInputs);
+    const std::string sRefused =
+        ui::ReadTimingInputs(txtTimingRateTx.Text(), txtTimingRateRc.Text(), txtTimingTimeSpan.Text(), tInputs);
     lblTimingMessage.setText(toolkit::FromLatin1(sRefused));
     if (!sRefused.empty()) return;  // drawing and captions stay
     m_tTimingInputs = tInputs;
@@ -30,14 +30,12 @@ void frmMain::TimingDraw() {
     m_tTimingPrimitives.clear();
     const auto tShow = [this](const ui::TimingDrawing& tDrawing, const ui::TimingLabels& tLabels) {
         pctTiming.Draw(tDrawing.tPrimitives);
-        m_tTimingPrimitives.insert(m_tTimingPrimitives.end(), tDrawing.tPrimitives.begin(),
-                                   tDrawing.tPrimitives.end());
+        m_tTimingPrimitives.insert(m_tTimingPrimitives.end(), tDrawing.tPrimitives.begin(), tDrawing.tPrimitives.end());
         tLabels.Percentage.setText(toolkit::FromLatin1(tDrawing.sPercentage));
     };
     tShow(ui::TimingChannel(TimingRowOf(lblTimingChA), tInputs, 0, ui::ChannelAColour), lblTimingChA);
     tShow(ui::TimingChannel(TimingRowOf(lblTimingChB), tInputs, tInputs.dRateTx, ui::ChannelBColour), lblTimingChB);
-    const ui::TimingAlternateDrawing tAlternate =
-        ui::TimingAlternate(TimingRowOf(lblTimingChAlternate), tInputs);
+    const ui::TimingAlternateDrawing tAlternate = ui::TimingAlternate(TimingRowOf(lblTimingChAlternate), tInputs);
     tShow(tAlternate, lblTimingChAlternate);
     lblTimingSummary.setText(toolkit::FromLatin1(tAlternate.sSummary));
 }

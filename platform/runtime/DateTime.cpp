@@ -78,11 +78,13 @@ std::int32_t SecondOfDay(DateTime dt) { return static_cast<std::int32_t>(dt.lSec
 
 void AppendTime(std::string& sText, DateTime dt) {
     const std::int32_t lSecond = SecondOfDay(dt);
-    AppendTwoDigits(sText, lSecond / 3600);
-    sText += ':';
-    AppendTwoDigits(sText, lSecond / 60 % 60);
-    sText += ':';
-    AppendTwoDigits(sText, lSecond % 60);
+    const auto tTens = [](std::int32_t l) { return static_cast<char>('0' + l / 10); };
+    const auto tOnes = [](std::int32_t l) { return static_cast<char>('0' + l % 10); };
+    const std::int32_t lHour = lSecond / 3600;
+    const std::int32_t lMinute = lSecond / 60 % 60;
+    const char sTime[] = {tTens(lHour),        tOnes(lHour),       ':', tTens(lMinute), tOnes(lMinute), ':',
+                          tTens(lSecond % 60), tOnes(lSecond % 60)};
+    sText.append(sTime, sizeof sTime);
 }
 
 std::string TimeText(DateTime dt) {

@@ -72,6 +72,21 @@ void AppendByReading(std::string& sText, bool bNegative, double dMagnitude, Pict
     AppendDigits(sText, bNegative, sDigits, tPicture);
 }
 
+// lUnits of the picture's last place, below LargestScaled: digits written from the end, then taken over at once.
+void AppendUnits(std::string& sText, bool bNegative, std::uint64_t lUnits, Picture tPicture) {
+    std::array<char, 48> sBuffer;
+    char* const pEnd = sBuffer.data() + sBuffer.size();
+    char* p = pEnd;
+    const int iLeast = tPicture.iWhole + tPicture.iDecimals;
+    for (int i = 0; i < iLeast || lUnits != 0; ++i) {
+        if (i == tPicture.iDecimals && i > 0) *--p = '.';
+        *--p = static_cast<char>('0' + lUnits % 10);
+        lUnits /= 10;
+    }
+    if (bNegative) *--p = '-';
+    sText.append(p, static_cast<std::size_t>(pEnd - p));
+}
+
 double Scale(int iDecimals) {
     const auto i = static_cast<std::size_t>(iDecimals);
     return i < PowerOfTen.size() ? PowerOfTen[i] : std::pow(10.0, iDecimals);
@@ -90,7 +105,9 @@ void AppendFormat(std::string& sText, double dValue, Picture tPicture) {
     }
     const double dMagnitude = std::fabs(dValue);
     const double dScaled = dMagnitude * Scale(tPicture.iDecimals);
-    if (dScaled >= LargestScaled) return AppendByReading(sText, dValue < 0, dMagnitude, tPicture);
+    if (dScaled >= LargestScaled || tPicture.iWhole + tPicture.iDecimals > SignificantDigits) {
+        return AppendByReading(sText, dValue < 0, dMagnitude, tPicture);
+    }
 
     auto lUnits = static_cast<std::uint64_t>(dScaled);
     const double dRest = dScaled - static_cast<double>(lUnits);
@@ -98,10 +115,7 @@ void AppendFormat(std::string& sText, double dValue, Picture tPicture) {
         return AppendByReading(sText, dValue < 0, dMagnitude, tPicture);
     }
     if (dRest > 0.5) ++lUnits;
-    std::array<char, 20> sDigits{};
-    const char* pEnd = sDigits.data();
-    if (lUnits != 0) pEnd = std::to_chars(sDigits.data(), sDigits.data() + sDigits.size(), lUnits).ptr;
-    AppendDigits(sText, dValue < 0, std::string_view(sDigits.data(), pEnd), tPicture);
+    AppendUnits(sText, dValue < 0 && lUnits != 0, lUnits, tPicture);
 }
 
 std::string Format(double dValue, Picture tPicture) {
@@ -117,8 +131,8 @@ void AppendInteger(std::string& sText, std::int64_t lValue) {
 }
 
 void AppendTwoDigits(std::string& sText, int iValue) {
-    sText += static_cast<char>('0' + iValue / 10);
-    sText += static_cast<char>('0' + iValue % 10);
+    const std::array<char, 2> sDigits{static_cast<char>('0' + iValue / 10), static_cast<char>('0' + iValue % 10)};
+    sText.append(sDigits.data(), sDigits.size());
 }
 
 }  // namespace runtime

@@ -2,6 +2,8 @@
 #include "platform/runtime/GridCells.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 
 #include "platform/runtime/Convert.h"
 
@@ -9,7 +11,7 @@ namespace runtime {
 
 void GridCells::SetRows(int iRows) {
     while (Rows() > iRows) {
-        m_tSpare.push_back(std::move(m_tRows.back()));
+        m_tSpare.push_back(m_tRows.back());
         m_tRows.pop_back();
         m_lNumbers.pop_back();
     }
@@ -23,40 +25,31 @@ void GridCells::SetRows(int iRows) {
 
 void GridCells::SetCols(int iCols) {
     m_iCols = iCols;
-    m_tSpare.clear();
-    for (auto& pRow : m_tRows) pRow->tCells.resize(Index(iCols));
+    for (const auto& pRow : m_tOwned) pRow->tCells.resize(Index(iCols));
     m_iSorted = 1;
     Changed.Mark();
 }
 
 void GridCells::RemoveRow(int iRow) {
-    m_tSpare.push_back(std::move(m_tRows[Index(iRow)]));
+    m_tSpare.push_back(m_tRows[Index(iRow)]);
     m_tRows.erase(m_tRows.begin() + iRow);
     m_lNumbers.erase(m_lNumbers.begin() + iRow);
     if (iRow < m_iSorted) --m_iSorted;
     Changed.Mark();
 }
 
-void GridCells::SetText(int iRow, int iCol, std::string_view sText) {
-    Cell& tCell = At(iRow, iCol);
-    tCell.sText.assign(sText);
-    tCell.bNumberKnown = false;
-    if (iRow < m_iSorted && (m_lKeyColumns >> iCol & 1U) != 0) m_iSorted = std::max(iRow, 1);
-    Changed.Mark();
+void GridCells::SetInteger(int iRow, int iCol, std::int64_t lValue) {
+    std::array<char, 20> sDigits;
+    const auto tEnd = std::to_chars(sDigits.data(), sDigits.data() + sDigits.size(), lValue);
+    SetText(iRow, iCol, std::string_view(sDigits.data(), tEnd.ptr));
+    At(iRow, iCol).dNumber = static_cast<double>(lValue);
+    At(iRow, iCol).bNumberKnown = true;
 }
 
-double GridCells::Number(int iRow, int iCol) const {
-    const Cell& tCell = At(iRow, iCol);
-    if (!tCell.bNumberKnown) {
-        tCell.dNumber = LeadingNumber(tCell.sText);
-        tCell.bNumberKnown = true;
-    }
+double GridCells::ReadNumber(const Cell& tCell) {
+    tCell.dNumber = LeadingNumber(tCell.sText);
+    tCell.bNumberKnown = true;
     return tCell.dNumber;
-}
-
-void GridCells::SetAlignment(int iRow, int iCol, Alignment eAlignment) {
-    At(iRow, iCol).eAlignment = eAlignment;
-    Changed.Mark();
 }
 
 void GridCells::SetHidden(int iRow, bool bHidden) {
@@ -72,34 +65,43 @@ int GridCells::FindRowNumber(std::int32_t lNumber) const {
 }
 
 void GridCells::RemoveNumbersUpTo(std::int32_t lNumber) {
-    for (int iRow = Rows() - 1; iRow > 0; --iRow) {
-        if (m_lNumbers[Index(iRow)] <= lNumber) RemoveRow(iRow);
+    const auto tIsUpTo = [lNumber](std::int32_t l) { return l <= lNumber; };
+    // Counted first, without a way out of the loop: nearly always there is one to remove, anywhere.
+    auto lLeft = std::count_if(m_lNumbers.begin() + 1, m_lNumbers.end(), tIsUpTo);
+    for (int iRow = Rows() - 1; lLeft > 0; --iRow) {
+        if (!tIsUpTo(m_lNumbers[Index(iRow)])) continue;
+        RemoveRow(iRow);
+        --lLeft;
     }
 }
 
-std::unique_ptr<GridCells::Row> GridCells::NewRow() {
-    std::unique_ptr<Row> pRow;
+GridCells::Row* GridCells::NewRow() {
     if (m_tSpare.empty()) {
-        pRow = std::make_unique<Row>();
-        pRow->tCells.resize(Index(m_iCols));
-    } else {
-        pRow = std::move(m_tSpare.back());
-        m_tSpare.pop_back();
-        for (Cell& tCell : pRow->tCells) {
-            tCell.sText.clear();
-            tCell.dNumber = 0;
-            tCell.bNumberKnown = true;
-            tCell.eAlignment = AlignNone;
-        }
-        pRow->bHidden = false;
+        m_tOwned.push_back(std::make_unique<Row>());
+        m_tOwned.back()->tCells.resize(Index(m_iCols));
+        m_tSpare.push_back(m_tOwned.back().get());
     }
+    Row* pRow = m_tSpare.back();
+    m_tSpare.pop_back();
+    for (Cell& tCell : pRow->tCells) {
+        if (tCell.sText.empty() && tCell.eAlignment == AlignNone) continue;
+        tCell.sText.clear();
+        tCell.dNumber = 0;
+        tCell.bNumberKnown = true;
+        tCell.eAlignment = AlignNone;
+    }
+    pRow->bHidden = false;
     pRow->lSerial = m_lNextSerial++;
     return pRow;
 }
 
 void GridCells::MoveRow(int iFrom, int iTo) {
-    std::rotate(m_tRows.begin() + iTo, m_tRows.begin() + iFrom, m_tRows.begin() + iFrom + 1);
-    std::rotate(m_lNumbers.begin() + iTo, m_lNumbers.begin() + iFrom, m_lNumbers.begin() + iFrom + 1);
+    Row* pRow = m_tRows[Index(iFrom)];
+    const std::int32_t lNumber = m_lNumbers[Index(iFrom)];
+    std::copy_backward(m_tRows.begin() + iTo, m_tRows.begin() + iFrom, m_tRows.begin() + iFrom + 1);
+    std::copy_backward(m_lNumbers.begin() + iTo, m_lNumbers.begin() + iFrom, m_lNumbers.begin() + iFrom + 1);
+    m_tRows[Index(iTo)] = pRow;
+    m_lNumbers[Index(iTo)] = lNumber;
 }
 
 }  // namespace runtime

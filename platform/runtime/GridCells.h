@@ -28,15 +28,29 @@ public:
     void RemoveRow(int iRow);
 
     const std::string& Text(int iRow, int iCol) const { return At(iRow, iCol).sText; }
-    void SetText(int iRow, int iCol, std::string_view sText);
+    void SetText(int iRow, int iCol, std::string_view sText) {
+        Cell& tCell = At(iRow, iCol);
+        tCell.sText.assign(sText);
+        tCell.bNumberKnown = false;
+        if (iRow < m_iSorted && (m_lKeyColumns >> iCol & 1U) != 0) m_iSorted = iRow < 1 ? 1 : iRow;
+        Changed.Mark();
+    }
     void SetText(int iRow, int iCol, std::string_view sText, Alignment eAlignment) {
         SetText(iRow, iCol, sText);
         SetAlignment(iRow, iCol, eAlignment);
     }
+    // A whole number in decimal.
+    void SetInteger(int iRow, int iCol, std::int64_t lValue);
     // The leading numeric part of the text, 0 where there is none; read once after each write.
-    double Number(int iRow, int iCol) const;
+    double Number(int iRow, int iCol) const {
+        const Cell& tCell = At(iRow, iCol);
+        return tCell.bNumberKnown ? tCell.dNumber : ReadNumber(tCell);
+    }
     Alignment CellAlignment(int iRow, int iCol) const { return At(iRow, iCol).eAlignment; }
-    void SetAlignment(int iRow, int iCol, Alignment eAlignment);
+    void SetAlignment(int iRow, int iCol, Alignment eAlignment) {
+        At(iRow, iCol).eAlignment = eAlignment;
+        Changed.Mark();
+    }
 
     bool Hidden(int iRow) const { return m_tRows[Index(iRow)]->bHidden; }
     void SetHidden(int iRow, bool bHidden);
@@ -83,7 +97,8 @@ private:
     static std::size_t Index(int i) { return static_cast<std::size_t>(i); }
     Cell& At(int iRow, int iCol) { return m_tRows[Index(iRow)]->tCells[Index(iCol)]; }
     const Cell& At(int iRow, int iCol) const { return m_tRows[Index(iRow)]->tCells[Index(iCol)]; }
-    std::unique_ptr<Row> NewRow();
+    Row* NewRow();
+    static double ReadNumber(const Cell& tCell);
     void MoveRow(int iFrom, int iTo);
 
     template <class Compare>
@@ -102,8 +117,9 @@ private:
         MoveRow(iRow, iLow);
     }
 
-    std::vector<std::unique_ptr<Row>> m_tRows;
-    std::vector<std::unique_ptr<Row>> m_tSpare;  // removed rows, used again with their strings
+    std::vector<std::unique_ptr<Row>> m_tOwned;  // every row ever made
+    std::vector<Row*> m_tRows;                   // the rows of the grid, top to bottom
+    std::vector<Row*> m_tSpare;                  // removed rows, used again with their strings
     std::vector<std::int32_t> m_lNumbers;        // beside m_tRows: scanned for every message
     int m_iCols = 0;
     std::uint64_t m_lNextSerial = 1;

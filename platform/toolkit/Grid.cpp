@@ -23,8 +23,8 @@ namespace toolkit {
 
 namespace {
 
-constexpr int CellPadding = 2;    // pixels left and right of a cell's text
-constexpr int RowPadding = 4;     // pixels that a row is higher than its font
+constexpr int CellPadding = 2;  // pixels left and right of a cell's text
+constexpr int RowPadding = 4;   // pixels that a row is higher than its font
 
 // Draws the text of a cell itself: half the cost of the stock delegate, which lays out every text anew.
 class CellDelegate : public QStyledItemDelegate {

@@ -9,9 +9,12 @@ namespace toolkit {
 
 Qt::Alignment ToQt(runtime::Alignment eAlignment) {
     switch (eAlignment) {
-        case runtime::AlignCentre: return Qt::AlignCenter;
-        case runtime::AlignRight: return Qt::AlignRight | Qt::AlignVCenter;
-        default: return Qt::AlignLeft | Qt::AlignVCenter;
+        case runtime::AlignCentre:
+            return Qt::AlignCenter;
+        case runtime::AlignRight:
+            return Qt::AlignRight | Qt::AlignVCenter;
+        default:
+            return Qt::AlignLeft | Qt::AlignVCenter;
     }
 }
 

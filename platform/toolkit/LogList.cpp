@@ -19,9 +19,9 @@ namespace toolkit {
 
 namespace {
 
-constexpr int MarkWidth = 4;      // pixels of the bar before a marked line
-constexpr int TextIndent = 10;    // pixels from the left edge to the text
-constexpr int LineChars = 400;    // characters of a line that are drawn; longer ones can be copied whole
+constexpr int MarkWidth = 4;    // pixels of the bar before a marked line
+constexpr int TextIndent = 10;  // pixels from the left edge to the text
+constexpr int LineChars = 400;  // characters of a line that are drawn; longer ones can be copied whole
 
 // A marked line has a bar in front and a tinted ground; a notice in brackets is bold: both can be told without colour.
 class LineDelegate : public QStyledItemDelegate {
@@ -63,9 +63,7 @@ public:
 }  // namespace
 
 LogList::LogList(QWidget* pParent)
-    : QListView(pParent),
-      m_pModel(new LogModel(Lines, this)),
-      m_pBeat(new RepaintBeat(*this, [this] { TakeOver(); })) {
+    : QListView(pParent), m_pModel(new LogModel(Lines, this)), m_pBeat(new RepaintBeat(*this, [this] { TakeOver(); })) {
     setModel(m_pModel);
     setItemDelegate(new LineDelegate(this));
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));

@@ -14,12 +14,15 @@ int LogModel::rowCount(const QModelIndex& tParent) const { return tParent.isVali
 QVariant LogModel::data(const QModelIndex& tIndex, int iRole) const {
     if (!tIndex.isValid() || tIndex.row() >= m_tLines.Count()) return {};
     switch (iRole) {
-        case Qt::DisplayRole: return FromLatin1(m_tLines.Line(tIndex.row()));
-        case MarkRole: return bShowsMarks && m_tLines.Mark(tIndex.row());
+        case Qt::DisplayRole:
+            return FromLatin1(m_tLines.Line(tIndex.row()));
+        case MarkRole:
+            return bShowsMarks && m_tLines.Mark(tIndex.row());
         case Qt::AccessibleDescriptionRole:
             if (!bShowsMarks) return {};
             return m_tLines.Mark(tIndex.row()) ? tr("highlighted") : tr("not highlighted");
-        default: return {};
+        default:
+            return {};
     }
 }
 

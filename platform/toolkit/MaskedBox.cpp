@@ -17,18 +17,22 @@ namespace {
 
 std::optional<int> ArrowCode(int iKey) {
     switch (iKey) {
-        case Qt::Key_Left: return 37;
-        case Qt::Key_Up: return 38;
-        case Qt::Key_Right: return 39;
-        case Qt::Key_Down: return 40;
-        default: return std::nullopt;
+        case Qt::Key_Left:
+            return 37;
+        case Qt::Key_Up:
+            return 38;
+        case Qt::Key_Right:
+            return 39;
+        case Qt::Key_Down:
+            return 40;
+        default:
+            return std::nullopt;
     }
 }
 
 }  // namespace
 
-MaskedBox::MaskedBox(QWidget* pParent)
-    : QLineEdit(pParent), m_pBeat(new RepaintBeat(*this, [this] { TakeOver(); })) {
+MaskedBox::MaskedBox(QWidget* pParent) : QLineEdit(pParent), m_pBeat(new RepaintBeat(*this, [this] { TakeOver(); })) {
     setContextMenuPolicy(Qt::NoContextMenu);
     setDragEnabled(false);
     setAcceptDrops(false);
@@ -101,7 +105,10 @@ void MaskedBox::TypeText(const QString& sText) {
     Synchronize();
 }
 
-void MaskedBox::mousePressEvent(QMouseEvent* pEvent) { setFocus(Qt::MouseFocusReason); pEvent->accept(); }
+void MaskedBox::mousePressEvent(QMouseEvent* pEvent) {
+    setFocus(Qt::MouseFocusReason);
+    pEvent->accept();
+}
 
 void MaskedBox::mouseMoveEvent(QMouseEvent* pEvent) { pEvent->accept(); }  // a drag selects nothing
 

@@ -1,5 +1,5 @@
-// An editable box with a list of numbers below it, over NumberItems. Its text is the user's or the program's and is left
-// alone by the list, whatever items come and go.
+// An editable box with a list of numbers below it, over NumberItems. Its text is the user's or the program's and is
+// left alone by the list, whatever items come and go.
 #pragma once
 
 #include <QComboBox>

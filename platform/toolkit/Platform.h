@@ -16,7 +16,7 @@ enum class MessageIcon { Plain, Exclamation };
 
 // What a file dialog is to ask for.
 struct FileRequest {
-    bool bSave;          // save, asking before an existing file is replaced; else open an existing file
+    bool bSave;  // save, asking before an existing file is replaced; else open an existing file
     QString sTitle;
     QString sFolder;     // initial folder; empty: the one last used
     QString sFileName;   // proposed name

@@ -26,20 +26,20 @@ public:
     explicit SerialPort(QObject* pParent = nullptr);
     ~SerialPort() override;
 
-    void SetAccess(SerialAccess tAccess);         // before the first open
-    void SetTitle(const QString& sTitle);         // "input #1": how another port's error names this one
+    void SetAccess(SerialAccess tAccess);  // before the first open
+    void SetTitle(const QString& sTitle);  // "input #1": how another port's error names this one
 
     // The text of the port field: a number, or a device name. Resolved when the port is opened, never earlier.
     void SetCommPort(std::string_view sPort);
-    std::int32_t CommPort() const;                // the number; 0 where the text is a name or never was set
+    std::int32_t CommPort() const;                 // the number; 0 where the text is a name or never was set
     void SetSettings(std::string_view sSettings);  // raises runtime::SettingsError and keeps the former settings
     const std::string& Settings() const;
 
     // Opens. Raises CommError, also when a sibling port (same parent) has the device open ("already open as input #1").
     void OpenPort();
-    void ClosePort();       // harmless when closed
-    bool PortOpen() const;  // true until ClosePort, also while the device is away
-    QString Device() const;  // path of the open device, empty when closed
+    void ClosePort();                  // harmless when closed
+    bool PortOpen() const;             // true until ClosePort, also while the device is away
+    QString Device() const;            // path of the open device, empty when closed
     SerialDevice* OpenDevice() const;  // what the port drives; null before the first open
     bool ReportsLineErrors() const;
 
