@@ -6,9 +6,6 @@
 namespace app {
 
 void frmMain::MSCommOutput_OnComm() {
-    if (MSCommOutput.CommEvent() == nmea::CommReceive) {
-        MSCommOutput.Input();  // nothing is expected from that side; what comes must not pile up
-    }
     OutputData(nmea::CommNotice(MSCommOutput.CommEvent()), false);
 }
 

@@ -132,6 +132,7 @@ void FormDesign::DesignWindow() {
     MSComm(0).SetTitle(tr("input #1"));
     MSComm(1).SetTitle(tr("input #2"));
     MSCommOutput.SetTitle(tr("output"));
+    MSCommOutput.SetReceiveEvents(false);  // nothing is expected from that side
     for (toolkit::SerialPort* pPort : {&MSComm(0), &MSComm(1), &MSCommOutput}) pPort->SetAccess(m_tPlatform.Serial);
 }
 

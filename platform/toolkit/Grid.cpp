@@ -23,8 +23,9 @@ namespace toolkit {
 
 namespace {
 
-constexpr int CellPadding = 2;  // pixels left and right of a cell's text
-constexpr int RowPadding = 4;   // pixels that a row is higher than its font
+constexpr int CellPadding = 2;    // pixels left and right of a cell's text
+constexpr int NarrowColumn = 16;  // pixels; up to here text gets all there is
+constexpr int RowPadding = 4;     // pixels that a row is higher than its font
 
 // Draws the text of a cell itself: half the cost of the stock delegate, which lays out every text anew.
 class CellDelegate : public QStyledItemDelegate {
@@ -40,7 +41,8 @@ public:
             pPainter->fillRect(tOption.rect, tPalette.brush(eGroup, QPalette::AlternateBase));
         }
         pPainter->setPen(tPalette.color(eGroup, bSelected ? QPalette::HighlightedText : QPalette::Text));
-        const QRect tText = tOption.rect.adjusted(CellPadding, 0, -CellPadding, 0);
+        const int iPadding = tOption.rect.width() > NarrowColumn ? CellPadding : 0;
+        const QRect tText = tOption.rect.adjusted(iPadding, 0, -iPadding, 0);
         pPainter->drawText(tText, tIndex.data(Qt::TextAlignmentRole).toInt() | Qt::TextSingleLine,
                            tIndex.data(Qt::DisplayRole).toString());
     }

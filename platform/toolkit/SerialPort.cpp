@@ -57,6 +57,7 @@ struct SerialPort::Private {
     bool bOpen = false;
     bool bAway = false;       // open, but the device has vanished
     bool bReceiving = false;  // within Receive
+    bool bReceiveEvents = true;
     bool bFull = false;       // texts have been dropped; ends when half of the queue is written
 
     void MakeDevice();
@@ -80,6 +81,8 @@ void SerialPort::SetAccess(SerialAccess tAccess) {
 }
 
 void SerialPort::SetTitle(const QString& sTitle) { d->sTitle = sTitle; }
+
+void SerialPort::SetReceiveEvents(bool bReceiveEvents) { d->bReceiveEvents = bReceiveEvents; }
 
 void SerialPort::SetCommPort(std::string_view sPort) {
     d->sPort = QString::fromLatin1(sPort.data(), static_cast<qsizetype>(sPort.size()));
@@ -185,6 +188,7 @@ void SerialPort::Private::Receive() {
     while (bOpen) {
         const std::string sBatch = pDevice->ReadAll();
         if (sBatch.empty()) return;
+        if (!bReceiveEvents) continue;
         sInput += sBatch;
         tPort.RaiseEvent(nmea::CommReceive);
     }

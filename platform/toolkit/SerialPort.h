@@ -29,6 +29,8 @@ public:
     void SetAccess(SerialAccess tAccess);  // before the first open
     void SetTitle(const QString& sTitle);  // "input #1": how another port's error names this one
 
+    // Without receive events what arrives is thrown away; with them (as a port is made) event 2 tells of it.
+    void SetReceiveEvents(bool bReceiveEvents);
     // The text of the port field: a number, or a device name. Resolved when the port is opened, never earlier.
     void SetCommPort(std::string_view sPort);
     std::int32_t CommPort() const;                 // the number; 0 where the text is a name or never was set
