@@ -61,6 +61,7 @@ toolkit::Platform World::MakePlatform() {
         return std::make_unique<MemoryDevice>([this](const QString& sDevice) { OpenInMemory(sDevice); });
     };
     t.sProgramFile = Path(QStringLiteral("tidewatch"));
+    if (tAdjust) tAdjust(t);
     return t;
 }
 

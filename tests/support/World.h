@@ -29,6 +29,7 @@ public:
     double dTimer = 43200;
     double dTimerStep = 0.004;
     std::function<void()> tYield;  // what a turn of the event loop does; the real one when empty
+    std::function<void(toolkit::Platform&)> tAdjust;  // the last word on the platform that is handed out
 
     // Dialog answers, first come first served; nothing in one means cancelled. A dialog without an answer is cancelled
     // and counted in iUnanswered.
