@@ -201,6 +201,7 @@ protected:
     };
     // decoders/frmMain_Reports
     void KeepReport(decoders::VdmView lData, DateTime dt, std::string_view sChannel);
+    void DropOldestSignal();
     void ShowReports();
     void ShowReport(const decoders::AisReport& t);
     void ShowReportPosition(const decoders::AisReport& t);
@@ -257,6 +258,7 @@ protected:
     std::array<decoders::AisReport, targets::MessageRowLimit> m_tReports;  // a ring: the newest that are not shown yet
     std::size_t m_lFirstReport = 0;
     std::size_t m_lReports = 0;
+    int m_lSignals = 0;  // reports among them that carry levels
     int m_iBatchDepth = 0;
     bool m_bSummaryDue = false;  // a message was the last to claim panel 2
     std::string m_sLogLine;      // the line being put together, kept for its memory

@@ -32,6 +32,7 @@ void frmMain::PnmlsDecode(PortIndex Index) {
         decoders::AisReport& tNewest = m_tReports[(m_lFirstReport + m_lReports - 1) % m_tReports.size()];
         if (!tNewest.bSignal) {  // shown together with the report, the newest of all, that it belongs to
             tNewest.bSignal = true;
+            ++m_lSignals;
             tNewest.sSignal = std::move(sSignal);
             tNewest.sThreshold = std::move(sThreshold);
             tNewest.sInterval = t.sInterval;

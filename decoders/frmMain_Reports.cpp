@@ -22,7 +22,8 @@ std::size_t NamePrefix(std::int32_t lMessageId) {
 void frmMain::KeepReport(decoders::VdmView lData, DateTime dt, std::string_view sChannel) {
     MessageCount(lData[1]);
     if (m_lReports == m_tReports.size()) {
-        // The oldest would be out of the table and of the log by the end: it only counts.
+        // The oldest would be out of the table and of the AIS log by the end: it only counts.
+        DropOldestSignal();
         m_lFirstReport = (m_lFirstReport + 1) % m_tReports.size();
         --m_lReports;
         ++m_lMessageNumber;
@@ -39,6 +40,14 @@ void frmMain::KeepReport(decoders::VdmView lData, DateTime dt, std::string_view 
     m_bSummaryDue = true;
 }
 
+// Its levels are out of the receiver log only when enough others wait behind them.
+void frmMain::DropOldestSignal() {
+    const AisReport& t = m_tReports[m_lFirstReport];
+    if (!t.bSignal) return;
+    --m_lSignals;
+    if (m_lSignals < runtime::LogLines::Capacity) ShowSignal(t.dt, &t.sChannel, t.sSignal, t.sThreshold, t.sInterval);
+}
+
 void frmMain::ShowReports() {
     if (m_lReports == 0) return;
     const toolkit::RedrawOff tRedraw(grdTargetData);
@@ -46,6 +55,7 @@ void frmMain::ShowReports() {
         ShowReport(m_tReports[m_lFirstReport]);
         m_lFirstReport = (m_lFirstReport + 1) % m_tReports.size();
     }
+    m_lSignals = 0;
     if (m_bSummaryDue) ShowSummary();
 }
 

@@ -24,7 +24,9 @@ void frmMain::grdTargetData_Click() {
     std::int32_t lRow = -1;
     std::int32_t lCol = -1;
     GridGetRowCol(grdTargetData, grdTargetData.MouseX(), grdTargetData.MouseY(), lRow, lCol);
-    if (lCol == ColMmsi && lRow > 0) grdTargetData_RowActivated(lRow);
+    if (lCol != ColMmsi || lRow < 1) return;
+    lRow = grdTargetData.LiveRow(lRow);  // what the user saw may have been sorted to another place since
+    if (lRow > 0) grdTargetData_RowActivated(lRow);
 }
 
 void frmMain::grdTargetData_RowActivated(std::int32_t lRow) {

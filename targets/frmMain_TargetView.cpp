@@ -13,8 +13,7 @@ void frmMain::TargetSort() {
         m_tSortKeys = {*tFirst, SecondKey};
     }
     runtime::GridCells& tCells = grdTargetData.Cells;
-    if (tCells.Rows() < 2) return;
-    grdTargetData.SetCurrentCell(1, ColMmsi);
+    grdTargetData.SetCurrentCell(1, ColMmsi);  // also while there is no row yet
     std::uint32_t lKeyColumns = 0;
     std::uint64_t lOrder = 1;
     for (int i = 0; i < m_iSortKeys; ++i) {

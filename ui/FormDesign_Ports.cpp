@@ -31,7 +31,7 @@ void FormDesign::DesignPortRow(QCheckBox& chk, toolkit::PortBox& txtPort, toolki
     pSettingsLabel->setBuddy(&txtSettings);
     txtPort.SetTip(tr("Serial port: a number (6 or COM6 is /dev/ttyS5), a name such as ttyUSB0, or a path"));
     txtSettings.setToolTip(tr(SettingsTip));
-    txtSettings.setMaxLength(79);  // what the profile keeps of a value
+    txtSettings.SetTypingLimit(79);  // what the profile keeps of a value
     txtPort.setAccessibleName(tr("Port of %1").arg(sPort));
     txtSettings.setAccessibleName(tr("Settings of %1").arg(sPort));
     PutRow(Margin, dTop,

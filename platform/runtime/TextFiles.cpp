@@ -61,6 +61,7 @@ struct TextFiles::File {
     std::size_t Find(char c, std::size_t iFrom, std::size_t iTo) const;
     std::size_t FirstLineEnd();
     int WriteOut() noexcept;
+    int Synchronize() noexcept;
 
     const int iDescriptor;
     const bool bOutput;
@@ -72,6 +73,7 @@ struct TextFiles::File {
     std::size_t iLineFeed = 0;  // the first one at or behind iBegin, iEnd where there is none; stale when below iBegin
     // Output: not yet written.
     std::string sPending;
+    bool bUnsynchronized = false;  // written, but perhaps not on the disk yet
 };
 
 mode_t TextFiles::File::Kind() const {
@@ -116,6 +118,7 @@ std::size_t TextFiles::File::FirstLineEnd() {
 int TextFiles::File::WriteOut() noexcept {
     std::size_t iDone = 0;
     int iError = 0;
+    bUnsynchronized = bUnsynchronized || !sPending.empty();
     while (iDone < sPending.size() && iError == 0) {
         const ssize_t iWritten = WriteSome(iDescriptor, sPending.data() + iDone, sPending.size() - iDone);
         if (iWritten < 0) {
@@ -126,6 +129,13 @@ int TextFiles::File::WriteOut() noexcept {
     }
     sPending.erase(0, iDone);
     return iError;
+}
+
+// Returns 0 or the system's error number. A device that cannot be synchronised has nothing to lose.
+int TextFiles::File::Synchronize() noexcept {
+    if (!bUnsynchronized) return 0;
+    bUnsynchronized = false;
+    return ::fdatasync(iDescriptor) == 0 || errno == EINVAL ? 0 : errno;
 }
 
 TextFiles::TextFiles() = default;
@@ -210,7 +220,9 @@ std::string_view TextFiles::ReadLine(std::int16_t iFile) {
 void TextFiles::WriteLine(std::int16_t iFile, std::string_view sLine) {
     File& tFile = Opened(iFile);
     if (!tFile.bOutput) Raise(EBADF);
-    if (tFile.sPending.size() >= BlockSize) Flush(iFile);  // raises before the line is taken: the buffer cannot grow on
+    if (tFile.sPending.size() >= BlockSize) {  // raises before the line is taken: the buffer cannot grow on
+        if (const int iError = tFile.WriteOut(); iError != 0) Raise(iError);
+    }
     tFile.sPending.append(sLine).append("\r\n");
 }
 
@@ -219,6 +231,7 @@ void TextFiles::Flush(std::int16_t iFile) {
     File& tFile = Opened(iFile);
     if (!tFile.bOutput) return;
     if (const int iError = tFile.WriteOut(); iError != 0) Raise(iError);
+    if (const int iError = tFile.Synchronize(); iError != 0) Raise(iError);
 }
 
 }  // namespace runtime

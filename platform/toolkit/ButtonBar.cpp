@@ -11,10 +11,15 @@ ButtonBar::ButtonBar(QWidget* pParent) : QToolBar(pParent) {
     setMovable(false);
     setFloatable(false);
     setContextMenuPolicy(Qt::PreventContextMenu);  // the bar cannot be hidden: there is no menu to bring it back
+    // Shown when the window is too narrow for all the buttons.
+    if (auto* pMore = findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"))) {
+        pMore->setAccessibleName(tr("More buttons"));
+    }
 }
 
 void ButtonBar::AddButton(const QString& sKey, const QString& sCaption, const QString& sTip, const QIcon& tIcon) {
     auto* pAction = new QAction(tIcon, sCaption, this);
+    pAction->setIconText(sCaption);  // a button takes its caption from here; else it would lose its mnemonic
     pAction->setCheckable(true);
     pAction->setToolTip(sTip);
     m_pActions[sKey] = pAction;

@@ -129,6 +129,8 @@ int Grid::RowHeight(int iRow) const {
     return isRowHidden(iRow - 1) ? 0 : rowHeight(iRow - 1);
 }
 
+int Grid::LiveRow(int iRow) const { return iRow == 0 ? 0 : m_pModel->LiveRow(iRow - 1); }
+
 void Grid::Click(float fX, float fY) {
     m_fMouseX = fX;
     m_fMouseY = fY;
@@ -183,7 +185,8 @@ void Grid::keyPressEvent(QKeyEvent* pEvent) {
     }
     const bool bEnter = pEvent->key() == Qt::Key_Return || pEvent->key() == Qt::Key_Enter;
     if (bEnter && currentIndex().isValid()) {
-        emit RowActivated(currentIndex().row() + 1);
+        const int iRow = LiveRow(currentIndex().row() + 1);
+        if (iRow > 0) emit RowActivated(iRow);
         return;
     }
     QTableView::keyPressEvent(pEvent);
@@ -226,6 +229,7 @@ QString Grid::SelectedText() const {
 }
 
 void Grid::CopySelection() const {
+    m_pBeat->Synchronize();  // rows that have gone since are no longer selected
     const QString sText = SelectedText();
     if (!sText.isEmpty()) QGuiApplication::clipboard()->setText(sText);
 }

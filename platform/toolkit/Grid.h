@@ -48,6 +48,8 @@ public:
     int ColWidth(int iCol) const;
     int RowPos(int iRow) const;
     int RowHeight(int iRow) const;
+    // The row of Cells that the view shows at a row by now: rows may have moved since it took over. -1 when it is gone.
+    int LiveRow(int iRow) const;
     // The mouse position of the latest mouse event over the grid.
     float MouseX() const { return m_fMouseX; }
     float MouseY() const { return m_fMouseY; }
@@ -65,7 +67,7 @@ signals:
     void Clicked();
     void DblClicked();
     void MouseMoved(float fX, float fY);
-    void RowActivated(int iRow);  // Enter on a row, counted as in Cells
+    void RowActivated(int iRow);  // Enter on a row of Cells
 
 protected:
     bool viewportEvent(QEvent* pEvent) override;

@@ -28,11 +28,23 @@ int GridModel::rowCount(const QModelIndex& tParent) const {
 int GridModel::columnCount(const QModelIndex& tParent) const { return tParent.isValid() ? 0 : m_iPublishedCols; }
 
 QVariant GridModel::data(const QModelIndex& tIndex, int iRole) const {
-    const int iRow = tIndex.row() + 1;
-    if (!tIndex.isValid() || iRow >= m_tCells.Rows() || tIndex.column() >= m_tCells.Cols()) return {};
+    if (!tIndex.isValid() || tIndex.column() >= m_tCells.Cols()) return {};
+    if (iRole != Qt::DisplayRole && iRole != Qt::TextAlignmentRole) return {};
+    const int iRow = LiveRow(tIndex.row());
+    if (iRow < 0) return {};
     if (iRole == Qt::DisplayRole) return FromLatin1(m_tCells.Text(iRow, tIndex.column()));
-    if (iRole == Qt::TextAlignmentRole) return QVariant(ToQt(m_tCells.CellAlignment(iRow, tIndex.column())));
-    return {};
+    return QVariant(ToQt(m_tCells.CellAlignment(iRow, tIndex.column())));
+}
+
+int GridModel::LiveRow(int iPublished) const {
+    if (iPublished < 0 || iPublished >= rowCount()) return -1;
+    const std::uint64_t lSerial = m_lPublished[static_cast<std::size_t>(iPublished)];
+    const int iSame = iPublished + 1;
+    if (iSame < m_tCells.Rows() && m_tCells.RowSerial(iSame) == lSerial) return iSame;
+    for (int iRow = 1; iRow < m_tCells.Rows(); ++iRow) {
+        if (m_tCells.RowSerial(iRow) == lSerial) return iRow;
+    }
+    return -1;
 }
 
 QVariant GridModel::headerData(int iSection, Qt::Orientation eOrientation, int iRole) const {

@@ -128,6 +128,7 @@ QString LogList::SelectedText() const {
 }
 
 void LogList::CopySelection() const {
+    m_pBeat->Synchronize();  // lines that have gone since are no longer selected
     const QString sText = SelectedText();
     if (!sText.isEmpty()) QGuiApplication::clipboard()->setText(sText);
 }

@@ -12,18 +12,27 @@ LogModel::LogModel(const runtime::LogLines& tLines, QObject* pParent) : QAbstrac
 int LogModel::rowCount(const QModelIndex& tParent) const { return tParent.isValid() ? 0 : m_iPublished; }
 
 QVariant LogModel::data(const QModelIndex& tIndex, int iRole) const {
-    if (!tIndex.isValid() || tIndex.row() >= m_tLines.Count()) return {};
+    if (!tIndex.isValid()) return {};
+    const int iLine = LiveLine(tIndex.row());
+    if (iLine < 0 || iLine >= m_tLines.Count()) return {};
     switch (iRole) {
         case Qt::DisplayRole:
-            return FromLatin1(m_tLines.Line(tIndex.row()));
+            return FromLatin1(m_tLines.Line(iLine));
         case MarkRole:
-            return bShowsMarks && m_tLines.Mark(tIndex.row());
+            return bShowsMarks && m_tLines.Mark(iLine);
         case Qt::AccessibleDescriptionRole:
             if (!bShowsMarks) return {};
-            return m_tLines.Mark(tIndex.row()) ? tr("highlighted") : tr("not highlighted");
+            return m_tLines.Mark(iLine) ? tr("highlighted") : tr("not highlighted");
         default:
             return {};
     }
+}
+
+// Lines keep their number among all that were ever added, and only old ones go.
+int LogModel::LiveLine(int iPublished) const {
+    const auto lNumber = static_cast<std::int64_t>(m_lPublishedAdded) - m_iPublished + iPublished;
+    const auto lOldest = static_cast<std::int64_t>(m_tLines.Added()) - m_tLines.Count();
+    return lNumber < lOldest ? -1 : static_cast<int>(lNumber - lOldest);
 }
 
 void LogModel::Publish() {
@@ -44,7 +53,6 @@ void LogModel::PublishLines() {
     }
     const std::uint64_t lNew = m_tLines.Added() - m_lPublishedAdded;
     const int iKept = m_tLines.Count() - static_cast<int>(std::min<std::uint64_t>(lNew, m_tLines.Count()));
-    m_lPublishedAdded = m_tLines.Added();
     if (iKept < m_iPublished) {
         beginRemoveRows({}, 0, m_iPublished - iKept - 1);
         m_iPublished = iKept;
@@ -53,6 +61,7 @@ void LogModel::PublishLines() {
     if (m_tLines.Count() > m_iPublished) {
         beginInsertRows({}, m_iPublished, m_tLines.Count() - 1);
         m_iPublished = m_tLines.Count();
+        m_lPublishedAdded = m_tLines.Added();
         endInsertRows();
     }
 }

@@ -28,6 +28,8 @@ public:
 
 private:
     void PublishLines();
+    // Where a published line stands in the store by now; negative when it is gone.
+    int LiveLine(int iPublished) const;
 
     const runtime::LogLines& m_tLines;
     int m_iPublished = 0;

@@ -82,6 +82,8 @@ void MaskedBox::Synchronize() { m_pBeat->Synchronize(); }
 bool MaskedBox::event(QEvent* pEvent) {
     // A line edit claims Ctrl+V, Delete and the like as its own shortcuts; here they mean nothing.
     if (pEvent->type() == QEvent::ShortcutOverride) return QWidget::event(pEvent);
+    // It also drops its selection when the window becomes active again; here one character always stays selected.
+    if (pEvent->type() == QEvent::WindowActivate) return QWidget::event(pEvent);
     return QLineEdit::event(pEvent);
 }
 
@@ -123,6 +125,12 @@ void MaskedBox::mouseDoubleClickEvent(QMouseEvent* pEvent) { pEvent->accept(); }
 void MaskedBox::focusInEvent(QFocusEvent* pEvent) {
     QLineEdit::focusInEvent(pEvent);  // selects all when the focus came by Tab
     if (pEvent->reason() != Qt::OtherFocusReason) SetSelection(m_iSelStart, std::max(m_iSelLength, 1));
+    m_pBeat->Mark();
+    Synchronize();
+}
+
+void MaskedBox::focusOutEvent(QFocusEvent* pEvent) {
+    QLineEdit::focusOutEvent(pEvent);  // selects nothing any more
     m_pBeat->Mark();
     Synchronize();
 }

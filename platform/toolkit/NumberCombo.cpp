@@ -4,34 +4,60 @@
 #include <QAbstractListModel>
 #include <QLineEdit>
 #include <QSignalBlocker>
+#include <algorithm>
+#include <vector>
 
 #include "platform/toolkit/Latin1.h"
 #include "platform/toolkit/RepaintBeat.h"
 
 namespace toolkit {
 
-// Tells the combo box of the items only in Publish.
+// Tells the combo box of the items only in Publish, one new item at a time: an open list keeps its place and the entry
+// that the user is on.
 class NumberModel : public QAbstractListModel {
 public:
     NumberModel(const runtime::NumberItems& tItems, QObject* pParent) : QAbstractListModel(pParent), m_tItems(tItems) {}
 
-    int rowCount(const QModelIndex& tParent = {}) const override { return tParent.isValid() ? 0 : m_iPublished; }
+    int rowCount(const QModelIndex& tParent = {}) const override {
+        return tParent.isValid() ? 0 : static_cast<int>(m_lPublished.size());
+    }
     QVariant data(const QModelIndex& tIndex, int iRole) const override {
-        if (!tIndex.isValid() || tIndex.row() >= m_tItems.Count()) return {};
-        const runtime::NumberItems::Item& tItem = m_tItems.At(tIndex.row());
-        if (iRole == Qt::DisplayRole || iRole == Qt::EditRole) return FromLatin1(tItem.sText);
-        if (iRole == Qt::UserRole) return tItem.lData;
+        if (!tIndex.isValid()) return {};
+        const std::int32_t lNumber = m_lPublished[static_cast<std::size_t>(tIndex.row())];
+        if (iRole == Qt::DisplayRole || iRole == Qt::EditRole) return QString::number(lNumber);
+        if (iRole == Qt::UserRole) return DataOf(lNumber);
         return {};
     }
     void Publish() {
-        beginResetModel();
-        m_iPublished = m_tItems.Count();
-        endResetModel();
+        std::vector<std::int32_t> lNumbers;
+        for (int i = 0; i < m_tItems.Count(); ++i) lNumbers.push_back(m_tItems.At(i).lNumber);
+        const bool bCleared = !std::ranges::includes(lNumbers, m_lPublished);
+        if (bCleared || lNumbers.size() > m_lPublished.size() + MostSingly) {
+            beginResetModel();
+            m_lPublished = lNumbers;
+            endResetModel();
+            return;
+        }
+        for (std::size_t i = 0; i < lNumbers.size(); ++i) {
+            if (i < m_lPublished.size() && m_lPublished[i] == lNumbers[i]) continue;
+            beginInsertRows({}, static_cast<int>(i), static_cast<int>(i));
+            m_lPublished.insert(m_lPublished.begin() + static_cast<std::ptrdiff_t>(i), lNumbers[i]);
+            endInsertRows();
+        }
     }
 
 private:
+    static constexpr std::size_t MostSingly = 100;  // more new items than these come all at once
+
+    QVariant DataOf(std::int32_t lNumber) const {
+        for (int i = 0; i < m_tItems.Count(); ++i) {
+            if (m_tItems.At(i).lNumber == lNumber) return m_tItems.At(i).lData;
+        }
+        return {};
+    }
+
     const runtime::NumberItems& m_tItems;
-    int m_iPublished = 0;
+    std::vector<std::int32_t> m_lPublished;
 };
 
 NumberCombo::NumberCombo(QWidget* pParent)
@@ -59,12 +85,13 @@ void NumberCombo::SetText(std::string_view sText) {
 
 void NumberCombo::TakeOver() {
     Items.Changed.Clear();
-    // A reset of the model empties the edit text, and a first item overwrites it: the text must survive both.
+    // A reset of the model empties the edit text, and a first item overwrites it: the text must survive both. The
+    // entry of that text, if there is one, is where the arrow keys and an opened list start.
     const QSignalBlocker tBlocker(this);
     const QSignalBlocker tEditBlocker(lineEdit());
     const int iCursor = lineEdit()->cursorPosition();
     m_pModel->Publish();
-    setCurrentIndex(-1);
+    setCurrentIndex(findText(FromLatin1(m_sText), Qt::MatchExactly));
     setEditText(FromLatin1(m_sText));
     lineEdit()->setCursorPosition(iCursor);
 }

@@ -13,7 +13,7 @@
 namespace toolkit {
 
 PortBox::PortBox(QWidget* pParent) : TextBox(pParent), m_pOffers(new QStandardItemModel(this)) {
-    setMaxLength(LongestPortName);
+    SetTypingLimit(LongestPortName);
     auto* pCompleter = new QCompleter(m_pOffers, this);
     pCompleter->setCompletionRole(Qt::UserRole);
     pCompleter->setFilterMode(Qt::MatchContains);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QLineEdit>
+#include <QRegularExpressionValidator>
 #include <string>
 
 #include "platform/toolkit/Latin1.h"
@@ -15,6 +16,11 @@ public:
 
     std::string Text() const { return ToLatin1(text()); }
     void SetText(std::string_view sText) { setText(FromLatin1(sText)); }
+    // Characters that can be typed or pasted at the most; a text that the program sets is kept whole.
+    void SetTypingLimit(int iCharacters) {
+        const QRegularExpression tUpTo(QStringLiteral(".{0,%1}").arg(iCharacters));
+        setValidator(new QRegularExpressionValidator(tUpTo, this));
+    }
 };
 
 }  // namespace toolkit

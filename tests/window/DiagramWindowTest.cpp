@@ -1,0 +1,203 @@
+// The flow diagram: its boxes, and the arrow heads as they are drawn.
+#include <QImage>
+#include <QTest>
+#include <algorithm>
+
+#include "tests/support/PrintString.h"
+#include "tests/support/TestWindow.h"
+
+using support::TestWindow;
+using support::World;
+
+namespace {
+
+using Strokes = std::vector<ui::Stroke>;
+
+bool Inked(const QImage& tImage, int iX, int iY, QRgb tGround) {
+    return tImage.valid(iX, iY) && tImage.pixel(iX, iY) != tGround;
+}
+
+}  // namespace
+
+class DiagramWindowTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void boxesCarryTheirCaptions();
+    void boxesDoNotOverlap();
+    void everyArrowEndsAtABox();
+    void nothingCrossesACaption();
+    void headFollowsTheTag_data();
+    void headFollowsTheTag();
+    void headsAreDrawnInTheOrderOfTheLines();
+    void headsAreDrawnAnewWithEachLayout();
+    void headsCanBeSeen();
+    void picturesDrawInTheTextColour();
+};
+
+void DiagramWindowTest::boxesCarryTheirCaptions() {
+    World tWorld;
+    TestWindow t(tWorld);
+    t.LoadAndShow();
+    t.SSTab.SetTab(ui::TabDiagram);
+    QStringList sCaptions;
+    for (const QLabel* pBox : t.pctDiagram.findChildren<QLabel*>()) {
+        QVERIFY(pBox->isVisible());
+        sCaptions << pBox->text();
+    }
+    QStringList sExpected = {QStringLiteral("Input"),     QStringLiteral("Comm"),     QStringLiteral("Comm"),
+                             QStringLiteral("Comm"),      QStringLiteral("Receiver"), QStringLiteral("Decoders"),
+                             QStringLiteral("Messages"),  QStringLiteral("Targets"),  QStringLiteral("AIS Targets"),
+                             QStringLiteral("Record"),    QStringLiteral("Playback"), QStringLiteral("Output"),
+                             QStringLiteral("Real Time"), QStringLiteral("Mode")};
+    sCaptions.sort();
+    sExpected.sort();
+    QCOMPARE(sCaptions, sExpected);
+}
+
+void DiagramWindowTest::boxesDoNotOverlap() {
+    World tWorld;
+    TestWindow t(tWorld);
+    t.LoadAndShow();
+    const auto pBoxes = t.pctDiagram.findChildren<QLabel*>();
+    for (const QLabel* pA : pBoxes) {
+        QVERIFY(t.pctDiagram.rect().contains(pA->geometry()));
+        QVERIFY2(pA->fontMetrics().horizontalAdvance(pA->text()) <= pA->width(), qPrintable(pA->text()));
+        for (const QLabel* pB : pBoxes) QVERIFY(pA == pB || !pA->geometry().intersects(pB->geometry()));
+    }
+}
+
+void DiagramWindowTest::everyArrowEndsAtABox() {
+    World tWorld;
+    TestWindow t(tWorld);
+    t.LoadAndShow();
+    QVERIFY(t.LnArrow.size() >= 8);
+    const auto pBoxes = t.pctDiagram.findChildren<QLabel*>();
+    for (const ui::DiagramLine& tLine : t.LnArrow) {
+        const bool bRight = tLine.sTag.find("Right") != std::string::npos;
+        const bool bDown = tLine.sTag.find("Bottom") != std::string::npos;
+        QVERIFY(bRight || bDown);
+        const bool bEnds = std::any_of(pBoxes.begin(), pBoxes.end(), [&](const QLabel* pBox) {
+            const QRect tBox(pBox->geometry().topLeft() * 15, pBox->geometry().size() * 15);
+            const auto& l = tLine.tLine;
+            if (bRight) return l.lX2 == tBox.x() && l.lY2 > tBox.y() && l.lY2 < tBox.y() + tBox.height();
+            return l.lY2 == tBox.y() && l.lX2 > tBox.x() && l.lX2 < tBox.x() + tBox.width();
+        });
+        QVERIFY(bEnds);
+    }
+}
+
+void DiagramWindowTest::nothingCrossesACaption() {
+    World tWorld;
+    TestWindow t(tWorld);
+    t.LoadAndShow();
+    for (const ui::Stroke& l : t.pctDiagram.Lines()) {
+        const QRect tLine = QRect(QPoint(std::min(l.lX1, l.lX2), std::min(l.lY1, l.lY2)) / 15,
+                                  QPoint(std::max(l.lX1, l.lX2), std::max(l.lY1, l.lY2)) / 15);
+        for (const QLabel* pBox : t.pctDiagram.findChildren<QLabel*>()) {
+            QVERIFY2(!pBox->geometry().adjusted(2, 2, -2, -2).intersects(tLine), qPrintable(pBox->text()));
+        }
+    }
+}
+
+void DiagramWindowTest::headFollowsTheTag_data() {
+    QTest::addColumn<QByteArray>("tag");
+    QTest::addColumn<bool>("right");
+    QTest::addColumn<bool>("bottom");
+    QTest::newRow("right") << QByteArray("Right") << true << false;
+    QTest::newRow("bottom") << QByteArray("Bottom") << false << true;
+    QTest::newRow("both words") << QByteArray("Bottom Right") << true << true;
+    QTest::newRow("both in one") << QByteArray("xRightBottomx") << true << true;
+    QTest::newRow("lower case") << QByteArray("right bottom") << false << false;
+    QTest::newRow("upper case") << QByteArray("RIGHT") << false << false;
+    QTest::newRow("part of a word") << QByteArray("Righ Botto") << false << false;
+    QTest::newRow("empty") << QByteArray() << false << false;
+}
+
+void DiagramWindowTest::headFollowsTheTag() {
+    QFETCH(QByteArray, tag);
+    QFETCH(bool, right);
+    QFETCH(bool, bottom);
+    World tWorld;
+    TestWindow t(tWorld);
+    t.LoadAndShow();
+    t.pctDiagram.ClearDrawing();
+    t.DiagramArrowHead(t.pctDiagram, {{10, 20, 1000, 2000}, tag.toStdString()});
+    Strokes tExpected;
+    if (right) tExpected.insert(tExpected.end(), {{940, 2030, 1000, 2000}, {940, 1970, 1000, 2000}});
+    if (bottom) tExpected.insert(tExpected.end(), {{970, 1940, 1000, 2000}, {1030, 1940, 1000, 2000}});
+    QVERIFY(t.pctDiagram.Drawn() == tExpected);
+}
+
+void DiagramWindowTest::headsAreDrawnInTheOrderOfTheLines() {
+    World tWorld;
+    TestWindow t(tWorld);
+    t.LoadAndShow();
+    QVERIFY(t.pctDiagram.Drawn().empty());  // not before the tab is shown
+    t.SSTab.SetTab(ui::TabDiagram);
+    const Strokes& tDrawn = t.pctDiagram.Drawn();
+    QCOMPARE(tDrawn.size(), t.LnArrow.size() * 2);
+    for (std::size_t i = 0; i < t.LnArrow.size(); ++i) {
+        for (const std::size_t j : {2 * i, 2 * i + 1}) {
+            QCOMPARE(tDrawn[j].lX2, t.LnArrow[i].tLine.lX2);
+            QCOMPARE(tDrawn[j].lY2, t.LnArrow[i].tLine.lY2);
+        }
+    }
+}
+
+void DiagramWindowTest::headsAreDrawnAnewWithEachLayout() {
+    World tWorld;
+    TestWindow t(tWorld);
+    t.LoadAndShow();
+    t.SSTab.SetTab(ui::TabDiagram);
+    const Strokes tFirst = t.pctDiagram.Drawn();
+    t.pctDiagram.ClearDrawing();
+    t.resize(1000, 700);
+    QCoreApplication::processEvents();
+    QVERIFY(t.pctDiagram.Drawn() == tFirst);  // drawn again, and none twice
+    t.FormLayout();
+    QVERIFY(t.pctDiagram.Drawn() == tFirst);
+}
+
+void DiagramWindowTest::headsCanBeSeen() {
+    World tWorld;
+    TestWindow t(tWorld);
+    t.LoadAndShow();
+    t.resize(1200, 700);
+    t.SSTab.SetTab(ui::TabDiagram);
+    const QImage tWith = t.pctDiagram.grab().toImage();
+    t.pctDiagram.ClearDrawing();
+    const QImage tWithout = t.pctDiagram.grab().toImage();
+    const QRgb tGround = tWith.pixel(1, 1);
+    for (const ui::DiagramLine& tLine : t.LnArrow) {
+        const int iX = tLine.tLine.lX2 / 15;
+        const int iY = tLine.tLine.lY2 / 15;
+        // The tails of the two strokes, beside the line itself: 4 pixels back, 2 to either side.
+        const bool bRight = tLine.sTag == "Right";
+        for (const int iSide : {-2, 2}) {
+            const int iTailX = bRight ? iX - 4 : iX + iSide;
+            const int iTailY = bRight ? iY + iSide : iY - 4;
+            QVERIFY(Inked(tWith, iTailX, iTailY, tGround));
+            QVERIFY(!Inked(tWithout, iTailX, iTailY, tGround));
+        }
+        // The line that the head ends.
+        QVERIFY(Inked(tWithout, bRight ? iX - 4 : iX, bRight ? iY : iY - 4, tGround));
+    }
+}
+
+void DiagramWindowTest::picturesDrawInTheTextColour() {
+    World tWorld;
+    TestWindow t(tWorld);
+    t.LoadAndShow();
+    t.SSTab.SetTab(ui::TabDiagram);
+    t.setPalette(QPalette(QColor(50, 50, 50), QColor(30, 30, 30)));  // a dark one, made of its two grounds
+    t.resize(1200, 700);
+    const QImage tImage = t.grab(QRect(t.pctDiagram.mapTo(&t, QPoint(0, 0)), t.pctDiagram.size())).toImage();
+    const ui::Stroke& l = t.LnArrow.front().tLine;
+    const QColor tInk = tImage.pixelColor((l.lX1 + l.lX2) / 30, l.lY1 / 15);
+    QVERIFY2(tInk.lightness() > 128, qPrintable(tInk.name()));
+    QVERIFY(tImage.pixelColor(1, 1).lightness() < 64);
+}
+
+QTEST_MAIN(DiagramWindowTest)
+#include "DiagramWindowTest.moc"

@@ -1,0 +1,293 @@
+// GPS sentences on the window: the GPS log, the two boxes, the own position and what is kept for the output port.
+#include <QTest>
+#include <cmath>
+
+#include "tests/support/AisEncoder.h"
+#include "tests/window/Shown.h"
+
+using namespace support;
+
+namespace {
+
+struct Listening {
+    World tWorld;
+    TestWindow t{tWorld};
+    Listening() {
+        t.LoadAndShow();
+        t.StartBoth();
+    }
+    QStringList Log() { return support::Log(t, t.lstGpsData); }
+    // "box | box", as the user sees them.
+    QByteArray Boxes() {
+        t.Synchronize();
+        return (t.txtGpsLat.text() + QLatin1String(" | ") + t.txtGpsLon.text()).toLatin1();
+    }
+};
+
+const QByteArray Vancouver =
+    "49\xb0"
+    "16.45'S | 123\xb0"
+    "11.12'W";
+
+bool Near(double a, double b) { return std::abs(a - b) < 1e-11; }
+
+void AddError(const char* sName, const char* sSentence, const char* sField) {
+    QTest::newRow(sName) << QByteArray(sSentence) << QByteArray(sField);
+}
+
+}  // namespace
+
+class GpsWindowTest : public QObject {
+    Q_OBJECT
+private slots:
+    void exampleOfTheSouth();
+    void rmcSetsThePosition();
+    void badFieldIsNamed_data();
+    void badFieldIsNamed();
+    void goodSentencesAreTaken_data();
+    void goodSentencesAreTaken();
+    void gllPiecesAreKeptAsFarAsDecodingCame_data();
+    void gllPiecesAreKeptAsFarAsDecodingCame();
+    void gllClearsItsPiecesFirst();
+    void rmcLeavesTheGllPiecesAlone();
+    void lineIsLoggedBeforeTheBoxesAreSet();
+    void ownPositionHasTheBoxesTwoDecimals();
+    void ownPositionFollowsForTheNextMessage();
+    void bothPortsFeedTheSamePosition();
+    void logKeepsTheNewest101Lines();
+    void timeIsTheArrival();
+    void logSurvivesAStart();
+};
+
+void GpsWindowTest::exampleOfTheSouth() {
+    Listening tListening;
+    TestWindow& t = tListening.t;
+    t.FeedLine(0, "$GPGLL,4916.45,S,12311.12,W,225444,A");
+    QCOMPARE(tListening.Log(), Texts({"Time=12:00:00, Utc=22:54:44, Lat=49\xb0"
+                                      "16.45'S, Lon=123\xb0"
+                                      "11.12'W"}));
+    QCOMPARE(tListening.Boxes(), Vancouver);
+    QVERIFY(Near(t.m_dLatitude, -(49 + 16.45 / 60)));
+    QVERIFY(Near(t.m_dLongitude, -(123 + 11.12 / 60)));
+    QCOMPARE(Bytes(t.m_sGllLatitude), QByteArray("4916.45,S"));
+    QCOMPARE(Bytes(t.m_sGllLongitude), QByteArray("12311.12,W"));
+    QCOMPARE(Bytes(t.m_sGllTime), QByteArray("225444"));
+    QVERIFY(!t.Marks(t.lstGpsData).at(0));
+}
+
+void GpsWindowTest::rmcSetsThePosition() {
+    Listening tListening;
+    TestWindow& t = tListening.t;
+    t.FeedLine(1, WithChecksum("$GPRMC,225446.5,A,0005.10,N,00012.30,E,000.5,054.7,191194,020.3,E"));
+    QCOMPARE(tListening.Log(), Texts({"Time=12:00:00, Utc=22:54:46, Lat=00\xb0"
+                                      "05.10'N, Lon=000\xb0"
+                                      "12.30'E"}));
+    QVERIFY(Near(t.m_dLatitude, 5.1 / 60));
+    QVERIFY(Near(t.m_dLongitude, 12.3 / 60));
+}
+
+void GpsWindowTest::badFieldIsNamed_data() {
+    QTest::addColumn<QByteArray>("sSentence");
+    QTest::addColumn<QByteArray>("sField");
+    AddError("GLL latitude empty", "$GPGLL,,N,12311.12,W,225444,A", "Latitude");
+    AddError("GLL latitude missing", "$GPGLL", "Latitude");
+    AddError("GLL latitude without comma", "$GPGLL,4916.45", "Latitude");
+    AddError("GLL latitude no number", "$GPGLL,49x6.45,N,12311.12,W,225444,A", "Latitude");
+    AddError("GLL latitude of two characters", "$GPGLL,49,N,12311.12,W,225444,A", "Latitude");
+    AddError("GLL latitude with sign", "$GPGLL,-916.45,N,12311.12,W,225444,A", "Latitude");
+    AddError("GLL latitude with exponent", "$GPGLL,491e2,N,12311.12,W,225444,A", "Latitude");
+    AddError("GLL latitude comes before its sign", "$GPGLL,49x6.45,X,12311.12,W,225444,A", "Latitude");
+    AddError("GLL latitude sign", "$GPGLL,4916.45,X,12311.12,W,225444,A", "Latitude Sign");
+    AddError("GLL latitude sign small", "$GPGLL,4916.45,n,12311.12,W,225444,A", "Latitude Sign");
+    AddError("GLL latitude sign long", "$GPGLL,4916.45,NN,12311.12,W,225444,A", "Latitude Sign");
+    AddError("GLL latitude sign missing", "$GPGLL,4916.45,", "Latitude Sign");
+    AddError("GLL latitude sign of the other", "$GPGLL,4916.45,E,12311.12,W,225444,A", "Latitude Sign");
+    AddError("GLL longitude empty", "$GPGLL,4916.45,N,,W,225444,A", "Longitude");
+    AddError("GLL longitude missing", "$GPGLL,4916.45,N,", "Longitude");
+    AddError("GLL longitude no number", "$GPGLL,4916.45,N,123:1.12,W,225444,A", "Longitude");
+    AddError("GLL longitude of three characters", "$GPGLL,4916.45,N,123,W,225444,A", "Longitude");
+    AddError("GLL longitude with two points", "$GPGLL,4916.45,N,12311.1.2,W,225444,A", "Longitude");
+    AddError("GLL longitude sign", "$GPGLL,4916.45,N,12311.12,N,225444,A", "Longitude Sign");
+    AddError("GLL longitude sign small", "$GPGLL,4916.45,N,12311.12,w,225444,A", "Longitude Sign");
+    AddError("GLL time of five", "$GPGLL,4916.45,N,12311.12,W,22544,A", "Time");
+    AddError("GLL time empty", "$GPGLL,4916.45,N,12311.12,W,,A", "Time");
+    AddError("GLL time without comma", "$GPGLL,4916.45,N,12311.12,W,225444", "Time");
+    AddError("GLL not valid", "$GPGLL,4916.45,N,12311.12,W,225444,V", "Time Valid");
+    AddError("GLL status small", "$GPGLL,4916.45,N,12311.12,W,225444,a", "Time Valid");
+    AddError("GLL status empty", "$GPGLL,4916.45,N,12311.12,W,225444,", "Time Valid");
+    AddError("RMC time of five", "$GPRMC,22544,A,4916.45,N,12311.12,W,0,0,191194,,", "Time");
+    AddError("RMC time missing", "$GPRMC", "Time");
+    AddError("RMC not valid", "$GPRMC,225446,V,4916.45,N,12311.12,W,0,0,191194,,", "Time Valid");
+    AddError("RMC status long", "$GPRMC,225446,AA,4916.45,N,12311.12,W,0,0,191194,,", "Time Valid");
+    AddError("RMC status before coordinates", "$GPRMC,225446,V,,,,,0,0,191194,,", "Time Valid");
+    AddError("RMC time before status", "$GPRMC,,V,,,,,0,0,191194,,", "Time");
+    AddError("RMC latitude empty", "$GPRMC,225446,A,,N,12311.12,W,0,0,191194,,", "Latitude");
+    AddError("RMC latitude no number", "$GPRMC,225446,A,four,N,12311.12,W,0,0,191194,,", "Latitude");
+    AddError("RMC latitude sign", "$GPRMC,225446,A,4916.45,W,12311.12,W,0,0,191194,,", "Latitude Sign");
+    AddError("RMC longitude empty", "$GPRMC,225446,A,4916.45,N,,W,0,0,191194,,", "Longitude");
+    AddError("RMC longitude no number", "$GPRMC,225446,A,4916.45,N,1 311.12,W,0,0,191194,,", "Longitude");
+    AddError("RMC longitude sign", "$GPRMC,225446,A,4916.45,N,12311.12,X,0,0,191194,,", "Longitude Sign");
+    AddError("RMC longitude sign without comma", "$GPRMC,225446,A,4916.45,N,12311.12,W", "Longitude Sign");
+}
+
+void GpsWindowTest::badFieldIsNamed() {
+    QFETCH(QByteArray, sSentence);
+    QFETCH(QByteArray, sField);
+    Listening tListening;
+    TestWindow& t = tListening.t;
+    t.FeedLine(0, "$GPRMC,225440,A,4916.45,S,12311.12,W,0,0,191194,,");
+    t.FeedLine(0, View(sSentence));
+    QCOMPARE(tListening.Log().mid(1), Texts({("Error - " + sField + ", " + sSentence).toStdString()}));
+    QCOMPARE(tListening.Boxes(), Vancouver);
+    QVERIFY(Near(t.m_dLatitude, -(49 + 16.45 / 60)));
+    QVERIFY(Near(t.m_dLongitude, -(123 + 11.12 / 60)));
+    QCOMPARE(Bytes(t.m_sGllTime), QByteArray());
+    QCOMPARE(Panel(t, ui::PanelSummary), QByteArray());
+}
+
+void GpsWindowTest::goodSentencesAreTaken_data() {
+    QTest::addColumn<QByteArray>("sSentence");
+    QTest::newRow("any talker") << QByteArray("$ECGLL,4916.45,S,12311.12,W,225444,A");
+    QTest::newRow("any first character") << QByteArray("!xyGLL,4916.45,S,12311.12,W,225444,A");
+    QTest::newRow("mode field") << QByteArray("$GPGLL,4916.45,S,12311.12,W,225444,A,D");
+    QTest::newRow("status with more") << QByteArray("$GPGLL,4916.45,S,12311.12,W,225444,Anything");
+    QTest::newRow("checksum") << Bytes(WithChecksum("$GPGLL,4916.45,S,12311.12,W,225444.00,A"));
+    QTest::newRow("RMC of any talker") << QByteArray("?INRMC,225444,A,4916.45,S,12311.12,W,");
+    QTest::newRow("RMC with rubbish behind") << QByteArray("$GPRMC,225444,A,4916.45,S,12311.12,W,x,,,*");
+    QTest::newRow("more decimals") << QByteArray("$GPGLL,4916.450000,S,12311.1200001,W,225444.123,A");
+}
+
+void GpsWindowTest::goodSentencesAreTaken() {
+    QFETCH(QByteArray, sSentence);
+    Listening tListening;
+    tListening.t.FeedLine(0, View(sSentence));
+    QCOMPARE(tListening.Log(), Texts({"Time=12:00:00, Utc=22:54:44, Lat=49\xb0"
+                                      "16.45'S, Lon=123\xb0"
+                                      "11.12'W"}));
+    QCOMPARE(tListening.Boxes(), Vancouver);
+}
+
+void GpsWindowTest::gllPiecesAreKeptAsFarAsDecodingCame_data() {
+    QTest::addColumn<QByteArray>("sSentence");
+    QTest::addColumn<QByteArray>("sLatitude");
+    QTest::addColumn<QByteArray>("sLongitude");
+    QTest::newRow("latitude sign") << QByteArray("$GPGLL,4916.45,X,12311.12,W,225444,A") << QByteArray()
+                                   << QByteArray();
+    QTest::newRow("longitude") << QByteArray("$GPGLL,4916.45,N,,W,225444,A") << QByteArray("4916.45,N") << QByteArray();
+    QTest::newRow("longitude sign") << QByteArray("$GPGLL,4916.45,N,12311.12,X,225444,A") << QByteArray("4916.45,N")
+                                    << QByteArray();
+    QTest::newRow("time") << QByteArray("$GPGLL,4916.45,N,12311.12,W,2254,A") << QByteArray("4916.45,N")
+                          << QByteArray("12311.12,W");
+    QTest::newRow("status") << QByteArray("$GPGLL,4916.45,N,12311.12,W,225444,V") << QByteArray("4916.45,N")
+                            << QByteArray("12311.12,W");
+}
+
+void GpsWindowTest::gllPiecesAreKeptAsFarAsDecodingCame() {
+    QFETCH(QByteArray, sSentence);
+    QFETCH(QByteArray, sLatitude);
+    QFETCH(QByteArray, sLongitude);
+    Listening tListening;
+    TestWindow& t = tListening.t;
+    t.FeedLine(0, "$GPGLL,0101.01,S,00202.02,E,030303,A");
+    t.FeedLine(0, View(sSentence));
+    QCOMPARE(Bytes(t.m_sGllLatitude), sLatitude);
+    QCOMPARE(Bytes(t.m_sGllLongitude), sLongitude);
+    QCOMPARE(Bytes(t.m_sGllTime), QByteArray());
+}
+
+void GpsWindowTest::gllClearsItsPiecesFirst() {
+    Listening tListening;
+    TestWindow& t = tListening.t;
+    t.FeedLine(0, "$GPGLL,4916.45,N,12311.12,W,225444,A");
+    t.FeedLine(1, "$GPGLL,,");
+    QVERIFY(t.m_sGllLatitude.empty() && t.m_sGllLongitude.empty() && t.m_sGllTime.empty());
+}
+
+void GpsWindowTest::rmcLeavesTheGllPiecesAlone() {
+    Listening tListening;
+    TestWindow& t = tListening.t;
+    t.FeedLine(0, "$GPGLL,4916.45,N,12311.12,W,225444,A");
+    t.FeedLine(0, "$GPRMC,111111,A,1010.10,S,01010.10,E,");
+    t.FeedLine(0, "$GPRMC,,");
+    QCOMPARE(Bytes(t.m_sGllLatitude), QByteArray("4916.45,N"));
+    QCOMPARE(Bytes(t.m_sGllLongitude), QByteArray("12311.12,W"));
+    QCOMPARE(Bytes(t.m_sGllTime), QByteArray("225444"));
+}
+
+void GpsWindowTest::lineIsLoggedBeforeTheBoxesAreSet() {
+    Listening tListening;
+    TestWindow& t = tListening.t;
+    std::vector<int> iLines;
+    for (toolkit::MaskedBox* p : {&t.txtGpsLat, &t.txtGpsLon}) {
+        connect(p, &toolkit::MaskedBox::Change, this, [&] { iLines.push_back(t.lstGpsData.Lines.Count()); });
+    }
+    t.FeedLine(0, "$GPGLL,4916.45,N,12311.12,W,225444,A");
+    QCOMPARE(iLines, (std::vector<int>{1, 1}));
+}
+
+void GpsWindowTest::ownPositionHasTheBoxesTwoDecimals() {
+    Listening tListening;
+    TestWindow& t = tListening.t;
+    t.FeedLine(0, "$GPGLL,4916.4567,N,12311.1234,W,225444,A");
+    QCOMPARE(tListening.Boxes(), QByteArray("49\xb0"
+                                            "16.46'N | 123\xb0"
+                                            "11.12'W"));
+    QVERIFY(Near(t.m_dLatitude, 49 + 16.46 / 60));
+    QVERIFY(Near(t.m_dLongitude, -(123 + 11.12 / 60)));
+}
+
+void GpsWindowTest::ownPositionFollowsForTheNextMessage() {
+    Listening tListening;
+    TestWindow& t = tListening.t;
+    // A target on the equator, one degree east of zero.
+    AisReport tReport = {.lMmsi = 1, .lLongitude = 600000, .lLatitude = 0};
+    t.FeedLine(0, AisSentence(AisClassA(1, tReport)));
+    t.FeedLine(1, "$GPGLL,0000.00,N,00000.00,E,225444,A");
+    t.FeedLine(0, AisSentence(AisClassA(1, tReport)));
+    t.FeedLine(1, "$GPRMC,225445,A,0000.00,N,00300.00,E,");
+    t.FeedLine(0, AisSentence(AisClassA(1, tReport)));
+    QCOMPARE(Column(t, targets::ColRange), Texts({"", "60.0", "120.0"}));
+    QCOMPARE(Column(t, targets::ColBearing), Texts({"", "90", "270"}));
+}
+
+void GpsWindowTest::bothPortsFeedTheSamePosition() {
+    Listening tListening;
+    TestWindow& t = tListening.t;
+    t.FeedLine(0, "$GPGLL,4916.45,N,12311.12,W,225444,A");
+    t.FeedLine(1, "$GPGLL,5016.45,N,12411.12,W,225445,A");
+    QVERIFY(Near(t.m_dLatitude, 50 + 16.45 / 60));
+    QVERIFY(Near(t.m_dLongitude, -(124 + 11.12 / 60)));
+    t.FeedLine(0, "$GPRMC,225446,A,0116.45,S,00211.12,E,");
+    QVERIFY(Near(t.m_dLatitude, -(1 + 16.45 / 60)));
+    QCOMPARE(tListening.Log().size(), 3);
+}
+
+void GpsWindowTest::logKeepsTheNewest101Lines() {
+    Listening tListening;
+    TestWindow& t = tListening.t;
+    QStringList sExpected;
+    for (int i = 0; i < 120; ++i) {
+        t.FeedLine(0, "$GPGLL,,line " + std::to_string(i));
+        sExpected << QStringLiteral("Error - Latitude, $GPGLL,,line %1").arg(i);
+    }
+    QCOMPARE(tListening.Log(), sExpected.mid(19));
+    QCOMPARE(t.lstGpsData.CurrentLine(), 100);
+}
+
+void GpsWindowTest::timeIsTheArrival() {
+    Listening tListening;
+    tListening.tWorld.SetClock("2011-05-15T01:02:03");
+    tListening.t.FeedLine(0, "$GPGLL,4916.45,N,12311.12,W,225444,A");
+    QVERIFY(tListening.Log().at(0).startsWith(QLatin1String("Time=01:02:03, Utc=22:54:44, ")));
+}
+
+void GpsWindowTest::logSurvivesAStart() {
+    Listening tListening;
+    tListening.t.FeedLine(0, "$GPGLL,,");
+    tListening.t.Press(ui::KeyStop);
+    tListening.t.Press(ui::KeyStart);
+    QCOMPARE(tListening.Log().size(), 1);
+}
+
+QTEST_MAIN(GpsWindowTest)
+#include "GpsWindowTest.moc"

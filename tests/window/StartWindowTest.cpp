@@ -1,0 +1,226 @@
+// What the window shows once it is loaded: first texts, captions and tips, set-up tables, everything stopped; and what
+// loading does not do.
+#include <QTest>
+
+#include "app/ProfilePath.h"
+#include "tests/support/Bytes.h"
+#include "tests/support/PrintString.h"
+#include "tests/support/TestWindow.h"
+
+using support::Bytes;
+using support::TestWindow;
+using support::World;
+
+class StartWindowTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void profileStandsBesideTheProgram_data();
+    void profileStandsBesideTheProgram();
+    void profileMovesToTheUsersFolderWhenTheProgramsCannotBeWritten();
+    void portsHaveTheirFirstTexts();
+    void ownPositionShowsFirstTextsAndIsUnknown();
+    void targetControlsHaveTheirFirstEntries();
+    void chosenSortIsLeftAlone();
+    void aboutTellsVersionAndPurpose();
+    void tablesAreSetUp();
+    void timingPlanIsMadeOnce();
+    void everythingIsStopped();
+    void wallClockRunsAndMessageClockDoesNot();
+    void profileIsReadBeforeAnythingElse();
+    void profileLoadTouchesNeitherLayoutNorColumns();
+    void missingProfileLooksLikeAnEmptyOne();
+};
+
+void StartWindowTest::profileStandsBesideTheProgram_data() {
+    QTest::addColumn<QString>("program");
+    QTest::addColumn<QString>("profile");
+    QTest::newRow("no extension") << QStringLiteral("tidewatch") << QStringLiteral("tidewatch.Ini");
+    QTest::newRow("extension") << QStringLiteral("Tidewatch.exe") << QStringLiteral("Tidewatch.Ini");
+    QTest::newRow("two points") << QStringLiteral("tide.watch.bin") << QStringLiteral("tide.watch.Ini");
+}
+
+void StartWindowTest::profileStandsBesideTheProgram() {
+    QFETCH(QString, program);
+    QFETCH(QString, profile);
+    const World tWorld;
+    QCOMPARE(app::ProfilePath(tWorld.Path(program)), tWorld.Path(profile));
+}
+
+void StartWindowTest::profileMovesToTheUsersFolderWhenTheProgramsCannotBeWritten() {
+    const World tWorld;
+    qputenv("XDG_CONFIG_HOME", tWorld.Path(QStringLiteral("config")).toUtf8());
+    const QString sPath = app::ProfilePath(tWorld.Path(QStringLiteral("no-such-folder/tidewatch")));
+    qunsetenv("XDG_CONFIG_HOME");
+    QCOMPARE(sPath, tWorld.Path(QStringLiteral("config/tidewatch/tidewatch.Ini")));
+    tWorld.WriteFile(sPath, "");  // the folder has been made
+    QVERIFY(QFile::exists(sPath));
+}
+
+void StartWindowTest::portsHaveTheirFirstTexts() {
+    World tWorld;
+    TestWindow t(tWorld);
+    t.LoadAndShow();
+    QVERIFY(t.chkCommEnabled(0).isChecked());
+    QCOMPARE(t.txtCommPort(0).text(), QStringLiteral("6"));
+    QCOMPARE(t.txtCommSettings(0).text(), QStringLiteral("38400,n,8,1"));
+    QVERIFY(!t.chkCommEnabled(1).isChecked());
+    QCOMPARE(t.txtCommPort(1).text(), QStringLiteral("5"));
+    QCOMPARE(t.txtCommSettings(1).text(), QStringLiteral("4800,n,8,1"));
+    QVERIFY(!t.chkOutputEnabled.isChecked());
+    QCOMPARE(t.txtOutputPort.text(), QStringLiteral("6"));
+    QCOMPARE(t.txtOutputSettings.text(), QStringLiteral("38400,n,8,1"));
+    QVERIFY(!t.chkOutputRMC.isChecked());
+    QCOMPARE(t.chkOutputRMC.toolTip(), QStringLiteral("Create RMC Data from GLL Data"));
+    QVERIFY(!t.chkRxNasaPower.isChecked());
+    QCOMPARE(t.txtRxNasaChannel.text(), QStringLiteral("S"));
+    QCOMPARE(t.txtRxNasaInterval.text(), QStringLiteral("3"));
+}
+
+void StartWindowTest::ownPositionShowsFirstTextsAndIsUnknown() {
+    World tWorld;
+    TestWindow t(tWorld);
+    t.LoadAndShow();
+    t.Synchronize();
+    QCOMPARE(t.txtGpsLat.text(), QStringLiteral("00 00.00 N"));
+    QCOMPARE(t.txtGpsLon.text(), QStringLiteral("000 00.00 W"));
+    QCOMPARE(t.txtGpsLat.toolTip(), QStringLiteral("Latitude"));
+    QCOMPARE(t.txtGpsLon.toolTip(), QStringLiteral("Longitude"));
+    QCOMPARE(t.m_dLatitude, -999.0);
+    QCOMPARE(t.m_dLongitude, -999.0);
+}
+
+void StartWindowTest::targetControlsHaveTheirFirstEntries() {
+    World tWorld;
+    TestWindow t(tWorld);
+    t.LoadAndShow();
+    QCOMPARE(t.cmbTargetDetail.currentText(), QStringLiteral("None"));
+    QCOMPARE(t.cmbTargetSort.currentIndex(), 0);
+    QCOMPARE(t.cmbTargetSort.currentText(), QStringLiteral("MMSI"));
+    QCOMPARE(t.cmbTargetTarget.currentText(), QString());
+    QVERIFY(!t.chkTargetTrack.isChecked());
+}
+
+void StartWindowTest::chosenSortIsLeftAlone() {
+    World tWorld;
+    TestWindow t(tWorld);
+    QCOMPARE(t.cmbTargetSort.currentIndex(), -1);
+    t.cmbTargetSort.SetListIndex(2);
+    t.LoadAndShow();
+    QCOMPARE(t.cmbTargetSort.currentIndex(), 2);
+}
+
+void StartWindowTest::aboutTellsVersionAndPurpose() {
+    World tWorld;
+    TestWindow t(tWorld);
+    t.LoadAndShow();
+    QCOMPARE(t.lblAboutDescription.text(), QStringLiteral("Version 1.25\r\rTidewatch Data for NMEA 0183 Interface"));
+    const QString sNotice = t.lblAboutDisclaimer.text();
+    QVERIFY(sNotice.count(QLatin1Char('\r')) >= 2);
+    QVERIFY(!sNotice.contains(QLatin1Char('\n')));
+    QVERIFY(!t.picAboutIcon.pixmap(Qt::ReturnByValue).isNull());
+}
+
+void StartWindowTest::tablesAreSetUp() {
+    World tWorld;
+    TestWindow t(tWorld);
+    t.LoadAndShow();
+    QCOMPARE(t.grdMessageData.Cells.Rows(), 35);
+    QCOMPARE(t.Cell(t.grdMessageData, 0, 0), std::string("Message Id"));
+    QCOMPARE(t.Cell(t.grdMessageData, 34, 0), std::string("Total"));
+    QCOMPARE(t.Cell(t.grdMessageData, 34, 1), std::string("0"));
+    QVERIFY(t.grdSpecData.Cells.Rows() > 1);
+    QCOMPARE(t.grdSpecData.Cells.Cols(), 3);
+    QVERIFY(!t.Cell(t.grdSpecData, 1, 0).empty());
+}
+
+void StartWindowTest::timingPlanIsMadeOnce() {
+    World tWorld;
+    TestWindow t(tWorld);
+    QCOMPARE(t.TimingRuns(), 0);
+    QCOMPARE(t.lblTimingChA.Percentage.text(), QStringLiteral("100%"));
+    t.Load();
+    QCOMPARE(t.TimingRuns(), 1);
+    QCOMPARE(t.lblTimingChA.Percentage.text(), QStringLiteral("50%"));
+}
+
+void StartWindowTest::everythingIsStopped() {
+    World tWorld;
+    TestWindow t(tWorld);
+    t.LoadAndShow();
+    QCOMPARE(t.Panel(1), std::string("Stopped"));
+    QVERIFY(!t.MSComm(0).PortOpen());
+    QVERIFY(!t.MSComm(1).PortOpen());
+    QVERIFY(!t.MSCommOutput.PortOpen());
+    QVERIFY(t.Toolbar.Enabled(QStringLiteral("Start")));
+    QVERIFY(t.Toolbar.Pressed(QStringLiteral("Stop")));
+    QVERIFY(t.txtCommPort(0).isEnabled());
+    QCOMPARE(t.windowTitle(), QStringLiteral("Tidewatch"));
+    QVERIFY(tWorld.sMessages.isEmpty());
+    QCOMPARE(tWorld.tDialogs.size(), std::size_t{0});
+}
+
+void StartWindowTest::wallClockRunsAndMessageClockDoesNot() {
+    World tWorld;
+    TestWindow t(tWorld);
+    t.LoadAndShow();
+    QVERIFY(t.tmrTime.isActive());
+    QCOMPARE(t.tmrTime.interval(), 1000);
+    QVERIFY(!t.tmrComm.isActive());
+    QCOMPARE(t.tmrComm.interval(), 1000);
+}
+
+void StartWindowTest::profileIsReadBeforeAnythingElse() {
+    World tWorld;
+    tWorld.WriteFile(tWorld.ProfileFile(), "[Nmea Data]\r\nComm Port #0=17\r\n");
+    TestWindow t(tWorld);
+    QString sDescription = QStringLiteral("not asked");
+    int iSpecRows = -1;
+    int iPlans = -1;
+    connect(&t.txtCommPort(0), &QLineEdit::textChanged, this, [&] {
+        sDescription = t.lblAboutDescription.text();
+        iSpecRows = t.grdSpecData.Cells.Rows();
+        iPlans = t.TimingRuns();
+    });
+    t.Load();
+    QCOMPARE(sDescription, QString());
+    QCOMPARE(iSpecRows, 0);
+    QCOMPARE(iPlans, 0);
+    QCOMPARE(t.txtCommPort(0).text(), QStringLiteral("17"));
+}
+
+// The handlers of the enable boxes and of the detail mode act for the user only.
+void StartWindowTest::profileLoadTouchesNeitherLayoutNorColumns() {
+    World tWorld;
+    TestWindow t(tWorld);
+    t.LoadAndShow();
+    const QRect tFirst = t.lstCommData(0).geometry();
+    const auto tColumns = t.grdTargetData.Columns();
+    t.m_sProfileText = "[Nmea Data]\nEnabled #1=1\n[Target Data]\nDetail=All\n";
+    t.SSTab.setFocus();
+    t.ProfileLoad();
+    QVERIFY(t.chkCommEnabled(1).isChecked());
+    QCOMPARE(t.cmbTargetDetail.currentText(), QStringLiteral("All"));
+    QCOMPARE(t.lstCommData(0).geometry(), tFirst);
+    QVERIFY(!t.lstCommData(1).isVisible());
+    QVERIFY(!t.m_bTargetGridLaidOut);
+    for (std::size_t i = 0; i < tColumns.size(); ++i) QCOMPARE(t.grdTargetData.Columns()[i].bShown, tColumns[i].bShown);
+}
+
+void StartWindowTest::missingProfileLooksLikeAnEmptyOne() {
+    World tWithout;
+    World tWith;
+    tWith.WriteFile(tWith.ProfileFile(), "");
+    TestWindow t1(tWithout);
+    TestWindow t2(tWith);
+    t1.LoadAndShow();
+    t2.LoadAndShow();
+    QCOMPARE(t1.size(), t2.size());
+    QCOMPARE(t1.txtCommPort(0).text(), t2.txtCommPort(0).text());
+    QCOMPARE(t1.txtCommSettings(1).text(), t2.txtCommSettings(1).text());
+    QCOMPARE(t1.cmbTargetDetail.currentText(), t2.cmbTargetDetail.currentText());
+    QVERIFY(!QFile::exists(tWithout.ProfileFile()));
+}
+
+QTEST_MAIN(StartWindowTest)
+#include "StartWindowTest.moc"

@@ -1,0 +1,388 @@
+// The timing planner on its tab: the pixels of its bars, bands and ticks, its captions, and inputs that it refuses.
+// What should be seen is worked out here from the rates.
+#include <QImage>
+#include <QTest>
+#include <cmath>
+#include <set>
+
+#include "tests/support/PrintString.h"
+#include "tests/support/TestWindow.h"
+
+using support::TestWindow;
+using support::World;
+
+namespace {
+
+constexpr QRgb Green = qRgb(128, 255, 128);
+constexpr QRgb Red = qRgb(255, 128, 128);
+constexpr QRgb Black = qRgb(0, 0, 0);
+
+struct Planner {
+    Planner() : t(tWorld) {
+        t.LoadAndShow();
+        t.resize(1000, 640);
+        t.SSTab.SetTab(ui::TabTiming);
+        QCoreApplication::processEvents();
+    }
+    void Apply(const char* sTx, const char* sRc, const char* sSpan) {
+        t.txtTimingRateTx.SetText(sTx);
+        t.txtTimingRateRc.SetText(sRc);
+        t.txtTimingTimeSpan.SetText(sSpan);
+        QTest::mouseClick(&t.cmdTimingApply, Qt::LeftButton);
+    }
+    QImage Picture() { return t.pctTiming.grab().toImage().convertToFormat(QImage::Format_RGB32); }
+    QStringList Percentages() const {
+        return {t.lblTimingChA.Percentage.text(), t.lblTimingChB.Percentage.text(),
+                t.lblTimingChAlternate.Percentage.text()};
+    }
+
+    World tWorld;
+    TestWindow t;
+};
+
+// A row's bar as its labels give it.
+struct Bar {
+    explicit Bar(const ui::TimingLabels& t)
+        : iLeft(t.Name.x() + t.Name.width()),
+          iRight(t.Percentage.x()),
+          iTop(t.Name.y()),
+          iBottom(t.Name.y() + t.Name.height()) {}
+    // Half to even, which is how the processor rounds by itself.
+    int X(double dTime, double dSpan) const {
+        return static_cast<int>(std::nearbyint((iRight - iLeft) * (dTime / dSpan) + iLeft));
+    }
+    QRgb Pixel(const QImage& tImage, int iX) const { return tImage.pixel(iX, (iTop + iBottom) / 2); }
+
+    int iLeft, iRight, iTop, iBottom;
+};
+
+// The columns of a bar that are black all the way down.
+std::set<int> Ticks(const QImage& tImage, const Bar& tBar) {
+    std::set<int> iTicks;
+    for (int iX = tBar.iLeft; iX <= tBar.iRight; ++iX) {
+        bool bBlack = true;
+        for (int iY = tBar.iTop; iY < tBar.iBottom; ++iY) bBlack = bBlack && tImage.pixel(iX, iY) == Black;
+        if (bBlack) iTicks.insert(iX);
+    }
+    return iTicks;
+}
+
+std::set<int> Columns(const Bar& tBar, const std::vector<double>& dTimes, double dSpan) {
+    std::set<int> iColumns;
+    for (const double d : dTimes) iColumns.insert(tBar.X(d, dSpan));
+    return iColumns;
+}
+
+}  // namespace
+
+class TimingWindowTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void inputsHaveTheirFirstTextsAndTips();
+    void captionsStandBeforeTheFirstPlan();
+    void firstPlanIsThatOfTheFirstTexts();
+    void planShowsPercentagesAndSummary_data();
+    void planShowsPercentagesAndSummary();
+    void fixedRowsAreBarsWithTicks();
+    void barsEndWhereTheirLabelsBegin();
+    void bandsChangeColourWithTheReceiver();
+    void ticksOfTheAlternatingRowAreWhatIsHeard();
+    void partialLastBandIsNotDrawn();
+    void ratesMayHaveFractions();
+    void onlyApplyComputes();
+    void returnInAFieldApplies();
+    void planFollowsTheWidthOfTheTab();
+    void refusedInputsLeaveThePlan_data();
+    void refusedInputsLeaveThePlan();
+    void refusalGoesWithTheNextGoodPlan();
+    void ticksStayBlackInADarkPalette();
+    void rowNamesNeverChange();
+    void receptionIsNotTouched();
+};
+
+void TimingWindowTest::inputsHaveTheirFirstTextsAndTips() {
+    Planner p;
+    QCOMPARE(p.t.txtTimingRateTx.text(), QStringLiteral("30"));
+    QCOMPARE(p.t.txtTimingRateRc.text(), QStringLiteral("36"));
+    QCOMPARE(p.t.txtTimingTimeSpan.text(), QStringLiteral("360"));
+    QCOMPARE(p.t.txtTimingRateTx.toolTip(), QStringLiteral("Transmitter Rate (seconds/message)"));
+    QCOMPARE(p.t.txtTimingRateRc.toolTip(), QStringLiteral("Receiver Alternating Rate (seconds/channel)"));
+    QCOMPARE(p.t.txtTimingTimeSpan.toolTip(),
+             QStringLiteral("Time Span (seconds), should be multiple of Tx Rate and Rc Alternating Rate"));
+    QCOMPARE(p.t.lblTimingChA.Percentage.toolTip(), QStringLiteral("Percentage of  Messages for Channel A"));
+    QCOMPARE(p.t.lblTimingChB.Percentage.toolTip(), QStringLiteral("Percentage of Messages for Channel B"));
+    QCOMPARE(p.t.lblTimingChAlternate.Percentage.toolTip(),
+             QStringLiteral("Percentage of Total Messages for Alternating Channel"));
+    QStringList sLabels;
+    for (const QLabel* pLabel : p.t.PageTiming.findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (pLabel->buddy() != nullptr) sLabels << QString(pLabel->text()).remove(QLatin1Char('&'));
+    }
+    QCOMPARE(sLabels, (QStringList{QStringLiteral("Tx Rate"), QStringLiteral("Rc Alternating Rate"),
+                                   QStringLiteral("Time Span")}));
+    QCOMPARE(QString(p.t.cmdTimingApply.text()).remove(QLatin1Char('&')), QStringLiteral("Apply"));
+}
+
+void TimingWindowTest::captionsStandBeforeTheFirstPlan() {
+    World tWorld;
+    const TestWindow t(tWorld);
+    for (const ui::TimingLabels& tRow : {t.lblTimingChA, t.lblTimingChB, t.lblTimingChAlternate}) {
+        QCOMPARE(tRow.Percentage.text(), QStringLiteral("100%"));
+    }
+    QCOMPARE(t.lblTimingSummary.text(), QStringLiteral("Time Between Messages, Min 30 Sec, Max 210 Sec"));
+}
+
+void TimingWindowTest::firstPlanIsThatOfTheFirstTexts() {
+    Planner p;
+    QCOMPARE(p.t.TimingRuns(), 1);
+    QCOMPARE(p.Percentages().join(QLatin1Char(' ')), QStringLiteral("50% 50% 50%"));
+    QCOMPARE(
+        p.t.lblTimingSummary.text(),
+        QStringLiteral("Dual Channel, Time Between Messages 30 sec\rSingle Ch Fixed, Time Between Messages 60 sec\r"
+                       "Single Ch Alterating, Time Between Messages, Min 30 sec, Max 210 sec"));
+}
+
+void TimingWindowTest::planShowsPercentagesAndSummary_data() {
+    QTest::addColumn<QByteArray>("tx");
+    QTest::addColumn<QByteArray>("rc");
+    QTest::addColumn<QByteArray>("span");
+    QTest::addColumn<QString>("percentages");
+    QTest::addColumn<QString>("gaps");
+    QTest::newRow("30 36 360") << QByteArray("30") << QByteArray("36") << QByteArray("360")
+                               << QStringLiteral("50% 50% 50%") << QStringLiteral("Min 30 sec, Max 210 sec");
+    QTest::newRow("30 30 360") << QByteArray("30") << QByteArray("30") << QByteArray("360")
+                               << QStringLiteral("50% 50% 100%") << QStringLiteral("Min 30 sec, Max 30 sec");
+    QTest::newRow("30 60 360") << QByteArray("30") << QByteArray("60") << QByteArray("360")
+                               << QStringLiteral("50% 50% 50%") << QStringLiteral("Min 30 sec, Max 90 sec");
+    // Messages at 0 and 100: only the first is heard, the receiver being on A all the time.
+    QTest::newRow("nothing after 0") << QByteArray("100") << QByteArray("500") << QByteArray("200")
+                                     << QStringLiteral("50% 50% 50%") << QStringLiteral("Min 200 sec, Max 0 sec");
+    // 25 / 10 is 2.5, to even: 2 messages count; ticks at 0, 20 and at 10.
+    QTest::newRow("half to even") << QByteArray("10") << QByteArray("10") << QByteArray("25")
+                                  << QStringLiteral("100% 50% 150%") << QStringLiteral("Min 10 sec, Max 10 sec");
+    // The receiver is always on the other channel but for the first of 12 messages: 8.33 %.
+    QTest::newRow("two digits") << QByteArray("30") << QByteArray("32") << QByteArray("360")
+                                << QStringLiteral("50% 50% 08%") << QStringLiteral("Min 360 sec, Max 0 sec");
+}
+
+void TimingWindowTest::planShowsPercentagesAndSummary() {
+    QFETCH(QByteArray, tx);
+    QFETCH(QByteArray, rc);
+    QFETCH(QByteArray, span);
+    QFETCH(QString, percentages);
+    QFETCH(QString, gaps);
+    Planner p;
+    p.Apply(tx.constData(), rc.constData(), span.constData());
+    QCOMPARE(p.Percentages().join(QLatin1Char(' ')), percentages);
+    const QStringList sLines = p.t.lblTimingSummary.text().split(QLatin1Char('\r'));
+    QCOMPARE(sLines.size(), 3);
+    QCOMPARE(sLines[0], QStringLiteral("Dual Channel, Time Between Messages %1 sec").arg(tx.toInt()));
+    QCOMPARE(sLines[1], QStringLiteral("Single Ch Fixed, Time Between Messages %1 sec").arg(2 * tx.toInt()));
+    QCOMPARE(sLines[2], QStringLiteral("Single Ch Alterating, Time Between Messages, ") + gaps);
+    QVERIFY(!p.t.lblTimingSummary.text().contains(QLatin1Char('\n')));
+    QCOMPARE(p.t.lblTimingMessage.text(), QString());
+}
+
+void TimingWindowTest::fixedRowsAreBarsWithTicks() {
+    Planner p;
+    const QImage tImage = p.Picture();
+    const Bar tA(p.t.lblTimingChA);
+    const Bar tB(p.t.lblTimingChB);
+    QVERIFY(tA.iRight - tA.iLeft > 500);
+    QCOMPARE(Ticks(tImage, tA), Columns(tA, {0, 60, 120, 180, 240, 300}, 360));
+    QCOMPARE(Ticks(tImage, tB), Columns(tB, {30, 90, 150, 210, 270, 330}, 360));
+    // Between the ticks the row's colour, from top to bottom and from end to end.
+    for (const auto& [tBar, tColour] : {std::pair(tA, Green), std::pair(tB, Red)}) {
+        const std::set<int> iTicks = Ticks(tImage, tBar);
+        for (int iX = tBar.iLeft; iX < tBar.iRight; ++iX) {
+            const bool bTick = iTicks.contains(iX);
+            for (const int iY : {tBar.iTop, (tBar.iTop + tBar.iBottom) / 2, tBar.iBottom - 1}) {
+                QCOMPARE(tImage.pixel(iX, iY), bTick ? Black : tColour);
+            }
+        }
+    }
+}
+
+void TimingWindowTest::barsEndWhereTheirLabelsBegin() {
+    Planner p;
+    const QImage tImage = p.Picture();
+    const Bar tA(p.t.lblTimingChA);
+    QVERIFY(tA.Pixel(tImage, tA.iLeft - 1) != Green && tA.Pixel(tImage, tA.iLeft - 1) != Black);
+    QCOMPARE(tA.Pixel(tImage, tA.iRight - 1), Green);
+    QVERIFY(tImage.pixel(tA.iLeft + 5, tA.iTop - 1) != Green);
+    QVERIFY(tImage.pixel(tA.iLeft + 5, tA.iBottom + 1) != Green);
+}
+
+void TimingWindowTest::bandsChangeColourWithTheReceiver() {
+    Planner p;
+    const QImage tImage = p.Picture();
+    const Bar tBar(p.t.lblTimingChAlternate);
+    for (int i = 0; i < 10; ++i) {
+        const int iFrom = tBar.X(36 * i, 360);
+        const int iTo = tBar.X(36 * (i + 1), 360);
+        for (int iX = iFrom; iX < iTo; ++iX) {
+            const QRgb tPixel = tBar.Pixel(tImage, iX);
+            if (tPixel != Black) QCOMPARE(tPixel, i % 2 == 0 ? Green : Red);
+        }
+    }
+}
+
+void TimingWindowTest::ticksOfTheAlternatingRowAreWhatIsHeard() {
+    Planner p;
+    const Bar tBar(p.t.lblTimingChAlternate);
+    QCOMPARE(Ticks(p.Picture(), tBar), Columns(tBar, {0, 210, 240, 270, 300, 330}, 360));
+    p.Apply("30", "60", "360");
+    QCOMPARE(Ticks(p.Picture(), tBar), Columns(tBar, {0, 90, 120, 210, 240, 330}, 360));
+    p.Apply("30", "30", "360");
+    QCOMPARE(Ticks(p.Picture(), tBar), Columns(tBar, {0, 30, 60, 90, 120, 150, 180, 210, 240, 270, 300, 330}, 360));
+}
+
+void TimingWindowTest::partialLastBandIsNotDrawn() {
+    Planner p;
+    const Bar tBar(p.t.lblTimingChAlternate);
+    const QImage tBefore = p.Picture();
+    p.Apply("30", "36", "350");
+    const QImage tAfter = p.Picture();
+    const int iEnd = tBar.X(324, 350);
+    // 324 seconds in, the ninth band ends: it is channel A's. What lies behind keeps what was drawn there before, but
+    // for the one message that is heard at 330.
+    const std::set<int> iTicks = Columns(tBar, {0, 210, 240, 270, 300, 330}, 350);
+    for (int iX = iEnd; iX < tBar.iRight; ++iX) {
+        QCOMPARE(tBar.Pixel(tAfter, iX), iTicks.contains(iX) ? Black : tBar.Pixel(tBefore, iX));
+    }
+    for (int iX = tBar.X(288, 350); iX < iEnd; ++iX)
+        QCOMPARE(tBar.Pixel(tAfter, iX), iTicks.contains(iX) ? Black : Green);
+}
+
+void TimingWindowTest::ratesMayHaveFractions() {
+    Planner p;
+    p.Apply("2.5", "2.5", "10");
+    const Bar tA(p.t.lblTimingChA);
+    QCOMPARE(Ticks(p.Picture(), tA), Columns(tA, {0, 5}, 10));
+    QCOMPARE(p.Percentages().join(QLatin1Char(' ')), QStringLiteral("50% 50% 100%"));
+    // Half away from zero: 2.5 prints as 3.
+    QVERIFY(p.t.lblTimingSummary.text().startsWith(QStringLiteral("Dual Channel, Time Between Messages 3 sec\r")));
+    // Ten times 0.1 does not make 1: the sum stays below it, so an eleventh message fits. 11 of 10: A 6, B 5.
+    p.Apply("0.1", "0.1", "1");
+    QCOMPARE(p.t.lblTimingChAlternate.Percentage.text(), QStringLiteral("110%"));
+}
+
+void TimingWindowTest::onlyApplyComputes() {
+    Planner p;
+    const QImage tBefore = p.Picture();
+    p.t.txtTimingRateTx.setFocus();
+    p.t.txtTimingRateTx.selectAll();
+    QTest::keyClicks(&p.t.txtTimingRateTx, QStringLiteral("10"));
+    QTest::keyClick(&p.t.txtTimingRateTx, Qt::Key_Tab);
+    p.t.Advance(3);
+    QCOMPARE(p.t.TimingRuns(), 1);
+    QVERIFY(p.Picture().copy(p.t.lblTimingChA.Name.geometry()) == tBefore.copy(p.t.lblTimingChA.Name.geometry()));
+    QCOMPARE(p.Percentages().join(QLatin1Char(' ')), QStringLiteral("50% 50% 50%"));
+    p.t.cmdTimingApply.setFocus();
+    QTest::keyClick(&p.t.cmdTimingApply, Qt::Key_Space);
+    QCOMPARE(p.t.TimingRuns(), 2);
+    QVERIFY(p.t.lblTimingSummary.text().startsWith(QStringLiteral("Dual Channel, Time Between Messages 10 sec")));
+}
+
+void TimingWindowTest::returnInAFieldApplies() {
+    Planner p;
+    p.t.txtTimingRateRc.SetText("60");
+    QTest::keyClick(&p.t.txtTimingRateRc, Qt::Key_Return);
+    QCOMPARE(p.t.TimingRuns(), 2);
+}
+
+void TimingWindowTest::planFollowsTheWidthOfTheTab() {
+    Planner p;
+    for (const int iWidth : {700, 1300, 900}) {
+        p.t.resize(iWidth, 640);
+        QCoreApplication::processEvents();
+        const Bar tA(p.t.lblTimingChA);
+        const Bar tAlternate(p.t.lblTimingChAlternate);
+        const QImage tImage = p.Picture();
+        QCOMPARE(Ticks(tImage, tA), Columns(tA, {0, 60, 120, 180, 240, 300}, 360));
+        QCOMPARE(Ticks(tImage, tAlternate), Columns(tAlternate, {0, 210, 240, 270, 300, 330}, 360));
+    }
+    QCOMPARE(p.t.TimingRuns(), 1);  // drawn again, not computed from the fields again
+}
+
+void TimingWindowTest::refusedInputsLeaveThePlan_data() {
+    QTest::addColumn<QByteArray>("tx");
+    QTest::addColumn<QByteArray>("rc");
+    QTest::addColumn<QByteArray>("span");
+    QTest::addColumn<QString>("named");
+    const QString sTx = QStringLiteral("Tx Rate");
+    const QString sRc = QStringLiteral("Rc Alternating Rate");
+    const QString sSpan = QStringLiteral("Time Span");
+    QTest::newRow("no number") << QByteArray("ten") << QByteArray("36") << QByteArray("360") << sTx;
+    QTest::newRow("empty") << QByteArray("30") << QByteArray() << QByteArray("360") << sRc;
+    QTest::newRow("zero Tx") << QByteArray("0") << QByteArray("36") << QByteArray("360") << sTx;
+    QTest::newRow("zero Rc") << QByteArray("30") << QByteArray("0") << QByteArray("360") << sRc;
+    QTest::newRow("zero span") << QByteArray("30") << QByteArray("36") << QByteArray("0") << sSpan;
+    QTest::newRow("negative") << QByteArray("-30") << QByteArray("36") << QByteArray("360") << sTx;
+    QTest::newRow("infinite") << QByteArray("30") << QByteArray("36") << QByteArray("1e400") << sSpan;
+    QTest::newRow("inf") << QByteArray("30") << QByteArray("36") << QByteArray("inf") << sSpan;
+    QTest::newRow("nan") << QByteArray("30") << QByteArray("nan") << QByteArray("360") << sRc;
+    QTest::newRow("too many messages") << QByteArray("0.00001") << QByteArray("36") << QByteArray("360") << sTx;
+    QTest::newRow("too many bands") << QByteArray("30") << QByteArray("1e-9") << QByteArray("360") << sRc;
+    QTest::newRow("span too short") << QByteArray("30") << QByteArray("36") << QByteArray("15") << sSpan;
+}
+
+void TimingWindowTest::refusedInputsLeaveThePlan() {
+    QFETCH(QByteArray, tx);
+    QFETCH(QByteArray, rc);
+    QFETCH(QByteArray, span);
+    QFETCH(QString, named);
+    Planner p;
+    const QImage tBefore = p.Picture();
+    const QString sSummary = p.t.lblTimingSummary.text();
+    p.Apply(tx.constData(), rc.constData(), span.constData());
+    QVERIFY2(p.t.lblTimingMessage.text().startsWith(named), qPrintable(p.t.lblTimingMessage.text()));
+    QVERIFY(p.t.lblTimingMessage.isVisible());
+    QVERIFY(p.Picture() == tBefore);
+    QCOMPARE(p.t.lblTimingSummary.text(), sSummary);
+    QCOMPARE(p.Percentages().join(QLatin1Char(' ')), QStringLiteral("50% 50% 50%"));
+    QVERIFY(p.tWorld.sMessages.isEmpty());
+}
+
+void TimingWindowTest::refusalGoesWithTheNextGoodPlan() {
+    Planner p;
+    p.Apply("x", "36", "360");
+    QVERIFY(!p.t.lblTimingMessage.text().isEmpty());
+    p.Apply("30", "30", "360");
+    QVERIFY(p.t.lblTimingMessage.text().isEmpty());
+    QCOMPARE(p.t.lblTimingChAlternate.Percentage.text(), QStringLiteral("100%"));
+}
+
+void TimingWindowTest::ticksStayBlackInADarkPalette() {
+    Planner p;
+    QPalette tDark;
+    tDark.setColor(QPalette::Window, Qt::black);
+    tDark.setColor(QPalette::WindowText, Qt::white);
+    p.t.setPalette(tDark);
+    const Bar tA(p.t.lblTimingChA);
+    QCOMPARE(tA.Pixel(p.Picture(), tA.X(60, 360)), Black);
+    QCOMPARE(tA.Pixel(p.Picture(), tA.X(30, 360)), Green);
+}
+
+void TimingWindowTest::rowNamesNeverChange() {
+    Planner p;
+    for (int i = 0; i < 2; ++i) {
+        QCOMPARE(p.t.lblTimingChA.Name.text(), QStringLiteral("Ch A"));
+        QCOMPARE(p.t.lblTimingChB.Name.text(), QStringLiteral("Ch B"));
+        QCOMPARE(p.t.lblTimingChAlternate.Name.text(), QStringLiteral("Ch Alternating"));
+        p.Apply("7", "11", "100");
+    }
+}
+
+void TimingWindowTest::receptionIsNotTouched() {
+    Planner p;
+    p.t.StartBoth();
+    p.t.FeedLine(0, "!AIVDM,1,1,,A,15M67F@uQqG?w<hK?Mu8iFv00000,0*7B");
+    p.Apply("7", "11", "100");
+    QCOMPARE(p.t.Panel(1), std::string("Running"));
+    QCOMPARE(p.t.Panel(2), std::string("1 Targets, 1 Messages"));
+    QCOMPARE(p.t.grdTargetData.Cells.Rows(), 2);
+}
+
+QTEST_MAIN(TimingWindowTest)
+#include "TimingWindowTest.moc"
