@@ -26,6 +26,12 @@ void ButtonBar::AddButton(const QString& sKey, const QString& sCaption, const QS
     m_bPressed[sKey] = false;
     addAction(pAction);
     widgetForAction(pAction)->setFocusPolicy(Qt::TabFocus);
+    // A screen reader presses a checkable button by toggling it, which triggers nothing. What the program or a click
+    // has toggled is in order again by the time that this is looked at.
+    const auto tToggled = [this, sKey, pAction] {
+        if (pAction->isChecked() != m_bPressed.at(sKey)) Triggered(sKey);
+    };
+    connect(pAction, &QAction::toggled, this, tToggled, Qt::QueuedConnection);
     connect(pAction, &QAction::triggered, this, [this, sKey] { Triggered(sKey); });
 }
 

@@ -1,6 +1,7 @@
 // The real file dialogs and the real message box, as the window has them shown: what they ask, and what they answer.
 #include <QApplication>
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
@@ -113,8 +114,10 @@ void DialogsWindowTest::chosenFileIsPlayed() {
     const QString sFile = n.tWorld.Path(QStringLiteral("chosen.txt"));
     n.tWorld.WriteFile(sFile, "05/15/2011 12:00:00 $GPZDA,1\r\n");
     QVERIFY(PressAndLook<QFileDialog>(*n.pWindow, "Playback Burst", [&sFile](QFileDialog& t) {
-        t.selectFile(sFile);
-        static_cast<QDialog&>(t).done(QDialog::Accepted);
+        auto* pName = t.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        QVERIFY(pName != nullptr);
+        pName->setText(sFile);
+        QTest::keyClick(pName, Qt::Key_Return);
     }));
     QCOMPARE(n.pWindow->windowTitle(), QStringLiteral("Tidewatch - chosen.txt"));
     QCOMPARE(n.pWindow->LastLine(n.pWindow->lstCommData(0)), std::string("$GPZDA,1"));

@@ -57,6 +57,11 @@ private slots:
     void logKeepsTheNewest101Lines();
     void timeIsTheArrival();
     void logSurvivesAStart();
+    void textThatIsNoPositionIsToldWhenAsked_data();
+    void textThatIsNoPositionIsToldWhenAsked();
+    void positionTextsAreRead();
+    void positionsAreWritten();
+    void coincidentPositionsRaise();
 };
 
 void GpsWindowTest::exampleOfTheSouth() {
@@ -287,6 +292,87 @@ void GpsWindowTest::logSurvivesAStart() {
     tListening.t.Press(ui::KeyStop);
     tListening.t.Press(ui::KeyStart);
     QCOMPARE(tListening.Log().size(), 1);
+}
+
+void GpsWindowTest::textThatIsNoPositionIsToldWhenAsked_data() {
+    QTest::addColumn<QByteArray>("sText");
+    for (const char* sText : {"1230.00S", "", " 12 30.00 S", "12 30.00", "x 30.00 N", "12 y N"}) {
+        QTest::addRow("\"%s\"", sText) << QByteArray(sText);
+    }
+}
+
+void GpsWindowTest::textThatIsNoPositionIsToldWhenAsked() {
+    QFETCH(QByteArray, sText);
+    Listening tListening;
+    TestWindow& t = tListening.t;
+    double dLatitude = 1;
+    double dLongitude = 1;
+    QVERIFY(!t.LatitudeFromString(View(sText), dLatitude, false));
+    QVERIFY(!t.LongitudeFromString(View(sText), dLongitude, false));
+    QCOMPARE(dLatitude, -999.0);
+    QCOMPARE(dLongitude, -999.0);
+    QCOMPARE(tListening.tWorld.sMessages, QStringList());
+    dLatitude = dLongitude = 1;
+    QVERIFY(!t.LatitudeFromString(View(sText), dLatitude, true));
+    QVERIFY(!t.LongitudeFromString(View(sText), dLongitude, true));
+    QCOMPARE(dLatitude, -999.0);
+    QCOMPARE(dLongitude, -999.0);
+    QCOMPARE(tListening.tWorld.sMessages,
+             QStringList({QStringLiteral("Unable for decode Latitude ") + QLatin1String(sText),
+                          QStringLiteral("Unable for decode Longitude ") + QLatin1String(sText)}));
+    for (const toolkit::MessageIcon eIcon : tListening.tWorld.eMessageIcons) {
+        QCOMPARE(eIcon, toolkit::MessageIcon::Exclamation);
+    }
+}
+
+void GpsWindowTest::positionTextsAreRead() {
+    Listening tListening;
+    TestWindow& t = tListening.t;
+    double d = 0;
+    QVERIFY(
+        t.LatitudeFromString("12\xb0"
+                             "30.00'S",
+                             d, true));
+    QCOMPARE(d, -12.5);
+    QVERIFY(t.LatitudeFromString("12 30.00 S", d, true));
+    QCOMPARE(d, -12.5);
+    QVERIFY(t.LatitudeFromString("12 30.00 s", d, true));
+    QCOMPARE(d, 12.5);
+    QVERIFY(t.LatitudeFromString("-47 30.00 S", d, true));
+    QCOMPARE(d, 46.5);
+    QVERIFY(
+        t.LongitudeFromString("122\xb0"
+                              "20.20'W",
+                              d, true));
+    QVERIFY(Near(d, -(122 + 20.2 / 60)));
+    QCOMPARE(tListening.tWorld.sMessages, QStringList());
+}
+
+void GpsWindowTest::positionsAreWritten() {
+    QCOMPARE(Bytes(TestWindow::LatitudeToString(47.6083)), QByteArray("47\xb0"
+                                                                      "36.50'N"));
+    QCOMPARE(Bytes(TestWindow::LongitudeToString(-122.3366)), QByteArray("122\xb0"
+                                                                         "20.20'W"));
+    QCOMPARE(Bytes(TestWindow::LatitudeToString(0)), QByteArray("00\xb0"
+                                                                "00.00'N"));
+    QCOMPARE(Bytes(TestWindow::LongitudeToString(0)), QByteArray("000\xb0"
+                                                                 "00.00'E"));
+    QCOMPARE(Bytes(TestWindow::LatitudeToString(12.999999)), QByteArray("12\xb0"
+                                                                        "60.00'N"));
+}
+
+// The operation itself raises; it is the decoder that goes without.
+void GpsWindowTest::coincidentPositionsRaise() {
+    Listening tListening;
+    TestWindow& t = tListening.t;
+    t.txtGpsLat.SetText("00 00.00 N");
+    t.txtGpsLon.SetText("179 00.00 E");
+    std::string sRange, sBearing;
+    t.RangeBearingText(0, -179, sRange, sBearing);
+    QCOMPARE(Bytes(sRange), QByteArray("120.0"));
+    QCOMPARE(Bytes(sBearing), QByteArray("90"));
+    t.txtGpsLon.SetText("000 00.00 E");
+    QVERIFY_EXCEPTION_THROWN(t.RangeBearingText(0, 0, sRange, sBearing), nav::DivisionByZero);
 }
 
 QTEST_MAIN(GpsWindowTest)

@@ -1,0 +1,317 @@
+"""The program over a long time: both inputs at the full rate of 38400 baud, the output at 4800, recording on, the device
+of input #1 vanishing and coming back, tabs being changed. Counts at both ends: every sentence that was sent while its
+device was there must stand in the record file once. Prints memory, descriptors and processor share as it goes."""
+
+import collections
+import os
+import statistics
+import sys
+import tempfile
+import time
+
+import rig
+
+TICK = 0.01  # seconds between two portions to each input
+BYTES_PER_SECOND = 3840  # 38400 baud, ten bits a character
+OUTPUT_BYTES_PER_SECOND = 480
+QUIET = 0.4  # seconds without a character before a plug is pulled, and after it is back
+SETTLED = 0.5  # share of the time after which memory has to stay level
+MOST_GROWTH = 2048  # kilobytes from then on
+LONG_RUN = 180  # seconds: from this length on memory is judged, not only printed
+TARGETS_TAB = 4
+
+
+class Feed:
+    """Sends sentences to one input at its line rate, round and round, and knows which ones went out whole."""
+
+    def __init__(self, line, sentences):
+        self.line = line
+        self.sentences = sentences
+        self.next = 0
+        self.pending = b""
+        self.credit = 0.0
+        self.sent = []
+        self.times = []  # when each was sent
+        self.resume_at = 0.0  # quiet until then
+
+    def send(self, seconds):
+        """Gives out what the line carries in that time."""
+        self.credit = min(self.credit + seconds * BYTES_PER_SECOND, 0.1 * BYTES_PER_SECOND)
+        while self.credit >= 1:
+            if not self.pending and not self.take():
+                return
+            portion = self.pending[: int(self.credit)]
+            self.line.write(portion)
+            self.credit -= len(portion)
+            self.pending = self.pending[len(portion):]
+
+    def take(self):
+        self.pending = self.sentences[self.next] + b"\r\n"
+        self.sent.append(self.sentences[self.next])
+        self.times.append(time.monotonic())
+        self.next = (self.next + 1) % len(self.sentences)
+        return True
+
+    def finish_line(self):
+        self.line.write(self.pending)
+        self.pending = b""
+
+
+class Output:
+    """Takes what the output port says, as slowly as 4800 baud."""
+
+    def __init__(self, line):
+        self.line = line
+        self.credit = 0.0
+        self.data = b""
+
+    def take(self, seconds):
+        self.credit = min(self.credit + seconds * OUTPUT_BYTES_PER_SECOND, 512)
+        if self.credit >= 1:
+            data = self.line.read(int(self.credit))
+            self.credit -= len(data)
+            self.data += data
+
+
+class Soak:
+    def __init__(self, options, folder, program, lines):
+        self.seconds = options.minutes * 60
+        self.folder = folder
+        self.program = program
+        self.lines = lines
+        samples = options.samples
+        self.feeds = [Feed(lines[0], self.usable(samples, "harbour.txt")), Feed(lines[1], self.usable(samples, "night.txt"))]
+        self.output = Output(lines[2])
+        self.window = 0
+        self.tab = 0
+        self.vanished = 0
+        self.story = []  # what happened to the device: (time, text)
+        self.samples = []  # (second, kilobytes, descriptors, devices all there)
+        self.shares = []  # processor share while the Targets tab showed
+
+    @staticmethod
+    def usable(folder, name):
+        """Those that the program accepts and decodes, by their first characters and their checksum."""
+        good = []
+        for line in rig.sample_sentences(folder, name):
+            kind = line.startswith((b"!AIVDM", b"$PNMLS")) or line[3:6] in (b"GLL", b"RMC")
+            if kind and line[-3:-2] == b"*" and rig.checksum(line[:-3]) == line[-2:]:
+                good.append(line)
+        rig.check(good, f"no sentences in {name}")
+        return good
+
+    # Mouse and keyboard. The toolbar is the top of the window, the tabs follow.
+
+    def start(self):
+        self.window = self.program.window()
+        time.sleep(1)
+        rig.xdotool("mousemove", "--window", self.window, 30, 20, "click", 1)
+        rig.await_that(lambda: all(line.listened() for line in self.lines), "the three ports are open")
+
+    def record(self):
+        file = os.path.join(self.folder, "soak.txt")
+        rig.xdotool("mousemove", "--window", self.window, 200, 20, "click", 1)
+        find = ["xdotool", "search", "--all", "--onlyvisible", "--pid", str(self.program.process.pid), "--name", "Save As"]
+        found = rig.await_that(lambda: rig.subprocess.run(find, capture_output=True, text=True).stdout.split(),
+                               "the file dialog is there")
+        rig.xdotool("windowfocus", found[0])
+        time.sleep(0.3)
+        rig.xdotool("key", "ctrl+a")
+        rig.xdotool("type", file)
+        rig.xdotool("key", "Return")
+        rig.await_that(lambda: self.program.has_open(file), "the recording has begun")
+        return file
+
+    def show_tab(self, tab):
+        """The wheel over the first tab turns the tabs."""
+        if tab == self.tab:
+            return
+        button = 5 if tab > self.tab else 4
+        rig.xdotool("mousemove", "--window", self.window, 34, 57, "click", "--repeat", abs(tab - self.tab), button)
+        self.tab = tab
+
+    # The run
+
+    def run(self):
+        self.start()
+        record = self.record()
+        time.sleep(QUIET)  # what comes before a port is ready belongs to no run
+        began = last = time.monotonic()
+        plan = self.events()
+        event_at, event = next(plan)
+        sample_at = 0.0
+        while (now := time.monotonic() - began) < self.seconds:
+            elapsed, last = time.monotonic() - last, time.monotonic()
+            for feed in self.feeds:
+                if now >= feed.resume_at:
+                    feed.send(elapsed)
+            self.output.take(elapsed)
+            if now >= sample_at:
+                self.sample(now)
+                sample_at += max(1.0, self.seconds / 120)
+            if now >= event_at:
+                event(now)
+                event_at, event = next(plan)
+            time.sleep(TICK)
+        self.end(began)
+        return record
+
+    def events(self):
+        """When what happens: tabs all the time, a plug pulled every ten seconds (at the most five in a hundred)."""
+        second = 0.0
+        share = min(60.0, self.seconds * 0.3)  # the first part shows the Targets tab, undisturbed
+        yield second, lambda now: self.show_tab(TARGETS_TAB)
+        yield 2.0, lambda now: self.mark_share()
+        yield 2.0 + share, lambda now: self.take_share(share)
+        second = 2.0 + share
+        tab = TARGETS_TAB
+        while True:
+            for _ in range(4):
+                second += 0.7
+                tab = (tab + 1) % len(rig.TABS)
+                yield second, lambda now, tab=tab: self.show_tab(tab)
+            yield second, self.quiet
+            yield second + QUIET, self.pull
+            yield second + QUIET + 1.3, self.plug_in
+            for step in range(20):  # waits until the program has noticed
+                yield second + QUIET + 1.4 + step * 0.2, self.resume
+            second += 6.5
+
+    def mark_share(self):
+        self.mark = (time.monotonic(), self.program.processor_seconds())
+
+    def take_share(self, _):
+        seconds = time.monotonic() - self.mark[0]
+        self.shares.append(100 * (self.program.processor_seconds() - self.mark[1]) / seconds)
+
+    def quiet(self, now):
+        self.feeds[0].finish_line()
+        self.feeds[0].resume_at = float("inf")
+
+    def pull(self, now):
+        self.lines[0].hang_up()
+        self.vanished += 1
+        self.story.append((time.monotonic(), "pulled"))
+
+    def plug_in(self, now):
+        self.lines[0].create()
+        self.story.append((time.monotonic(), "plugged in"))
+
+    def resume(self, now):
+        if self.feeds[0].resume_at == float("inf") and self.lines[0].listened():
+            self.feeds[0].resume_at = now + QUIET
+            self.story.append((time.monotonic(), "seen open"))
+
+    def sample(self, now):
+        rig.check(self.program.running(), "the program ended")
+        there = self.lines[0].master >= 0 and self.lines[0].listened()
+        targets = self.program.descriptors()
+        row = (now, self.program.resident_kilobytes(), len(targets), there and self.lines[0].device in targets)
+        self.samples.append(row)
+        if len(self.samples) % 10 == 1:
+            print(f"{now:6.0f} s  {row[1]} kB  {row[2]} descriptors", flush=True)
+
+    def end(self, began):
+        """What was sent is let arrive; the output's queue is read to its end."""
+        if self.lines[0].master < 0:
+            self.lines[0].create()
+        rig.await_that(self.lines[0].listened, "the device is back")
+        for feed in self.feeds:
+            feed.finish_line()
+        deadline = time.monotonic() + 3
+        while time.monotonic() < deadline:
+            self.output.take(TICK)
+            time.sleep(TICK)
+        self.took = time.monotonic() - began
+        self.processor = self.program.processor_seconds()
+        rig.xdotool("mousemove", "--window", self.window, 120, 20, "click", 1)
+        rig.await_that(lambda: not self.lines[1].listened(), "Stop has closed the ports")
+        self.output.credit = 512
+        while data := self.lines[2].read():
+            self.output.data += data
+
+
+def gaps(feed, other, lines):
+    """Where sentences of a feed are missing: (index, count). Looks at those that the other feed does not send."""
+    own = set(feed.sent) - set(other.sent)
+    recorded = [line for line in lines if line in own]
+    at = 0
+    for index, line in enumerate(feed.sent):
+        if line not in own:
+            continue
+        if at < len(recorded) and recorded[at] == line:
+            at += 1
+        else:
+            yield index
+
+
+def tell_gaps(soak, lines):
+    began = soak.feeds[1].times[0]
+    for number, feed in enumerate(soak.feeds):
+        for index in list(gaps(feed, soak.feeds[1 - number], lines))[:20]:
+            when = feed.times[index]
+            before = [event for event in soak.story if event[0] < when][-1:]
+            after = [event for event in soak.story if event[0] >= when][:1]
+            near = ", ".join(f"{text} at {at - began:.2f}" for at, text in before + after)
+            print(f"lost on #{number + 1}: {feed.sent[index]!r} of second {when - began:.2f}; {near}")
+
+
+def judge(soak, record):
+    """The figures, and what has to hold of them."""
+    sent = collections.Counter()
+    for feed in soak.feeds:
+        sent.update(feed.sent)
+    with open(record, "rb") as file:
+        lines = [line.rstrip(b"\r\n")[20:] for line in file]
+    recorded = collections.Counter(lines)
+    lost = sent - recorded
+    strange = recorded - sent
+    forwarded, unfinished = soak.output.data.split(b"\r\n")[:-1], soak.output.data.split(b"\r\n")[-1]
+    known = set(sent)
+    damaged = [line for line in forwarded if line not in known]
+
+    kilobytes = [row[1] for row in soak.samples]
+    settled = [row[1] for row in soak.samples if row[0] >= soak.seconds * SETTLED]
+    descriptors = sorted({row[2] for row in soak.samples if row[3]})  # while all three devices are open
+    growth = statistics.mean(settled[-5:]) - statistics.mean(settled[:5])
+    print(f"time                 {soak.seconds:.0f} s")
+    print(f"device vanished      {soak.vanished} times")
+    print(f"sentences sent       {len(soak.feeds[0].sent)} + {len(soak.feeds[1].sent)}")
+    print(f"sentences recorded   {len(lines)}")
+    print(f"lost, not sent       {sum(lost.values())}, {sum(strange.values())}")
+    print(f"lines at the output  {len(forwarded)}, of them damaged {len(damaged)}")
+    print(f"resident memory      first {kilobytes[0]} kB, most {max(kilobytes)} kB, last {kilobytes[-1]} kB, "
+          f"second half {growth:+.0f} kB")
+    print(f"descriptors          {descriptors}")
+    print(f"processor share      {soak.shares[0]:.1f} % of a core with the Targets tab shown, "
+          f"{100 * soak.processor / soak.took:.1f} % over all")
+
+    if lost:
+        tell_gaps(soak, lines)
+    rig.check(not lost, f"sentences lost, such as {list(lost)[:3]}")
+    rig.check(not strange, f"sentences recorded that nobody sent, such as {list(strange)[:3]}")
+    rig.check(forwarded and not damaged, f"damaged lines at the output, such as {damaged[:3]}")
+    rig.check(not unfinished or any(line.startswith(unfinished) for line in known), "rubbish at the output's end")
+    rig.check(descriptors[-1] <= soak.samples[0][2], "more descriptors than at the beginning")
+    rig.check(soak.vanished > 0, "the device never vanished")
+    if soak.seconds >= LONG_RUN:
+        rig.check(growth <= MOST_GROWTH, "memory grows")
+
+
+def main():
+    parser = rig.arguments()
+    parser.add_argument("--minutes", type=float, default=10)
+    options = parser.parse_args()
+    rig.skip_without("Xvfb", "xdotool")
+    with tempfile.TemporaryDirectory() as folder, rig.display():
+        lines = [rig.SerialLine(os.path.join(folder, name)) for name in ("receiver", "second", "plotter")]
+        profile = rig.profile(*(line.link for line in lines), output_settings="4800,n,8,1")
+        with rig.Program(options.program, folder, profile) as program:
+            soak = Soak(options, folder, program, lines)
+            record = soak.run()
+            rig.check(program.close() == 0, "the program ends with an error")
+        judge(soak, record)
+
+
+if __name__ == "__main__":
+    sys.exit(rig.run(main))

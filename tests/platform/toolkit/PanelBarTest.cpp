@@ -1,0 +1,139 @@
+// The status bar's panels: texts kept at once, shown on the beat, long ones whole in the tool tip.
+#include "platform/toolkit/PanelBar.h"
+
+#include <QTest>
+
+using toolkit::PanelBar;
+
+namespace {
+
+void AddPanels(PanelBar& t) {
+    t.AddPanel(QStringLiteral("State"), QStringLiteral("Recording"), false);
+    t.AddPanel(QStringLiteral("Summary"), {}, true);
+    t.AddPanel(QStringLiteral("Clock"), QStringLiteral("00:00:00"), false);
+}
+
+}  // namespace
+
+class PanelBarTest : public QObject {
+    Q_OBJECT
+private slots:
+    void panelsCountFromOne();
+    void textIsKeptAtOnceAndShownOnTheBeat();
+    void beatComesByItself();
+    void unseenBarWaitsUntilItIsShown();
+    void textsArePlain();
+    void latinLettersAreShown();
+    void longTextDoesNotWidenTheBar();
+    void tipTellsTheMeaningOrTheWholeText();
+    void panelsAreWideEnoughForTheirTemplates();
+};
+
+void PanelBarTest::panelsCountFromOne() {
+    PanelBar t;
+    AddPanels(t);
+    for (int i = 1; i <= 3; ++i) t.SetPanelText(i, std::to_string(i));
+    t.Synchronize();
+    for (int i = 1; i <= 3; ++i) {
+        QCOMPARE(t.PanelText(i), std::to_string(i));
+        QCOMPARE(t.ShownText(i), QString::number(i));
+        QCOMPARE(t.Panel(i).text(), QString::number(i));
+    }
+}
+
+void PanelBarTest::textIsKeptAtOnceAndShownOnTheBeat() {
+    PanelBar t;
+    AddPanels(t);
+    t.show();
+    t.SetPanelText(2, "first");
+    t.SetPanelText(2, "second");
+    QCOMPARE(t.PanelText(2), std::string("second"));
+    QCOMPARE(t.ShownText(2), QString());
+    t.Synchronize();
+    QCOMPARE(t.ShownText(2), QStringLiteral("second"));
+    t.SetPanelText(2, "");
+    t.Synchronize();
+    QCOMPARE(t.ShownText(2), QString());
+}
+
+void PanelBarTest::beatComesByItself() {
+    PanelBar t;
+    AddPanels(t);
+    t.show();
+    t.SetPanelText(1, "Running");
+    QTRY_COMPARE(t.ShownText(1), QStringLiteral("Running"));
+}
+
+void PanelBarTest::unseenBarWaitsUntilItIsShown() {
+    PanelBar t;
+    AddPanels(t);
+    t.SetPanelText(1, "Running");
+    QTest::qWait(150);
+    QCOMPARE(t.ShownText(1), QString());
+    t.show();
+    QCOMPARE(t.ShownText(1), QStringLiteral("Running"));
+}
+
+void PanelBarTest::textsArePlain() {
+    PanelBar t;
+    AddPanels(t);
+    t.SetPanelText(2, "<b>bold</b> & more");
+    t.Synchronize();
+    QCOMPARE(t.Panel(2).textFormat(), Qt::PlainText);
+    QCOMPARE(t.ShownText(2), QStringLiteral("<b>bold</b> & more"));
+}
+
+void PanelBarTest::latinLettersAreShown() {
+    PanelBar t;
+    AddPanels(t);
+    t.SetPanelText(2, "\xe9\xb0");
+    t.Synchronize();
+    QCOMPARE(t.ShownText(2), QStringLiteral("\u00e9\u00b0"));
+}
+
+void PanelBarTest::longTextDoesNotWidenTheBar() {
+    PanelBar t;
+    AddPanels(t);
+    t.resize(500, 30);
+    t.show();
+    QCoreApplication::processEvents();
+    const int iBefore = t.minimumSizeHint().width();
+    t.SetPanelText(2, std::string(5000, 'x'));
+    t.Synchronize();
+    QCoreApplication::processEvents();
+    QCOMPARE(t.minimumSizeHint().width(), iBefore);
+    QCOMPARE(t.width(), 500);
+}
+
+void PanelBarTest::tipTellsTheMeaningOrTheWholeText() {
+    PanelBar t;
+    AddPanels(t);
+    t.resize(500, 30);
+    t.show();
+    QCoreApplication::processEvents();
+    QCOMPARE(t.Panel(2).toolTip(), QStringLiteral("Summary"));
+    const std::string sLong(500, 'x');
+    t.SetPanelText(2, sLong);
+    t.Synchronize();
+    QCOMPARE(t.Panel(2).toolTip(), QString::fromStdString(sLong));
+    t.SetPanelText(2, "short");
+    t.Synchronize();
+    QCOMPARE(t.Panel(2).toolTip(), QStringLiteral("Summary"));
+}
+
+void PanelBarTest::panelsAreWideEnoughForTheirTemplates() {
+    PanelBar t;
+    AddPanels(t);
+    t.resize(600, 30);
+    t.show();
+    QCoreApplication::processEvents();
+    const auto tWidth = [&t](int iPanel, const char* sText) {
+        return t.Panel(iPanel).fontMetrics().horizontalAdvance(QString::fromLatin1(sText));
+    };
+    QVERIFY(t.Panel(1).width() >= tWidth(1, "Recording"));
+    QVERIFY(t.Panel(3).width() >= tWidth(3, "00:00:00"));
+    QVERIFY(t.Panel(2).width() > t.Panel(1).width());
+}
+
+QTEST_MAIN(PanelBarTest)
+#include "PanelBarTest.moc"
