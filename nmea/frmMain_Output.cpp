@@ -5,9 +5,7 @@
 
 namespace app {
 
-void frmMain::MSCommOutput_OnComm() {
-    OutputData(nmea::CommNotice(MSCommOutput.CommEvent()), false);
-}
+void frmMain::MSCommOutput_OnComm() { OutputData(nmea::CommNotice(MSCommOutput.CommEvent()), false); }
 
 void frmMain::OutputData(std::string_view sData, bool bHighlight) { lstOutputData.Lines.Add(sData, bHighlight); }
 

@@ -49,8 +49,8 @@ public:
 
     // Appends the line and CR LF to the buffer, which is written out when it is full. Raises FileError (disk full).
     void WriteLine(std::int16_t iFile, std::string_view sLine);
-    // Brings everything written so far to the disk, so that neither a kill nor a power cut loses it. Raises FileError. A
-    // number that is not open for output is left alone.
+    // Brings everything written so far to the disk, so that neither a kill nor a power cut loses it. Raises FileError.
+    // A number that is not open for output is left alone.
     void Flush(std::int16_t iFile);
 
 private:

@@ -20,7 +20,8 @@ public:
     QVariant data(const QModelIndex& tIndex, int iRole) const override;
     QVariant headerData(int iSection, Qt::Orientation eOrientation, int iRole) const override;
 
-    // Where a row that the view knows (0 for the first below the header) stands in the cells by now; -1 when it is gone.
+    // Where a row that the view knows (0 for the first below the header) stands in the cells by now; -1 when it is
+    // gone.
     int LiveRow(int iPublished) const;
 
     // Brings the view's picture up to the cells: row count, rows that moved (selection and cursor follow them), texts.

@@ -58,7 +58,7 @@ struct SerialPort::Private {
     bool bAway = false;       // open, but the device has vanished
     bool bReceiving = false;  // within Receive
     bool bReceiveEvents = true;
-    bool bFull = false;       // texts have been dropped; ends when half of the queue is written
+    bool bFull = false;  // texts have been dropped; ends when half of the queue is written
 
     void MakeDevice();
     void OpenDevice();

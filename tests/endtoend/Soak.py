@@ -15,6 +15,8 @@ TICK = 0.01  # seconds between two portions to each input
 BYTES_PER_SECOND = 3840  # 38400 baud, ten bits a character
 OUTPUT_BYTES_PER_SECOND = 480
 QUIET = 0.4  # seconds without a character before a plug is pulled, and after it is back
+AWAY = 1.3  # seconds that the device is away
+PULL_EVERY = 6.0  # seconds that it is there
 SETTLED = 0.5  # share of the time after which memory has to stay level
 MOST_GROWTH = 2048  # kilobytes from then on
 LONG_RUN = 180  # seconds: from this length on memory is judged, not only printed
@@ -32,7 +34,7 @@ class Feed:
         self.credit = 0.0
         self.sent = []
         self.times = []  # when each was sent
-        self.resume_at = 0.0  # quiet until then
+        self.quiet = False
 
     def send(self, seconds):
         """Gives out what the line carries in that time."""
@@ -85,6 +87,9 @@ class Soak:
         self.window = 0
         self.tab = 0
         self.vanished = 0
+        self.plug = "in"
+        self.plug_since = 0.0
+        self.next_pull = float("inf")
         self.story = []  # what happened to the device: (time, text)
         self.samples = []  # (second, kilobytes, descriptors, devices all there)
         self.shares = []  # processor share while the Targets tab showed
@@ -143,39 +148,59 @@ class Soak:
         while (now := time.monotonic() - began) < self.seconds:
             elapsed, last = time.monotonic() - last, time.monotonic()
             for feed in self.feeds:
-                if now >= feed.resume_at:
+                if not feed.quiet:
                     feed.send(elapsed)
+            self.handle_plug(now)
             self.output.take(elapsed)
             if now >= sample_at:
                 self.sample(now)
                 sample_at += max(1.0, self.seconds / 120)
             if now >= event_at:
-                event(now)
+                event()
                 event_at, event = next(plan)
             time.sleep(TICK)
         self.end(began)
         return record
 
     def events(self):
-        """When what happens: tabs all the time, a plug pulled every ten seconds (at the most five in a hundred)."""
-        second = 0.0
-        share = min(60.0, self.seconds * 0.3)  # the first part shows the Targets tab, undisturbed
-        yield second, lambda now: self.show_tab(TARGETS_TAB)
-        yield 2.0, lambda now: self.mark_share()
-        yield 2.0 + share, lambda now: self.take_share(share)
-        second = 2.0 + share
-        tab = TARGETS_TAB
+        """When what happens: the first part shows the Targets tab, undisturbed; then other tabs all the time."""
+        share = min(60.0, self.seconds * 0.3)
+        yield 0.0, lambda: self.show_tab(TARGETS_TAB)
+        yield 2.0, self.mark_share
+        yield 2.0 + share, lambda: self.take_share(share)
+        second, tab = 2.0 + share, TARGETS_TAB
+        self.next_pull = second + 3
         while True:
-            for _ in range(4):
-                second += 0.7
-                tab = (tab + 1) % len(rig.TABS)
-                yield second, lambda now, tab=tab: self.show_tab(tab)
-            yield second, self.quiet
-            yield second + QUIET, self.pull
-            yield second + QUIET + 1.3, self.plug_in
-            for step in range(20):  # waits until the program has noticed
-                yield second + QUIET + 1.4 + step * 0.2, self.resume
-            second += 6.5
+            second += 2.1
+            tab = (tab + 1) % len(rig.TABS)
+            yield second, lambda tab=tab: self.show_tab(tab)
+
+    def handle_plug(self, now):
+        """Pulls the plug of input #1 and puts it in again. Each step waits for the one before by the clock, so that a
+        stall of this process cannot shorten it."""
+        feed, line = self.feeds[0], self.lines[0]
+        if self.plug == "in" and now >= self.next_pull:
+            feed.finish_line()
+            feed.quiet = True
+            self.turn_plug("silent", now)
+        elif self.plug == "silent" and now >= self.plug_since + QUIET:
+            line.hang_up()
+            self.vanished += 1
+            self.turn_plug("pulled", now)
+        elif self.plug == "pulled" and now >= self.plug_since + AWAY:
+            line.create()
+            self.turn_plug("plugged in", now)
+        elif self.plug == "plugged in" and line.listened():
+            self.turn_plug("seen open", now)
+        elif self.plug == "seen open" and now >= self.plug_since + QUIET:
+            feed.quiet = False
+            self.next_pull = now + PULL_EVERY
+            self.turn_plug("in", now)
+
+    def turn_plug(self, state, now):
+        self.plug = state
+        self.plug_since = now
+        self.story.append((time.monotonic(), state))
 
     def mark_share(self):
         self.mark = (time.monotonic(), self.program.processor_seconds())
@@ -183,24 +208,6 @@ class Soak:
     def take_share(self, _):
         seconds = time.monotonic() - self.mark[0]
         self.shares.append(100 * (self.program.processor_seconds() - self.mark[1]) / seconds)
-
-    def quiet(self, now):
-        self.feeds[0].finish_line()
-        self.feeds[0].resume_at = float("inf")
-
-    def pull(self, now):
-        self.lines[0].hang_up()
-        self.vanished += 1
-        self.story.append((time.monotonic(), "pulled"))
-
-    def plug_in(self, now):
-        self.lines[0].create()
-        self.story.append((time.monotonic(), "plugged in"))
-
-    def resume(self, now):
-        if self.feeds[0].resume_at == float("inf") and self.lines[0].listened():
-            self.feeds[0].resume_at = now + QUIET
-            self.story.append((time.monotonic(), "seen open"))
 
     def sample(self, now):
         rig.check(self.program.running(), "the program ended")

@@ -74,8 +74,8 @@ std::string TestWindow::Panel(int iPanel) {
 
 std::string TestWindow::Cell(toolkit::Grid& grd, int iRow, int iCol) {
     grd.Synchronize();
-    const QVariant tText = iRow == 0 ? grd.model()->headerData(iCol, Qt::Horizontal)
-                                     : grd.model()->index(iRow - 1, iCol).data();
+    const QVariant tText =
+        iRow == 0 ? grd.model()->headerData(iCol, Qt::Horizontal) : grd.model()->index(iRow - 1, iCol).data();
     return toolkit::ToLatin1(tText.toString());
 }
 
@@ -85,8 +85,6 @@ std::vector<std::string> TestWindow::Column(int iCol) {
     return sTexts;
 }
 
-MemoryDevice* TestWindow::Device(toolkit::SerialPort& tPort) {
-    return dynamic_cast<MemoryDevice*>(tPort.OpenDevice());
-}
+MemoryDevice* TestWindow::Device(toolkit::SerialPort& tPort) { return dynamic_cast<MemoryDevice*>(tPort.OpenDevice()); }
 
 }  // namespace support

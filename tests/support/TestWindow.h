@@ -34,9 +34,7 @@ public:
     // Each second: clock + 1, then the ticks of the clocks that run, message clock first.
     void Advance(int iSeconds);
     // Sentence without checksum to one with it, sBody begins with "$" or "!".
-    static std::string WithChecksum(std::string_view sBody) {
-        return std::string(sBody) + "*" + NmeaChecksum(sBody);
-    }
+    static std::string WithChecksum(std::string_view sBody) { return std::string(sBody) + "*" + NmeaChecksum(sBody); }
 
     // What the lists show, once synchronised.
     std::vector<std::string> Lines(toolkit::LogList& lst);

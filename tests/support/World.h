@@ -28,7 +28,7 @@ public:
     // The seconds-since-midnight clock: every look at it is dTimerStep later, so that a paced loop ends by itself.
     double dTimer = 43200;
     double dTimerStep = 0.004;
-    std::function<void()> tYield;  // what a turn of the event loop does; the real one when empty
+    std::function<void()> tYield;                     // what a turn of the event loop does; the real one when empty
     std::function<void(toolkit::Platform&)> tAdjust;  // the last word on the platform that is handed out
 
     // Dialog answers, first come first served; nothing in one means cancelled. A dialog without an answer is cancelled
