@@ -7,14 +7,12 @@ import ctypes
 import fcntl
 import os
 import pty
-import random
 import re
 import select
 import shutil
 import signal
 import subprocess
 import sys
-import tempfile
 import termios
 import time
 import tty
