@@ -82,7 +82,8 @@ class Soak:
         self.program = program
         self.lines = lines
         samples = options.samples
-        self.feeds = [Feed(lines[0], self.usable(samples, "harbour.txt")), Feed(lines[1], self.usable(samples, "night.txt"))]
+        names = ("harbour.txt", "night.txt")
+        self.feeds = [Feed(line, self.usable(samples, name)) for line, name in zip(lines, names)]
         self.output = Output(lines[2])
         self.window = 0
         self.tab = 0
@@ -298,7 +299,8 @@ def judge(soak, record):
     rig.check(not lost, f"sentences lost, such as {list(lost)[:3]}")
     rig.check(not strange, f"sentences recorded that nobody sent, such as {list(strange)[:3]}")
     rig.check(forwarded and not damaged, f"damaged lines at the output, such as {damaged[:3]}")
-    rig.check(not unfinished or any(line.startswith(unfinished) for line in known), "rubbish at the output's end")
+    cut = unfinished.rstrip(b"\r")  # Stop may come anywhere in a line
+    rig.check(not cut or any(line.startswith(cut) for line in known), f"rubbish at the output's end: {unfinished!r}")
     rig.check(descriptors[-1] <= soak.samples[0][2], "more descriptors than at the beginning")
     rig.check(soak.vanished > 0, "the device never vanished")
     if soak.seconds >= LONG_RUN:
