@@ -2,6 +2,7 @@
 #include "platform/toolkit/GridModel.h"
 
 #include <unordered_map>
+#include <utility>
 
 #include "platform/toolkit/Latin1.h"
 
@@ -69,11 +70,16 @@ void GridModel::PublishColumns() {
         m_iPublishedCols = m_tCells.Cols();
         endResetModel();
     }
+    std::vector<std::string> sHeader;
+    for (int iCol = 0; iCol < m_iPublishedCols && m_tCells.Rows() > 0; ++iCol)
+        sHeader.push_back(m_tCells.Text(0, iCol));
+    if (sHeader == m_sPublishedHeader) return;  // painting a header costs as much as painting the rows
+    m_sPublishedHeader = std::move(sHeader);
     if (m_iPublishedCols > 0) emit headerDataChanged(Qt::Horizontal, 0, m_iPublishedCols - 1);
 }
 
 void GridModel::PublishMoves(const std::vector<std::uint64_t>& lSerials) {
-    emit layoutAboutToBeChanged();
+    emit layoutAboutToBeChanged({}, VerticalSortHint);
     std::unordered_map<std::uint64_t, int> iRowOf;
     for (std::size_t i = 0; i < lSerials.size(); ++i) iRowOf[lSerials[i]] = static_cast<int>(i);
     const QModelIndexList tBefore = persistentIndexList();
@@ -84,7 +90,7 @@ void GridModel::PublishMoves(const std::vector<std::uint64_t>& lSerials) {
     }
     m_lPublished = lSerials;
     changePersistentIndexList(tBefore, tAfter);
-    emit layoutChanged();
+    emit layoutChanged({}, VerticalSortHint);
 }
 
 }  // namespace toolkit

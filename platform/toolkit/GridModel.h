@@ -4,6 +4,7 @@
 
 #include <QAbstractTableModel>
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include "platform/runtime/GridCells.h"
@@ -33,6 +34,7 @@ private:
 
     const runtime::GridCells& m_tCells;
     std::vector<std::uint64_t> m_lPublished;  // serial of each row that the view knows, header left out
+    std::vector<std::string> m_sPublishedHeader;
     int m_iPublishedCols = 0;
 };
 

@@ -1,4 +1,4 @@
-// When a view takes over what its store holds: at the most twenty times a second, and only while it can be seen. The
+// When a view takes over what its store holds: at the most ten times a second, and only while it can be seen. The
 // stores may change a million times in between.
 #pragma once
 
@@ -11,7 +11,7 @@ namespace toolkit {
 class RepaintBeat : public QObject {
     Q_OBJECT
 public:
-    static constexpr int BeatMilliseconds = 50;
+    static constexpr int BeatMilliseconds = 100;
 
     // tTake brings tView up to date with its store.
     RepaintBeat(QWidget& tView, std::function<void()> tTake);
