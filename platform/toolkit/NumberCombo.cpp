@@ -96,6 +96,11 @@ void NumberCombo::TakeOver() {
     lineEdit()->setCursorPosition(iCursor);
 }
 
+void NumberCombo::showEvent(QShowEvent* pEvent) {
+    Synchronize();  // what came while it was out of sight
+    QComboBox::showEvent(pEvent);
+}
+
 void NumberCombo::Synchronize() {
     m_pItemsBeat->Synchronize();
     m_pTextBeat->Synchronize();

@@ -27,6 +27,9 @@ public:
     void Synchronize();
     void showPopup() override;
 
+protected:
+    void showEvent(QShowEvent* pEvent) override;
+
 private:
     void TakeOver();
 

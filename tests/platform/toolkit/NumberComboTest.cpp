@@ -38,6 +38,7 @@ QStringList Texts(std::initializer_list<int> iNumbers) {
 class NumberComboTest : public QObject {
     Q_OBJECT
 private slots:
+    void whatCameOutOfSightShowsOnceItIsSeen();
     void itemsAreShownInOrder();
     void firstItemLeavesTheTextAlone_data();
     void firstItemLeavesTheTextAlone();
@@ -227,6 +228,15 @@ void NumberComboTest::modelKeepsItsPromises() {
     t.Synchronize();
     QCOMPARE(t.count(), t.Items.Count());
     for (int i = 0; i < t.count(); ++i) QCOMPARE(t.itemText(i).toInt(), t.Items.At(i).lNumber);
+}
+
+void NumberComboTest::whatCameOutOfSightShowsOnceItIsSeen() {
+    toolkit::NumberCombo cmb;
+    cmb.Items.FindOrInsert(366053209, 0);
+    cmb.SetText("366053209");
+    cmb.show();
+    QCOMPARE(cmb.currentText(), QStringLiteral("366053209"));
+    QCOMPARE(cmb.count(), 1);
 }
 
 QTEST_MAIN(NumberComboTest)
