@@ -1,7 +1,4 @@
 // Start-up and shutdown.
-#include <QFile>
-#include <QFileInfo>
-
 #include "app/ProfilePath.h"
 #include "app/frmMain.h"
 

@@ -1,7 +1,6 @@
 // Offers and tip of the port field.
 #include "platform/toolkit/PortBox.h"
 
-#include <QAbstractItemView>
 #include <QCompleter>
 #include <QEvent>
 #include <QFileInfo>
