@@ -1,12 +1,12 @@
 // The settings profile: which value belongs to which control.
 #include <QFile>
-#include <QSaveFile>
 #include <charconv>
 #include <cmath>
 
 #include "app/frmMain.h"
 #include "platform/runtime/Convert.h"
 #include "platform/runtime/Profile.h"
+#include "platform/toolkit/SafeFile.h"
 #include "platform/toolkit/Twips.h"
 
 namespace app {
@@ -111,11 +111,7 @@ void frmMain::ProfileSave() {
         t.Write("Window Data", "Width", TwipsText(width()));
     }
     m_sProfileText = t.Text();
-    QSaveFile tFile(QString::fromStdString(m_sProfileFile));
-    tFile.setDirectWriteFallback(true);             // a profile that may be written in a folder that may not
-    if (!tFile.open(QIODevice::WriteOnly)) return;  // a failed write is silent
-    tFile.write(m_sProfileText.data(), static_cast<qint64>(m_sProfileText.size()));
-    tFile.commit();
+    toolkit::ReplaceFile(QString::fromStdString(m_sProfileFile), m_sProfileText);  // a failed write is silent
 }
 
 }  // namespace app

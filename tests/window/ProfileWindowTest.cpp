@@ -1,7 +1,9 @@
 // The settings profile through the window: what is restored, what is saved, and what survives a save.
+#include <QDir>
 #include <QTest>
 
 #include "tests/support/Bytes.h"
+#include "tests/support/FullDisk.h"
 #include "tests/support/PrintString.h"
 #include "tests/support/TestWindow.h"
 
@@ -77,6 +79,8 @@ private slots:
     void valuesAreReplacedNotAdded();
     void missingProfileIsCreatedAtTheFirstUnload();
     void profileThatCannotBeWrittenIsSilent();
+    void fullDiskLeavesTheProfileAsItWas_data();
+    void fullDiskLeavesTheProfileAsItWas();
     void maximisedWindowKeepsTheLastNormalPlace_data();
     void maximisedWindowKeepsTheLastNormalPlace();
     void choicesOfTheSessionAreNotSaved();
@@ -401,6 +405,28 @@ void ProfileWindowTest::profileThatCannotBeWrittenIsSilent() {
     t.LoadAndShow();
     t.m_sProfileFile = tWorld.Path(QStringLiteral("gone/tidewatch.Ini")).toStdString();
     QVERIFY(t.close());
+    QVERIFY(tWorld.sMessages.isEmpty());
+}
+
+void ProfileWindowTest::fullDiskLeavesTheProfileAsItWas_data() {
+    QTest::addColumn<int>("room");
+    QTest::newRow("no byte") << 0;
+    QTest::newRow("some bytes") << 100;
+}
+
+void ProfileWindowTest::fullDiskLeavesTheProfileAsItWas() {
+    QFETCH(int, room);
+    World tWorld;
+    tWorld.WriteFile(tWorld.ProfileFile(), Whole);
+    TestWindow t(tWorld);
+    t.LoadAndShow();
+    t.txtCommPort(0).SetText("3");
+    {
+        const support::FullDisk tFull(static_cast<rlim_t>(room));
+        QVERIFY(t.close());
+    }
+    QCOMPARE(Bytes(tWorld.ReadFile(tWorld.ProfileFile())), Bytes(Whole));
+    QCOMPARE(QDir(tWorld.Folder()).entryList(QDir::Files), QStringList{QStringLiteral("tidewatch.Ini")});
     QVERIFY(tWorld.sMessages.isEmpty());
 }
 

@@ -1,20 +1,19 @@
 // Recording: the dialog, the lines, when they reach the disk, and what a disk that takes no more does to the run.
-#include <sys/resource.h>
-
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QProcess>
 #include <QTest>
 #include <cerrno>
-#include <csignal>
 
 #include "tests/support/AisEncoder.h"
 #include "tests/support/Bytes.h"
+#include "tests/support/FullDisk.h"
 #include "tests/support/PrintString.h"
 #include "tests/support/TestWindow.h"
 #include "tests/window/RecordingChild.h"
 
 using support::Bytes;
+using support::FullDisk;
 using support::TestWindow;
 using support::World;
 
@@ -40,27 +39,6 @@ struct Recording {
     World tWorld;
     QString sFile;
     TestWindow t;
-};
-
-// Files of this process cannot grow beyond some bytes while this lives.
-class FullDisk {
-public:
-    explicit FullDisk(rlim_t lBytes) : m_pHandler(std::signal(SIGXFSZ, SIG_IGN)) {
-        ::getrlimit(RLIMIT_FSIZE, &m_tBefore);
-        rlimit tLimit = m_tBefore;
-        tLimit.rlim_cur = lBytes;
-        ::setrlimit(RLIMIT_FSIZE, &tLimit);
-    }
-    ~FullDisk() {
-        ::setrlimit(RLIMIT_FSIZE, &m_tBefore);
-        std::signal(SIGXFSZ, m_pHandler);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-
-private:
-    rlimit m_tBefore{};
-    void (*m_pHandler)(int);
 };
 
 }  // namespace

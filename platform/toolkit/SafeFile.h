@@ -1,0 +1,13 @@
+// Saving a small text file so that a failure costs nothing: the old content stays until the new one is on the disk.
+#pragma once
+
+#include <QString>
+#include <string_view>
+
+namespace toolkit {
+
+// Replaces the content of a file, or makes the file; a link is followed, permissions are kept. False when that failed
+// (no room, no such folder, a folder that takes no new file): then the file is as it was and nothing is left beside it.
+bool ReplaceFile(const QString& sPath, std::string_view sText);
+
+}  // namespace toolkit
