@@ -17,7 +17,6 @@ constexpr double ManageSeconds = 60.0;   // data link management, of each base s
 constexpr double AskSeconds = 45.0;      // interrogation, of each base station
 constexpr double TimeSeconds = 600.0;    // a ship's answer to a question for the time
 constexpr double AnswerSeconds = 1.5;    // after an interrogation
-constexpr int LongestWait = 75;          // slots that a report waits for a free one; then it is not sent
 
 constexpr int WeakestSignal = 15;
 constexpr int StrongestSignal = 45;
@@ -30,6 +29,7 @@ constexpr int AtAnchor = 1;
 constexpr int Moored = 5;
 
 std::int64_t SlotOf(double dTime) { return static_cast<std::int64_t>(std::floor(dTime / SlotSeconds)); }
+double TimeOf(std::int64_t lSlot) { return static_cast<double>(lSlot) * SlotSeconds; }
 std::int64_t MillisecondsOf(std::int64_t lSlot) { return lSlot * 80 / 3; }
 
 Identity IdentityOf(const Target& t) { return {t.lMmsi, t.lImo, t.sName, t.sCallSign, t.sDestination, t.tHull}; }
@@ -67,35 +67,25 @@ const TrafficLine& Traffic::Next() {
 void Traffic::Fill() {
     m_iMade = 0;
     m_iTaken = 0;
-    const bool bNone = m_tEvents.empty();
-    if (m_tOptions.bGps && (bNone || m_lNextGps * 1000 <= MillisecondsOf(m_tEvents.top().lSlot))) {
+    const bool bNone = m_tQueue.Empty();
+    if (m_tOptions.bGps && (bNone || m_lNextGps * 1000 <= MillisecondsOf(m_tQueue.Slot()))) {
         SayGps(m_lNextGps++);
         return;
     }
     if (bNone) return;
-    Event t = m_tEvents.top();
-    m_tEvents.pop();
-    m_lSlot = t.lSlot;
-    const double dTime = static_cast<double>(t.lSlot) * SlotSeconds;
-    if (t.eSay == Say::Steer) {
-        Steer(t.iTarget, dTime);
+    m_lSlot = m_tQueue.Slot();
+    const auto tTaken = m_tQueue.Next([this](const Event& t) { return TurnOf(t); });
+    if (!tTaken || IsDropped(tTaken->t)) return;
+    if (tTaken->t.eSay == Say::Steer) {
+        Steer(tTaken->t.iTarget, TimeOf(m_lSlot));
         return;
     }
-    if (t.eSay == Say::Position && t.lPlan != m_tSenders[static_cast<std::size_t>(t.iTarget)].lPlan) return;
-    const bool bFree = m_lLastSlot[OnSecondChannel(t) ? 1 : 0] < t.lSlot;
-    if (!bFree && t.iWaited < LongestWait) {
-        ++t.lSlot;
-        ++t.iWaited;
-        t.lOrder = m_lOrder++;
-        m_tEvents.push(t);
-        return;
-    }
-    if (t.iWaited < LongestWait) Transmit(t);
-    PlanNext(t);
+    if (!tTaken->bLate) Transmit(tTaken->t);
+    PlanNext(tTaken->t);
 }
 
 void Traffic::Add(double dTime, int iTarget, Say eSay, std::uint32_t lPlan) {
-    m_tEvents.push({std::max(SlotOf(dTime), m_lSlot), m_lOrder++, iTarget, 0, eSay, lPlan});
+    m_tQueue.Add(SlotOf(dTime), {iTarget, eSay, lPlan});
 }
 
 void Traffic::PlanFirst(int i) {
@@ -124,7 +114,7 @@ void Traffic::PlanPosition(int i) {
 }
 
 void Traffic::PlanNext(const Event& t) {
-    const double dTime = static_cast<double>(t.lSlot) * SlotSeconds;
+    const double dTime = TimeOf(m_lSlot);
     switch (t.eSay) {
         case Say::Position: {
             Sender& tSender = m_tSenders[static_cast<std::size_t>(t.iTarget)];
@@ -171,21 +161,33 @@ void Traffic::Steer(int i, double dTime) {
     PlanPosition(i);
 }
 
+bool Traffic::IsDropped(const Event& t) const {
+    return t.eSay == Say::Position && t.lPlan != m_tSenders[static_cast<std::size_t>(t.iTarget)].lPlan;
+}
+
 // The channels are used in turn, but the second half of a class B unit's data follows the first.
 bool Traffic::OnSecondChannel(const Event& t) const {
     const Sender& tSender = m_tSenders[static_cast<std::size_t>(t.iTarget)];
     return t.eSay == Say::StaticB ? tSender.bStaticOnSecond : tSender.bSecondChannel;
 }
 
+// A change of plan needs no channel, nor does a report that is not wanted any more.
+Turn Traffic::TurnOf(const Event& t) const {
+    if (t.eSay == Say::Steer || IsDropped(t)) return Turn::Go;
+    const bool bSecond = OnSecondChannel(t);
+    if (m_lLastSlot[bSecond ? 1 : 0] < m_lSlot) return Turn::Go;
+    return m_lLastSlot[bSecond ? 0 : 1] < m_lSlot ? Turn::Wait : Turn::Full;
+}
+
 void Traffic::Transmit(const Event& t) {
-    const double dTime = static_cast<double>(t.lSlot) * SlotSeconds;
+    const double dTime = TimeOf(m_lSlot);
     Sender& tSender = m_tSenders[static_cast<std::size_t>(t.iTarget)];
     const bool bSecond = OnSecondChannel(t);
     if (t.eSay == Say::Static) tSender.bStaticOnSecond = bSecond;
     if (t.eSay != Say::StaticB) tSender.bSecondChannel = !bSecond;
     m_tHarbour.Move(t.iTarget, dTime);
     Encode(t.iTarget, t.eSay, dTime);
-    m_lLastSlot[bSecond ? 1 : 0] = t.lSlot + (m_tBits.Bits() > 168 ? 1 : 0);  // longer messages take two slots
+    m_lLastSlot[bSecond ? 1 : 0] = m_lSlot + (m_tBits.Bits() > 168 ? 1 : 0);  // longer messages take two slots
     Hear(m_tHarbour.At(t.iTarget), dTime, bSecond ? 'B' : 'A');
 }
 

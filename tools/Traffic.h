@@ -7,7 +7,6 @@
 #pragma once
 
 #include <cstdint>
-#include <queue>
 #include <string>
 #include <vector>
 
@@ -15,6 +14,7 @@
 #include "tools/AisEncoding.h"
 #include "tools/Harbour.h"
 #include "tools/Random.h"
+#include "tools/SlotQueue.h"
 
 namespace simulator {
 
@@ -48,20 +48,6 @@ public:
     void SetInterval(int iInterval) { m_iInterval = iInterval; }
 
 private:
-    enum class Say { Position, Static, StaticB, Manage, Ask, Time, Steer };
-    struct Event {
-        std::int64_t lSlot;
-        std::uint64_t lOrder;  // of two events in one slot the one made first
-        int iTarget;
-        int iWaited;  // slots that it has waited for its channel
-        Say eSay;
-        std::uint32_t lPlan;  // a position report is dropped when its target has made another plan since
-    };
-    struct Later {
-        bool operator()(const Event& a, const Event& b) const {
-            return a.lSlot != b.lSlot ? a.lSlot > b.lSlot : a.lOrder > b.lOrder;
-        }
-    };
     // What the simulation keeps of a target besides its way.
     struct Sender {
         double dNominal = 0;  // time of the next position report before the scatter
@@ -77,7 +63,9 @@ private:
     void PlanPosition(int i);
     void PlanNext(const Event& t);
     void Steer(int i, double dTime);
+    bool IsDropped(const Event& t) const;
     bool OnSecondChannel(const Event& t) const;
+    Turn TurnOf(const Event& t) const;
     void Transmit(const Event& t);
     void Encode(int i, Say eSay, double dTime);
     void EncodeReport(const Target& t, double dTime);
@@ -93,8 +81,7 @@ private:
     Random m_tReception;  // of what is lost or damaged: does not change what is sent
     std::vector<Sender> m_tSenders;
     std::vector<int> m_iShips;  // the targets that can be asked
-    std::priority_queue<Event, std::vector<Event>, Later> m_tEvents;
-    std::uint64_t m_lOrder = 0;
+    SlotQueue m_tQueue;
     std::int64_t m_lSlot = 0;  // now
     std::int64_t m_lLastSlot[2] = {-1, -1};
     std::int64_t m_lNextGps = 0;

@@ -2,6 +2,7 @@
 // generator makes.
 #include "tools/RecordWriter.h"
 
+#include <QCryptographicHash>
 #include <QFile>
 #include <QTest>
 
@@ -11,12 +12,14 @@ using namespace simulator;
 
 namespace {
 
-std::string FileOf(std::string_view sKind, std::int64_t lLines) {
-    RecordWriter tWriter(*FindRecordKind(sKind), lLines);
+std::string FileOf(const RecordKind& tKind, std::int64_t lLines) {
+    RecordWriter tWriter(tKind, lLines);
     std::string s;
     for (std::int64_t l = 0; l < lLines; ++l) tWriter.AppendLine(s);
     return s;
 }
+
+std::string FileOf(std::string_view sKind, std::int64_t lLines) { return FileOf(*FindRecordKind(sKind), lLines); }
 
 std::vector<std::string> LinesOf(const std::string& sFile) {
     std::vector<std::string> sLines;
@@ -44,6 +47,8 @@ private slots:
     void unknownKindIsRefused();
     void samplesAreWhatTheGeneratorMakes_data();
     void samplesAreWhatTheGeneratorMakes();
+    void aCrowdsFileStaysWhatItWas_data();
+    void aCrowdsFileStaysWhatItWas();
 };
 
 void RecordWriterTest::linesHaveStampBlankAndSentence_data() {
@@ -135,6 +140,35 @@ void RecordWriterTest::samplesAreWhatTheGeneratorMakes() {
     QVERIFY(tFile.open(QIODevice::ReadOnly));
     QVERIFY(tFile.size() < lLargest);
     QVERIFY(tFile.readAll().toStdString() == FileOf(sKind, lLines));
+}
+
+// More ships than the slots can carry. The sums are those of the files that the generator made when it still asked
+// every waiting ship in every slot: the same options must go on to make the same file.
+void RecordWriterTest::aCrowdsFileStaysWhatItWas_data() {
+    QTest::addColumn<std::string>("sKind");
+    QTest::addColumn<std::uint64_t>("lSeed");
+    QTest::addColumn<int>("iTargets");
+    QTest::addColumn<std::int64_t>("lLines");
+    QTest::addColumn<QByteArray>("sMd5");
+    QTest::newRow("damaged, 500") << std::string("damaged") << std::uint64_t{4} << 500 << std::int64_t{20000}
+                                  << QByteArray("c34a22a4a882220b700afa43aa0902c4");
+    QTest::newRow("mixed, 3000") << std::string("mixed") << std::uint64_t{8} << 3000 << std::int64_t{40000}
+                                 << QByteArray("7c42542e9d81136b2df8e0de928a51b1");
+    QTest::newRow("mixed, 20000") << std::string("mixed") << std::uint64_t{10} << 20000 << std::int64_t{30000}
+                                  << QByteArray("1d4a57a9d0ec850a03903f67bf91bf06");
+}
+
+void RecordWriterTest::aCrowdsFileStaysWhatItWas() {
+    QFETCH(std::string, sKind);
+    QFETCH(std::uint64_t, lSeed);
+    QFETCH(int, iTargets);
+    QFETCH(std::int64_t, lLines);
+    QFETCH(QByteArray, sMd5);
+    RecordKind tKind = *FindRecordKind(sKind);
+    tKind.tTraffic.lSeed = lSeed;
+    tKind.tTraffic.iTargets = iTargets;
+    const QByteArray sFile = QByteArray::fromStdString(FileOf(tKind, lLines));
+    QCOMPARE(QCryptographicHash::hash(sFile, QCryptographicHash::Md5).toHex(), sMd5);
 }
 
 QTEST_GUILESS_MAIN(RecordWriterTest)
