@@ -30,6 +30,16 @@ FormDesign::FormDesign(toolkit::Platform tPlatform) : m_tPlatform(std::move(tPla
     DesignDiagram();
     DesignTiming();
     DesignTabOrder();
+    DesignPlaces();
+}
+
+void FormDesign::DesignPlaces() {
+    PutPorts();
+    PutReceiver();
+    PutViews();
+    PutAbout();
+    PutDiagram();
+    PutTiming();
 }
 
 std::string FormDesign::Name(const QWidget& tControl) { return tControl.objectName().toStdString(); }
@@ -161,6 +171,16 @@ double FormDesign::PutRow(double dLeft, double dTop, const std::vector<std::pair
         dLeft += dOwn + ColumnGap;
     }
     return dTop + dHeight;
+}
+
+void FormDesign::AddLabel(QWidget& tField, const QString& sCaption) {
+    auto* pLabel = new QLabel(sCaption, tField.parentWidget());
+    pLabel->setObjectName(tField.objectName() + QLatin1String("Label"));
+    pLabel->setBuddy(&tField);
+}
+
+QLabel* FormDesign::LabelOf(const QWidget& tField) {
+    return tField.parentWidget()->findChild<QLabel*>(tField.objectName() + QLatin1String("Label"));
 }
 
 void FormDesign::DesignTabOrder() {

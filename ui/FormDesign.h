@@ -158,6 +158,8 @@ public:
     const std::map<std::string, Rect>& Rects() const { return m_tRects; }
 
 protected:
+    // Works out where everything stands in the present font and style.
+    void DesignPlaces();
     // Puts a control somewhere; what the latest layout gave it is kept in Rects.
     void Place(QWidget& tControl, const Rect& tRect);
     const Rect& Design(const QWidget& tControl) const { return m_tDesignRects.at(Name(tControl)); }
@@ -167,21 +169,32 @@ private:
     TimingLabels MakeTimingLabels() { return {*new QLabel(&pctTiming), *new QLabel(&pctTiming)}; }
     void Put(QWidget& tControl, const Rect& tRect);  // a design-time place
     // Puts controls side by side from a place on, each in its own width and the height of the tallest; the bottom of
-    // the row in twips.
+    // the row in twips. A width of 0 is what the control itself would like.
     double PutRow(double dLeft, double dTop, const std::vector<std::pair<QWidget*, double>>& tWidths);
     double BodyTop() const;  // top of the first control on a tab
+    // The label before a field, named after it, and where to find it again.
+    void AddLabel(QWidget& tField, const QString& sCaption);
+    static QLabel* LabelOf(const QWidget& tField);
 
     void DesignNames();
     void DesignWindow();
     void DesignPorts();  // Input, Output
+    void DesignPort(toolkit::PortBox& txtPort, toolkit::TextBox& txtSettings, const QString& sPort);
     void DesignReceiver();
     void DesignViews();  // AIS, GPS, Targets, Messages, Spec
     void DesignAbout();
     void DesignDiagram();
     void DesignTiming();
     void DesignTabOrder();
-    void DesignPortRow(QCheckBox& chk, toolkit::PortBox& txtPort, toolkit::TextBox& txtSettings, double dTop,
-                       const QString& sPort);
+
+    void PutPorts();
+    double PutPortRow(QCheckBox& chk, toolkit::PortBox& txtPort, toolkit::TextBox& txtSettings, double dTop);
+    void PutReceiver();
+    void PutViews();
+    void PutTargets();
+    void PutAbout();
+    void PutDiagram();
+    void PutTiming();
 
     std::map<std::string, Rect> m_tDesignRects;
     std::map<std::string, Rect> m_tRects;

@@ -3,49 +3,42 @@
 #include <array>
 
 #include "nmea/PortIndex.h"
+#include "platform/toolkit/FieldWidth.h"
 #include "platform/toolkit/Twips.h"
 #include "ui/FormDesign.h"
 
 namespace ui {
 
+using toolkit::FieldWidth;
 using toolkit::ToTwips;
 
 namespace {
 
-constexpr double Margin = 120;          // twips from a tab's left edge to its controls
-constexpr double RowGap = 90;           // between rows
-constexpr double PortWidth = 2400;      // wide enough for "ttyUSB0" and then some
-constexpr double SettingsWidth = 1800;  // "38400,n,8,1"
+constexpr double Margin = 120;  // twips from a tab's left edge to its controls
+constexpr double RowGap = 90;   // between rows
+
+// The widest texts that the fields show whole; longer ones scroll.
+constexpr char PortTemplate[] = "/dev/serial/ttyUSB0";
+constexpr char SettingsTemplate[] = "115200,n,8,1.5";
+constexpr char ChannelTemplate[] = "00000";
 
 constexpr char SettingsTip[] = "Baud rate, parity (n, e, o, m, s), data bits, stop bits: 38400,n,8,1";
 
 }  // namespace
 
-void FormDesign::DesignPortRow(QCheckBox& chk, toolkit::PortBox& txtPort, toolkit::TextBox& txtSettings, double dTop,
-                               const QString& sPort) {
-    auto* pPortLabel = new QLabel(tr("Port"), chk.parentWidget());
-    auto* pSettingsLabel = new QLabel(tr("Settings"), chk.parentWidget());
-    pPortLabel->setObjectName(txtPort.objectName() + QLatin1String("Label"));
-    pSettingsLabel->setObjectName(txtSettings.objectName() + QLatin1String("Label"));
-    pPortLabel->setBuddy(&txtPort);
-    pSettingsLabel->setBuddy(&txtSettings);
+void FormDesign::DesignPort(toolkit::PortBox& txtPort, toolkit::TextBox& txtSettings, const QString& sPort) {
+    AddLabel(txtPort, tr("Port"));
+    AddLabel(txtSettings, tr("Settings"));
     txtPort.SetTip(tr("Serial port: a number (6 or COM6 is /dev/ttyS5), a name such as ttyUSB0, or a path"));
     txtSettings.setToolTip(tr(SettingsTip));
     txtSettings.SetTypingLimit(79);  // what the profile keeps of a value
     txtPort.setAccessibleName(tr("Port of %1").arg(sPort));
     txtSettings.setAccessibleName(tr("Settings of %1").arg(sPort));
-    PutRow(Margin, dTop,
-           {{&chk, ToTwips(chk.sizeHint().width()) + 120},
-            {pPortLabel, 0},
-            {&txtPort, PortWidth},
-            {pSettingsLabel, 0},
-            {&txtSettings, SettingsWidth}});
 }
 
 void FormDesign::DesignPorts() {
     const std::array<const char*, 2> sSettings = {"38400,n,8,1", "4800,n,8,1"};
     const std::array<const char*, 2> sPorts = {"6", "5"};
-    double dTop = BodyTop();
     for (nmea::PortIndex i = 0; i < nmea::PortCount; ++i) {
         const QString sPort = tr("input #%1").arg(i + 1);
         chkCommEnabled(i).setText(i == 0 ? tr("Input #&1") : tr("Input #&2"));
@@ -53,28 +46,44 @@ void FormDesign::DesignPorts() {
         chkCommEnabled(i).setChecked(i == 0);
         txtCommPort(i).SetText(sPorts[static_cast<std::size_t>(i)]);
         txtCommSettings(i).SetText(sSettings[static_cast<std::size_t>(i)]);
-        DesignPortRow(chkCommEnabled(i), txtCommPort(i), txtCommSettings(i), dTop, sPort);
-        dTop += Design(txtCommPort(i)).dHeight + RowGap;
+        DesignPort(txtCommPort(i), txtCommSettings(i), sPort);
         lstCommData(i).SetShowsMarks(true);
         lstCommData(i).setToolTip(tr("#%1, NEMA 0183 Data, Highlighted indicates Decoded Data").arg(i + 1));
         lstCommData(i).setAccessibleName(tr("Lines of %1").arg(sPort));
     }
-    for (nmea::PortIndex i = 0; i < nmea::PortCount; ++i) Put(lstCommData(i), {Margin, dTop, 9000, 3000});
-
     chkOutputEnabled.setText(tr("&Output"));
     chkOutputEnabled.setToolTip(tr("Forward every accepted line to the output port"));
     txtOutputPort.SetText("6");
     txtOutputSettings.SetText("38400,n,8,1");
-    DesignPortRow(chkOutputEnabled, txtOutputPort, txtOutputSettings, BodyTop(), tr("output"));
+    DesignPort(txtOutputPort, txtOutputSettings, tr("output"));
     chkOutputRMC.setText(tr("R&MC from GLL"));
     chkOutputRMC.setToolTip(tr("Create RMC Data from GLL Data"));
-    const Rect& tSettings = Design(txtOutputSettings);
-    PutRow(tSettings.dLeft + tSettings.dWidth + 2 * Margin, tSettings.dTop,
-           {{&chkOutputRMC, ToTwips(chkOutputRMC.sizeHint().width()) + 120}});
     lstOutputData.SetShowsMarks(true);
     lstOutputData.setToolTip(tr("NMEA 0183 Output, Highlighted indicates forwarded or created Data"));
     lstOutputData.setAccessibleName(tr("Lines of output"));
-    Put(lstOutputData, {Margin, tSettings.dTop + tSettings.dHeight + RowGap, 9000, 3000});
+}
+
+double FormDesign::PutPortRow(QCheckBox& chk, toolkit::PortBox& txtPort, toolkit::TextBox& txtSettings, double dTop) {
+    return PutRow(Margin, dTop,
+                  {{&chk, ToTwips(chk.sizeHint().width()) + 120},
+                   {LabelOf(txtPort), 0},
+                   {&txtPort, ToTwips(FieldWidth(txtPort, PortTemplate))},
+                   {LabelOf(txtSettings), 0},
+                   {&txtSettings, ToTwips(FieldWidth(txtSettings, SettingsTemplate))}});
+}
+
+void FormDesign::PutPorts() {
+    double dTop = BodyTop();
+    for (nmea::PortIndex i = 0; i < nmea::PortCount; ++i) {
+        dTop = PutPortRow(chkCommEnabled(i), txtCommPort(i), txtCommSettings(i), dTop) + RowGap;
+    }
+    for (nmea::PortIndex i = 0; i < nmea::PortCount; ++i) Put(lstCommData(i), {Margin, dTop, 9000, 3000});
+
+    const double dBottom = PutPortRow(chkOutputEnabled, txtOutputPort, txtOutputSettings, BodyTop());
+    const Rect& tSettings = Design(txtOutputSettings);
+    PutRow(tSettings.dLeft + tSettings.dWidth + 2 * Margin, tSettings.dTop,
+           {{&chkOutputRMC, ToTwips(chkOutputRMC.sizeHint().width()) + 120}});
+    Put(lstOutputData, {Margin, dBottom + RowGap, 9000, 3000});
 }
 
 void FormDesign::DesignReceiver() {
@@ -88,8 +97,6 @@ void FormDesign::DesignReceiver() {
     txtRxNasaInterval.setToolTip(sIntervalTip);
     txtRxNasaChannel.setAccessibleName(tr("Receive channel"));
     txtRxNasaInterval.setAccessibleName(tr("Report interval"));
-    txtRxNasaChannel.setMaximumWidth(80);
-    txtRxNasaInterval.setMaximumWidth(80);
     cmdRxNasaChannel.setText(tr("Set &Channel"));
     cmdRxNasaInterval.setText(tr("Set &Interval"));
     cmdRxNasaChannel.setToolTip(sChannelTip);
@@ -120,7 +127,11 @@ void FormDesign::DesignReceiver() {
     pLegend->addWidget(new QLabel(tr("A = VHF 87 161.975 MHz"), &frmRxLabel), 0, 0);
     pLegend->addWidget(new QLabel(tr("B = VHF 88 162.025 MHz"), &frmRxLabel), 1, 0);
     pLegend->setRowStretch(2, 1);
+}
 
+void FormDesign::PutReceiver() {
+    txtRxNasaChannel.setFixedWidth(FieldWidth(txtRxNasaChannel, ChannelTemplate));
+    txtRxNasaInterval.setFixedWidth(FieldWidth(txtRxNasaInterval, ChannelTemplate));
     const double dTop = BodyTop();
     const QSize tFrame = frmRxNasa.sizeHint().expandedTo(frmRxLabel.sizeHint());
     const double dFrameHeight = ToTwips(frmRxNasa.sizeHint().height());

@@ -1,6 +1,8 @@
 // The Timing tab: the three inputs and the picture with its three rows of labels.
+#include <algorithm>
 #include <array>
 
+#include "platform/toolkit/FieldWidth.h"
 #include "platform/toolkit/Twips.h"
 #include "ui/FormDesign.h"
 
@@ -12,9 +14,12 @@ namespace {
 
 constexpr double Margin = 120;
 constexpr double RowGap = 90;
-constexpr double InputWidth = 1050;
 constexpr double BarHeight = 450;
 constexpr double BarGap = 240;
+
+// The widest line of the summary, with room for times of up to five digits.
+constexpr char SummaryTemplate[] = "Single Ch Alterating, Time Between Messages, Min 00000 sec, Max 00000 sec";
+constexpr char RateTemplate[] = "0000000";
 
 }  // namespace
 
@@ -31,25 +36,15 @@ void FormDesign::DesignTiming() {
         {txtTimingTimeSpan, "360", "Time Span",
          "Time Span (seconds), should be multiple of Tx Rate and Rc Alternating Rate"},
     }};
-    std::vector<std::pair<QWidget*, double>> tRow;
     for (const Input& t : tInputs) {
-        auto* pLabel = new QLabel(tr(t.sLabel), &PageTiming);
-        pLabel->setObjectName(t.txt.objectName() + QLatin1String("Label"));
-        pLabel->setBuddy(&t.txt);
-        pLabel->setToolTip(tr(t.sTip));
+        AddLabel(t.txt, tr(t.sLabel));
+        LabelOf(t.txt)->setToolTip(tr(t.sTip));
         t.txt.SetText(t.sText);
         t.txt.setToolTip(tr(t.sTip));
         t.txt.setAccessibleName(tr(t.sLabel));
-        tRow.push_back({pLabel, 0});
-        tRow.push_back({&t.txt, InputWidth});
     }
     cmdTimingApply.setText(tr("&Apply"));
-    tRow.push_back({&cmdTimingApply, 0});
-    const double dInputs = PutRow(Margin, BodyTop(), tRow);
     lblTimingMessage.setTextFormat(Qt::PlainText);
-    const double dLine = ToTwips(lblTimingMessage.fontMetrics().lineSpacing());
-    Put(lblTimingMessage, {Margin, dInputs + RowGap, 9000, dLine});
-    const double dPicture = dInputs + 2 * RowGap + dLine;
 
     lblTimingChA.Name.setText(tr("Ch A"));
     lblTimingChB.Name.setText(tr("Ch B"));
@@ -57,22 +52,40 @@ void FormDesign::DesignTiming() {
     lblTimingChA.Percentage.setToolTip(tr("Percentage of  Messages for Channel A"));
     lblTimingChB.Percentage.setToolTip(tr("Percentage of Messages for Channel B"));
     lblTimingChAlternate.Percentage.setToolTip(tr("Percentage of Total Messages for Alternating Channel"));
-    const double dNameWidth = ToTwips(lblTimingChAlternate.Name.sizeHint().width()) + Margin;
-    const double dPercentageWidth = ToTwips(lblTimingChA.Percentage.fontMetrics().horizontalAdvance(tr(" 100% ")));
-    double dTop = Margin;
     for (const TimingLabels& t : {lblTimingChA, lblTimingChB, lblTimingChAlternate}) {
         t.Percentage.setText(tr("100%"));
         t.Percentage.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        Put(t.Name, {0, dTop, dNameWidth, BarHeight});
-        Put(t.Percentage, {9000 - dPercentageWidth, dTop, dPercentageWidth, BarHeight});
-        dTop += BarHeight + BarGap;
     }
     lblTimingSummary.setTextFormat(Qt::PlainText);
     lblTimingSummary.setTextInteractionFlags(Qt::TextSelectableByMouse);  // also what breaks lines at a CR
     lblTimingSummary.setText(tr("Time Between Messages, Min 30 Sec, Max 210 Sec"));
     lblTimingSummary.setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    Put(lblTimingSummary, {dNameWidth, dTop, 9000 - dNameWidth, 3.5 * dLine});
-    Put(pctTiming, {Margin, dPicture, 9000, dTop + 4 * dLine});
+}
+
+void FormDesign::PutTiming() {
+    std::vector<std::pair<QWidget*, double>> tRow;
+    for (toolkit::TextBox* pBox : {&txtTimingRateTx, &txtTimingRateRc, &txtTimingTimeSpan}) {
+        tRow.push_back({LabelOf(*pBox), 0});
+        tRow.push_back({pBox, ToTwips(toolkit::FieldWidth(*pBox, RateTemplate))});
+    }
+    tRow.push_back({&cmdTimingApply, 0});
+    const double dInputs = PutRow(Margin, BodyTop(), tRow);
+    const QFontMetrics tMetrics = lblTimingSummary.fontMetrics();
+    const double dLine = ToTwips(tMetrics.lineSpacing());
+    const double dNameWidth = ToTwips(lblTimingChAlternate.Name.sizeHint().width()) + Margin;
+    const double dPercentageWidth = ToTwips(tMetrics.horizontalAdvance(tr(" 100% ")));
+    const double dSummaryWidth = ToTwips(tMetrics.horizontalAdvance(tr(SummaryTemplate)));
+    const double dWidth = dNameWidth + std::max(dSummaryWidth, dPercentageWidth);
+    const double dBar = std::max(BarHeight, dLine);
+    double dTop = Margin;
+    for (const TimingLabels& t : {lblTimingChA, lblTimingChB, lblTimingChAlternate}) {
+        Put(t.Name, {0, dTop, dNameWidth, dBar});
+        Put(t.Percentage, {dWidth - dPercentageWidth, dTop, dPercentageWidth, dBar});
+        dTop += dBar + BarGap;
+    }
+    Put(lblTimingSummary, {dNameWidth, dTop, dWidth - dNameWidth, 3.5 * dLine});
+    Put(lblTimingMessage, {Margin, dInputs + RowGap, dWidth, dLine});
+    Put(pctTiming, {Margin, dInputs + 2 * RowGap + dLine, dWidth, dTop + 4 * dLine});
 }
 
 }  // namespace ui

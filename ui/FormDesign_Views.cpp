@@ -1,4 +1,5 @@
 // The tabs that show what was heard: AIS, GPS, Targets, Messages, Spec; and About.
+#include "platform/toolkit/FieldWidth.h"
 #include "platform/toolkit/Icons.h"
 #include "platform/toolkit/Twips.h"
 #include "targets/TargetColumns.h"
@@ -13,33 +14,27 @@ namespace {
 constexpr double Margin = 120;
 constexpr double RowGap = 90;
 constexpr double IconSide = 64 * toolkit::TwipsPerPixel;
-constexpr double PositionWidth = 1650;  // "000-00.00'W" with room
+
+constexpr char PositionTemplate[] =
+    "000\xB0"
+    "00.00'W";
+constexpr int MmsiDigits = 9;
+constexpr int AboutChars = 64;  // of the disclaimer's lines
+constexpr int AboutLines = 6;
 
 }  // namespace
 
 void FormDesign::DesignViews() {
-    const double dTop = BodyTop();
     lstAisData.setAccessibleName(tr("AIS messages"));
-    Put(lstAisData, {Margin, dTop, 9000, 3000});
-
     lstGpsData.setAccessibleName(tr("GPS positions"));
-    auto* pLatLabel = new QLabel(tr("L&atitude"), &PageGps);
-    auto* pLonLabel = new QLabel(tr("L&ongitude"), &PageGps);
-    pLatLabel->setObjectName(QLatin1String("txtGpsLatLabel"));
-    pLonLabel->setObjectName(QLatin1String("txtGpsLonLabel"));
-    pLatLabel->setBuddy(&txtGpsLat);
-    pLonLabel->setBuddy(&txtGpsLon);
+    AddLabel(txtGpsLat, tr("L&atitude"));
+    AddLabel(txtGpsLon, tr("L&ongitude"));
     txtGpsLat.setToolTip(tr("Latitude"));
     txtGpsLon.setToolTip(tr("Longitude"));
     txtGpsLat.setAccessibleName(tr("Own latitude"));
     txtGpsLon.setAccessibleName(tr("Own longitude"));
     txtGpsLat.SetText("00 00.00 N");
     txtGpsLon.SetText("000 00.00 W");
-    const double dBody =
-        PutRow(Margin, dTop,
-               {{pLatLabel, 0}, {&txtGpsLat, PositionWidth}, {pLonLabel, 0}, {&txtGpsLon, PositionWidth}}) +
-        RowGap;
-    Put(lstGpsData, {Margin, dBody, 9000, 3000});
 
     cmbTargetDetail.SetItems(targets::DetailModes);
     cmbTargetDetail.SetListIndex(0);
@@ -47,27 +42,17 @@ void FormDesign::DesignViews() {
     cmbTargetDetail.setToolTip(tr("Detail Data"));
     cmbTargetSort.setToolTip(tr("Sort Targets Criteria"));
     cmbTargetTarget.setToolTip(tr("Selected Target"));
+    for (QComboBox* pBox : {static_cast<QComboBox*>(&cmbTargetDetail), static_cast<QComboBox*>(&cmbTargetSort)}) {
+        pBox->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    }
+    cmbTargetTarget.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    cmbTargetTarget.setMinimumContentsLength(MmsiDigits);
     chkTargetTrack.setText(tr("Trac&k"));
     chkTargetTrack.setToolTip(tr("Track Selected Target"));
     cmbTargetTarget.setAccessibleName(tr("Selected target"));
-    auto* pDetailLabel = new QLabel(tr("&Detail"), &PageTargets);
-    auto* pSortLabel = new QLabel(tr("Sort b&y"), &PageTargets);
-    auto* pTargetLabel = new QLabel(tr("Tar&get"), &PageTargets);
-    pDetailLabel->setObjectName(QLatin1String("cmbTargetDetailLabel"));
-    pSortLabel->setObjectName(QLatin1String("cmbTargetSortLabel"));
-    pTargetLabel->setObjectName(QLatin1String("cmbTargetTargetLabel"));
-    pDetailLabel->setBuddy(&cmbTargetDetail);
-    pSortLabel->setBuddy(&cmbTargetSort);
-    pTargetLabel->setBuddy(&cmbTargetTarget);
-    const double dGrid = PutRow(Margin, dTop,
-                                {{pDetailLabel, 0},
-                                 {&cmbTargetDetail, 1500},
-                                 {pSortLabel, 0},
-                                 {&cmbTargetSort, 1350},
-                                 {pTargetLabel, 0},
-                                 {&cmbTargetTarget, 1950},
-                                 {&chkTargetTrack, 0}}) +
-                         RowGap;
+    AddLabel(cmbTargetDetail, tr("&Detail"));
+    AddLabel(cmbTargetSort, tr("Sort b&y"));
+    AddLabel(cmbTargetTarget, tr("Tar&get"));
 
     grdTargetData.setAccessibleName(tr("Targets"));
     grdTargetData.Cells.SetCols(targets::TargetColumnCount);
@@ -78,22 +63,34 @@ void FormDesign::DesignViews() {
         grdTargetData.Cells.SetText(0, iCol, tColumn.sHeader, runtime::AlignCentre);
         grdTargetData.SetColumn(iCol, tColumn.sTemplate, bShown, grdTargetData.TextWidth(tColumn.sTemplate));
     }
-    Put(grdTargetData, {Margin, dGrid, 9000, 3000});
     grdMessageData.setAccessibleName(tr("Message counts"));
-    Put(grdMessageData, {Margin, dTop, 9000, 3000});
     grdSpecData.setAccessibleName(tr("AIS reporting rates"));
+}
+
+void FormDesign::PutViews() {
+    const double dTop = BodyTop();
+    Put(lstAisData, {Margin, dTop, 9000, 3000});
+    const double dPosition = ToTwips(toolkit::FieldWidth(txtGpsLon, PositionTemplate));
+    const double dPositions =
+        PutRow(Margin, dTop,
+               {{LabelOf(txtGpsLat), 0}, {&txtGpsLat, dPosition}, {LabelOf(txtGpsLon), 0}, {&txtGpsLon, dPosition}});
+    Put(lstGpsData, {Margin, dPositions + RowGap, 9000, 3000});
+    const double dChoices = PutRow(Margin, dTop,
+                                   {{LabelOf(cmbTargetDetail), 0},
+                                    {&cmbTargetDetail, 0},
+                                    {LabelOf(cmbTargetSort), 0},
+                                    {&cmbTargetSort, 0},
+                                    {LabelOf(cmbTargetTarget), 0},
+                                    {&cmbTargetTarget, 0},
+                                    {&chkTargetTrack, 0}});
+    Put(grdTargetData, {Margin, dChoices + RowGap, 9000, 3000});
+    Put(grdMessageData, {Margin, dTop, 9000, 3000});
     Put(grdSpecData, {Margin, dTop, 9000, 3000});
 }
 
 void FormDesign::DesignAbout() {
-    const double dTop = BodyTop() + 2 * Margin;
-    const double dLeft = 2 * Margin + IconSide + 2 * Margin;
     picAboutIcon.setPixmap(toolkit::ProgramIcon().pixmap(QSize(64, 64), devicePixelRatioF()));
     picAboutIcon.setAccessibleName(tr("Program icon"));
-    QFont tTitle = lblAboutTitle.font();
-    tTitle.setPointSizeF(tTitle.pointSizeF() * 1.8);
-    tTitle.setBold(true);
-    lblAboutTitle.setFont(tTitle);
     lblAboutTitle.setText(tr("Tidewatch"));
     for (QLabel* pLabel : {&lblAboutTitle, &lblAboutDescription, &lblAboutDisclaimer}) {
         pLabel->setTextFormat(Qt::PlainText);
@@ -101,12 +98,23 @@ void FormDesign::DesignAbout() {
         pLabel->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     }
     lblAboutDisclaimer.setWordWrap(true);
-    const double dLine = ToTwips(lblAboutDescription.fontMetrics().lineSpacing());
+}
+
+void FormDesign::PutAbout() {
+    const double dTop = BodyTop() + 2 * Margin;
+    const double dLeft = 2 * Margin + IconSide + 2 * Margin;
+    QFont tTitle = font();
+    tTitle.setPointSizeF(tTitle.pointSizeF() * 1.8);
+    tTitle.setBold(true);
+    lblAboutTitle.setFont(tTitle);
+    const QFontMetrics tMetrics = lblAboutDescription.fontMetrics();
+    const double dLine = ToTwips(tMetrics.lineSpacing());
     const double dTitle = ToTwips(lblAboutTitle.sizeHint().height());
+    const double dWidth = ToTwips(AboutChars * tMetrics.averageCharWidth());
     Put(picAboutIcon, {2 * Margin, dTop, IconSide, IconSide});
-    Put(lblAboutTitle, {dLeft, dTop, 6000, dTitle});
-    Put(lblAboutDescription, {dLeft, dTop + dTitle + RowGap, 6000, 3 * dLine + RowGap});
-    Put(lblAboutDisclaimer, {dLeft, dTop + dTitle + 3 * dLine + 4 * RowGap, 7200, 10 * dLine});
+    Put(lblAboutTitle, {dLeft, dTop, dWidth, dTitle});
+    Put(lblAboutDescription, {dLeft, dTop + dTitle + RowGap, dWidth, 3 * dLine + RowGap});
+    Put(lblAboutDisclaimer, {dLeft, dTop + dTitle + 3 * dLine + 4 * RowGap, dWidth, AboutLines * dLine});
 }
 
 }  // namespace ui

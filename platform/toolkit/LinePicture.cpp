@@ -7,6 +7,18 @@
 
 namespace toolkit {
 
+namespace {
+
+constexpr double LineWidth = 1.4;  // device-independent pixels
+
+}  // namespace
+
+void LinePicture::Clear() {
+    m_tLines.clear();
+    m_tBoxes.clear();
+    ClearDrawing();
+}
+
 void LinePicture::DrawLine(const ui::Stroke& tStroke) {
     m_tDrawn.push_back(tStroke);
     update();
@@ -20,13 +32,16 @@ void LinePicture::ClearDrawing() {
 void LinePicture::paintEvent(QPaintEvent*) {
     QPainter tPainter(this);
     tPainter.setRenderHint(QPainter::Antialiasing);
-    tPainter.setPen(QPen(palette().color(QPalette::WindowText), 1.4, Qt::SolidLine, Qt::RoundCap));
+    tPainter.setPen(QPen(palette().color(QPalette::WindowText), LineWidth, Qt::SolidLine, Qt::RoundCap));
     const auto tDraw = [&tPainter](const ui::Stroke& t) {
         tPainter.drawLine(QPointF(t.lX1 / TwipsPerPixel, t.lY1 / TwipsPerPixel),
                           QPointF(t.lX2 / TwipsPerPixel, t.lY2 / TwipsPerPixel));
     };
     for (const ui::Stroke& t : m_tLines) tDraw(t);
     for (const ui::Stroke& t : m_tDrawn) tDraw(t);
+    tPainter.setPen(QPen(palette().color(QPalette::Text), LineWidth, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    tPainter.setBrush(palette().base());
+    for (const QRect& t : m_tBoxes) tPainter.drawRect(QRectF(t));
 }
 
 }  // namespace toolkit

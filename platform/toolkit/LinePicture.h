@@ -1,7 +1,8 @@
-// A picture area for thin lines in the text colour of the palette, in twips: the connections and arrow heads of a
-// diagram whose boxes are labels on top of it.
+// A picture area for thin lines in the text colour of the palette, in twips: the connections, arrow heads and boxes of
+// a diagram whose captions are labels on top of it.
 #pragma once
 
+#include <QRect>
 #include <QWidget>
 #include <vector>
 
@@ -14,8 +15,11 @@ class LinePicture : public QWidget {
 public:
     using QWidget::QWidget;
 
-    // Lines that belong to the design and stay.
+    // Lines, and boxes around captions, that belong to the design and stay until Clear. A box is drawn here and not by
+    // its label: a border at a widget's edge is lost where a scale leaves the edge between two pixels of the screen.
     void AddLine(const ui::Stroke& tLine) { m_tLines.push_back(tLine); }
+    void AddBox(const QRect& tBox) { m_tBoxes.push_back(tBox); }  // device-independent pixels
+    void Clear();
     // What is drawn on top; ClearDrawing removes it.
     void DrawLine(const ui::Stroke& tStroke);
     void ClearDrawing();
@@ -28,6 +32,7 @@ protected:
 
 private:
     std::vector<ui::Stroke> m_tLines;
+    std::vector<QRect> m_tBoxes;
     std::vector<ui::Stroke> m_tDrawn;
 };
 
