@@ -1,0 +1,18 @@
+# Fails, naming the source, unless every command of compile_commands.json (sCommands) says -ffp-contract=off.
+file(READ "${sCommands}" sAll)
+string(JSON iCount LENGTH "${sAll}")
+if(iCount EQUAL 0)
+    message(FATAL_ERROR "${sCommands} holds no commands")
+endif()
+# Each entry has one "command" and one "file", so the counts of matches tell whether one is without.
+string(REGEX MATCHALL "\"command\": [^\n]*" tCommands "${sAll}")
+list(LENGTH tCommands iCommands)
+if(NOT iCommands EQUAL iCount)
+    message(FATAL_ERROR "${iCount} entries, but ${iCommands} commands")
+endif()
+foreach(sCommand IN LISTS tCommands)
+    if(NOT sCommand MATCHES " -ffp-contract=off ")
+        message(FATAL_ERROR "Compiled without -ffp-contract=off: ${sCommand}")
+    endif()
+endforeach()
+message(STATUS "${iCount} sources")
