@@ -45,6 +45,8 @@ void frmMain::DropOldestSignal() {
     const AisReport& t = m_tReports[m_lFirstReport];
     if (!t.bSignal) return;
     --m_lSignals;
+    // Its row is gone by the end, but not the sort that its levels bring, which makes the first cell the current one.
+    if (cmbTargetSort.ListIndex() == targets::SortBySignal) TargetSort();
     if (m_lSignals < runtime::LogLines::Capacity) ShowSignal(t.dt, &t.sChannel, t.sSignal, t.sThreshold, t.sInterval);
 }
 

@@ -7,10 +7,13 @@
 #include "tests/support/Bytes.h"
 #include "tests/support/PrintString.h"
 #include "tests/support/TestWindow.h"
+#include "tests/window/Views.h"
 #include "tools/Traffic.h"
 
 using support::Bytes;
+using support::Difference;
 using support::TestWindow;
+using support::Views;
 using support::World;
 
 namespace {
@@ -52,53 +55,6 @@ TimedLines Recorded(const std::string& sRecord) {
         i = iEnd + 2;
     }
     return tLines;
-}
-
-// Everything that a run leaves in the window's views, as text.
-QStringList Views(TestWindow& t) {
-    QStringList sAll;
-    const auto tLog = [&](const char* sName, toolkit::LogList& lst) {
-        const auto bMarks = t.Marks(lst);
-        std::size_t i = 0;
-        for (const std::string& sLine : t.Lines(lst)) {
-            sAll << QLatin1String(sName) + QLatin1Char(bMarks[i++] ? '+' : '-') + QString::fromLatin1(Bytes(sLine));
-        }
-    };
-    tLog("raw ", t.lstCommData(0));
-    tLog("receiver ", t.lstRxData);
-    tLog("ais ", t.lstAisData);
-    tLog("gps ", t.lstGpsData);
-    tLog("output ", t.lstOutputData);
-    const auto tGrid = [&](const char* sName, toolkit::Grid& grd) {
-        for (int iRow = 0; iRow < grd.Cells.Rows(); ++iRow) {
-            QString sRow = QLatin1String(sName) + QLatin1Char(grd.Cells.Hidden(iRow) ? 'h' : 's');
-            for (int iCol = 0; iCol < grd.Cells.Cols(); ++iCol) {
-                sRow += QLatin1Char('|') + QString::fromLatin1(Bytes(t.Cell(grd, iRow, iCol)));
-            }
-            sAll << sRow;
-        }
-    };
-    tGrid("target ", t.grdTargetData);
-    tGrid("count ", t.grdMessageData);
-    for (int i = 0; i < t.cmbTargetTarget.Items.Count(); ++i) {
-        sAll << QStringLiteral("item %1 %2")
-                    .arg(t.cmbTargetTarget.Items.At(i).lNumber)
-                    .arg(t.cmbTargetTarget.Items.At(i).lData);
-    }
-    sAll << QStringLiteral("chosen ") + t.cmbTargetTarget.currentText();
-    sAll << QStringLiteral("summary ") + QString::fromLatin1(Bytes(t.Panel(2)));
-    sAll << QStringLiteral("own %1 %2").arg(t.m_dLatitude, 0, 'g', 17).arg(t.m_dLongitude, 0, 'g', 17);
-    return sAll;
-}
-
-// The first difference, for the person who reads the failure.
-QString Difference(const QStringList& sA, const QStringList& sB) {
-    for (qsizetype i = 0; i < std::max(sA.size(), sB.size()); ++i) {
-        const QString sLeft = sA.value(i, QStringLiteral("nothing"));
-        const QString sRight = sB.value(i, QStringLiteral("nothing"));
-        if (sLeft != sRight) return sLeft + QLatin1String("  <>  ") + sRight;
-    }
-    return {};
 }
 
 void Prepare(TestWindow& t, int iSort, bool bTrack) {
