@@ -24,7 +24,8 @@ void frmMain::PlaybackStart(bool bBurst) {
     try {
         m_iRecordFile = m_tFiles.FreeFile();
         m_tFiles.OpenForInput(m_iRecordFile, QFile::encodeName(*sFile).toStdString());
-    } catch (const runtime::FileError&) {
+    } catch (const runtime::FileError& tError) {
+        ShowError(std::string("Playback - ") + tError.what());
         return;
     }
     setWindowTitle(tr("Tidewatch - ") + QFileInfo(*sFile).fileName());
@@ -38,6 +39,7 @@ void frmMain::PlaybackStart(bool bBurst) {
         Toolbar.SetPressed(QLatin1String(ui::KeyPlaybackBurst), true);
         m_bPlaybackBurst = true;
         PlaybackBurst(0);
+        m_tFiles.Retire(m_iRecordFile);  // kept open on purpose, but no longer than its number is free
     } else {
         Toolbar.SetPressed(QLatin1String(ui::KeyPlayback), true);
         m_bPlayback = true;

@@ -17,7 +17,8 @@ void frmMain::RecordStart() {
     try {
         m_iRecordFile = m_tFiles.FreeFile();
         m_tFiles.OpenForOutput(m_iRecordFile, QFile::encodeName(*sFile).toStdString());
-    } catch (const runtime::FileError&) {
+    } catch (const runtime::FileError& tError) {
+        ShowError(std::string("Record - ") + tError.what());
         return;
     }
     Toolbar.SetEnabled(QLatin1String(ui::KeyRecord), false);

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <limits>
 #include <system_error>
 #include <vector>
 
@@ -17,6 +18,7 @@ namespace {
 
 constexpr std::size_t BlockSize = 128 * 1024;
 constexpr std::size_t LongestLineEnd = 2;
+constexpr std::uint64_t InUse = std::numeric_limits<std::uint64_t>::max();
 constexpr mode_t NewFileMode = 0666;  // less what the user's mask takes
 // Never wait for the other end of a FIFO, never become some terminal's process.
 constexpr int OpenFlags = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
@@ -58,6 +60,7 @@ struct TextFiles::File {
 
     mode_t Kind() const;
     bool Fill();
+    void DropBuffer() noexcept;
     std::size_t Find(char c, std::size_t iFrom, std::size_t iTo) const;
     std::size_t FirstLineEnd();
     int WriteOut() noexcept;
@@ -71,6 +74,7 @@ struct TextFiles::File {
     std::size_t iBegin = 0;
     std::size_t iEnd = 0;
     std::size_t iLineFeed = 0;  // the first one at or behind iBegin, iEnd where there is none; stale when below iBegin
+    std::uint64_t lRetired = InUse;  // the number among the retired files
     // Output: not yet written.
     std::string sPending;
     bool bUnsynchronized = false;  // written, but perhaps not on the disk yet
@@ -97,6 +101,13 @@ bool TextFiles::File::Fill() {
     iEnd += static_cast<std::size_t>(iRead);
     iLineFeed = Find('\n', iLeft, iEnd);
     return iRead > 0;
+}
+
+// What was read and not handed out will be read again.
+void TextFiles::File::DropBuffer() noexcept {
+    if (iBegin < iEnd) ::lseek(iDescriptor, -static_cast<off_t>(iEnd - iBegin), SEEK_CUR);
+    std::vector<char>().swap(sBuffer);
+    iBegin = iEnd = iLineFeed = 0;
 }
 
 // The first c from iFrom on, iTo where there is none.
@@ -144,9 +155,14 @@ TextFiles::~TextFiles() {
     for (std::size_t i = 1; i < m_tFiles.size(); ++i) Close(static_cast<std::int16_t>(i));
 }
 
-std::int16_t TextFiles::FreeFile() const {
-    const auto pFree = std::find(m_tFiles.begin() + 1, m_tFiles.end(), nullptr);
-    if (pFree == m_tFiles.end()) Raise(EMFILE);
+std::int16_t TextFiles::FreeFile() {
+    auto pFree = std::find(m_tFiles.begin() + 1, m_tFiles.end(), nullptr);
+    if (pFree == m_tFiles.end()) {
+        pFree = std::min_element(m_tFiles.begin() + 1, m_tFiles.end(),
+                                 [](const auto& t1, const auto& t2) { return t1->lRetired < t2->lRetired; });
+        if ((*pFree)->lRetired == InUse) Raise(EMFILE);
+        pFree->reset();  // the file that was retired first
+    }
     return static_cast<std::int16_t>(pFree - m_tFiles.begin());
 }
 
@@ -182,6 +198,14 @@ void TextFiles::Close(std::int16_t iFile) noexcept {
     std::unique_ptr<File>& tFile = m_tFiles[static_cast<std::size_t>(iFile)];
     if (tFile->bOutput) tFile->WriteOut();
     tFile.reset();
+}
+
+void TextFiles::Retire(std::int16_t iFile) noexcept {
+    if (!IsOpen(iFile)) return;
+    File& tFile = *m_tFiles[static_cast<std::size_t>(iFile)];
+    if (tFile.bOutput) return;
+    tFile.DropBuffer();
+    tFile.lRetired = m_lRetired++;
 }
 
 TextFiles::File& TextFiles::Opened(std::int16_t iFile) const {

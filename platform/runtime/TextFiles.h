@@ -25,8 +25,9 @@ public:
     TextFiles(const TextFiles&) = delete;
     TextFiles& operator=(const TextFiles&) = delete;
 
-    // The lowest number from 1 with no open file. Raises FileError where all 255 are taken.
-    std::int16_t FreeFile() const;
+    // The lowest number from 1 with no open file. Where all 255 are taken the file that was retired first is closed and
+    // gives its number. Raises FileError where none is retired.
+    std::int16_t FreeFile();
 
     // Opens a regular file for line reading. Raises FileError (missing, unreadable, a directory, a FIFO or a device:
     // it never waits for another process).
@@ -37,6 +38,9 @@ public:
     // not reported.
     void Close(std::int16_t iFile) noexcept;
     bool IsOpen(std::int16_t iFile) const noexcept;
+    // For an input file that is not needed any more: it stays open until FreeFile needs its number, but keeps no
+    // memory. It can be read on all the same. A number that is not open for input is left alone.
+    void Retire(std::int16_t iFile) noexcept;
 
     // Nothing has been read yet.
     bool AtStart(std::int16_t iFile) const;
@@ -58,6 +62,7 @@ private:
     File& Opened(std::int16_t iFile) const;
     std::unique_ptr<File>& Unused(std::int16_t iFile);
     std::array<std::unique_ptr<File>, 256> m_tFiles;
+    std::uint64_t m_lRetired = 0;  // how many were retired so far
 };
 
 }  // namespace runtime

@@ -76,8 +76,8 @@ private slots:
     void dialogAsksForAnExistingFileBesideTheProgram();
     void nextDialogCarriesTheFilesName();
     void cancelledDialogChangesNothing();
-    void fileThatCannotBeOpenedIsSilent_data();
-    void fileThatCannotBeOpenedIsSilent();
+    void fileThatCannotBeOpenedSaysWhy_data();
+    void fileThatCannotBeOpenedSaysWhy();
     void captionAndButtonsShowThePlayback();
     void settingsStayUsable();
     void displaysAreCleared();
@@ -156,14 +156,19 @@ void PlaybackWindowTest::cancelledDialogChangesNothing() {
     QVERIFY(tWorld.sMessages.isEmpty());
 }
 
-void PlaybackWindowTest::fileThatCannotBeOpenedIsSilent_data() {
+void PlaybackWindowTest::fileThatCannotBeOpenedSaysWhy_data() {
     QTest::addColumn<QString>("kind");
-    for (const char* sKind : {"missing", "folder", "fifo", "device"})
-        QTest::newRow(sKind) << QString::fromLatin1(sKind);
+    QTest::addColumn<std::string>("reason");
+    QTest::newRow("missing") << "missing" << std::string("Playback - No such file or directory");
+    QTest::newRow("folder") << "folder" << std::string("Playback - Is a directory");
+    QTest::newRow("fifo") << "fifo" << std::string("Playback - Not a regular file");
+    QTest::newRow("device") << "device" << std::string("Playback - Not a regular file");
 }
 
-void PlaybackWindowTest::fileThatCannotBeOpenedIsSilent() {
+// Nothing else changes.
+void PlaybackWindowTest::fileThatCannotBeOpenedSaysWhy() {
     QFETCH(QString, kind);
+    QFETCH(std::string, reason);
     World tWorld;
     QString sFile = tWorld.Path(kind);
     if (kind == QLatin1String("folder")) sFile = tWorld.Folder();
@@ -180,7 +185,7 @@ void PlaybackWindowTest::fileThatCannotBeOpenedIsSilent() {
         QCOMPARE(t.windowTitle(), QStringLiteral("Tidewatch"));
         QCOMPARE(Buttons(t), std::string(Stopped));
         QCOMPARE(t.Panel(1), std::string("Stopped"));
-        QCOMPARE(t.Panel(2), std::string("1 Targets, 1 Messages"));
+        QCOMPARE(t.Panel(2), reason);
         QVERIFY(!t.m_bPlayback);
         t.Advance(2);
         QCOMPARE(t.grdTargetData.Cells.Rows(), 2);

@@ -59,8 +59,8 @@ private slots:
     void cancelledDialogChangesNothing();
     void recordingShowsInButtonAndPanel();
     void earlierContentIsReplaced();
-    void fileThatCannotBeCreatedIsSilent_data();
-    void fileThatCannotBeCreatedIsSilent();
+    void fileThatCannotBeCreatedSaysWhy_data();
+    void fileThatCannotBeCreatedSaysWhy();
     void linesAreWrittenByteForByte();
     void stampIsTheArrivalAtTheCarriageReturn();
     void onlyDecodedLinesAreWritten_data();
@@ -150,15 +150,18 @@ void RecordWindowTest::earlierContentIsReplaced() {
     QCOMPARE(Bytes(tWorld.ReadFile(sFile)), QByteArray());
 }
 
-void RecordWindowTest::fileThatCannotBeCreatedIsSilent_data() {
+void RecordWindowTest::fileThatCannotBeCreatedSaysWhy_data() {
     QTest::addColumn<QString>("file");
-    QTest::newRow("no folder") << QStringLiteral("none/record.txt");
-    QTest::newRow("a folder") << QStringLiteral(".");
-    QTest::newRow("no name") << QString();
+    QTest::addColumn<std::string>("reason");
+    QTest::newRow("no folder") << "none/record.txt" << std::string("Record - No such file or directory");
+    QTest::newRow("a folder") << "." << std::string("Record - Is a directory");
+    QTest::newRow("no name") << QString() << std::string("Record - No such file or directory");
 }
 
-void RecordWindowTest::fileThatCannotBeCreatedIsSilent() {
+// Nothing else changes.
+void RecordWindowTest::fileThatCannotBeCreatedSaysWhy() {
     QFETCH(QString, file);
+    QFETCH(std::string, reason);
     World tWorld;
     TestWindow t(tWorld);
     t.LoadAndShow();
@@ -168,7 +171,7 @@ void RecordWindowTest::fileThatCannotBeCreatedIsSilent() {
     t.Press("Record");
     QVERIFY(!t.m_bRecording);
     QCOMPARE(t.Panel(1), std::string("Running"));
-    QCOMPARE(t.Panel(2), std::string("1 Targets, 1 Messages"));
+    QCOMPARE(t.Panel(2), reason);
     QVERIFY(t.Toolbar.Enabled(QStringLiteral("Record")));
     QVERIFY(!t.Toolbar.Pressed(QStringLiteral("Record")));
     t.FeedLine(0, Report);

@@ -92,6 +92,9 @@ private slots:
     void unusualFilesAreRefusedAtOnce();
     void unreadableFileIsRefused();
     void numbersAreTheLowestFree();
+    void retiredFilesGiveTheirNumbersOldestFirst();
+    void retiredFileIsReadOnFromItsPlace_data();
+    void retiredFileIsReadOnFromItsPlace();
     void takenNumberIsRefused();
     void numbersOutsideTheRangeAreRefused();
     void writtenLinesEndInCarriageReturnAndLineFeed();
@@ -403,6 +406,46 @@ void TextFilesTest::numbersAreTheLowestFree() {
     QCOMPARE(tFiles.FreeFile(), std::int16_t{17});
     tFiles.OpenForInput(17, sPath);
     QCOMPARE(tFiles.FreeFile(), std::int16_t{200});
+}
+
+void TextFilesTest::retiredFilesGiveTheirNumbersOldestFirst() {
+    const std::string sPath = Make("a\r\n");
+    TextFiles tFiles;
+    for (std::int16_t i = 1; i <= 255; ++i) tFiles.OpenForInput(i, sPath);
+    for (const std::int16_t i : {std::int16_t{90}, std::int16_t{7}, std::int16_t{255}}) tFiles.Retire(i);
+    for (const std::int16_t i : {std::int16_t{90}, std::int16_t{7}, std::int16_t{255}}) {
+        QVERIFY(tFiles.IsOpen(i));  // as long as nobody needs its number
+        QCOMPARE(tFiles.FreeFile(), i);
+        QVERIFY(!tFiles.IsOpen(i));
+        QCOMPARE(tFiles.FreeFile(), i);  // asking again takes no other
+        tFiles.OpenForInput(i, sPath);
+    }
+    QCOMPARE(Failure([&] { tFiles.FreeFile(); }), QByteArray("Too many open files"));
+    tFiles.Retire(0);
+    tFiles.Retire(256);
+    tFiles.Close(3);
+    tFiles.OpenForOutput(3, Path("output.txt"));
+    tFiles.Retire(3);  // what is written is not given up
+    QVERIFY(!Failure([&] { tFiles.FreeFile(); }).isEmpty());
+}
+
+void TextFilesTest::retiredFileIsReadOnFromItsPlace_data() {
+    QTest::addColumn<int>("lines");
+    for (const int i : {0, 1, 3000, 39999, 40000}) QTest::addRow("after %d lines", i) << i;
+}
+
+void TextFilesTest::retiredFileIsReadOnFromItsPlace() {
+    QFETCH(int, lines);
+    QByteArray sText;
+    for (int i = 0; i < 40000; ++i) sText += QByteArray::number(i) + "\r\n";
+    TextFiles tFiles;
+    tFiles.OpenForInput(1, Make(sText));
+    Lines sRead;
+    for (int i = 0; i < lines; ++i) sRead.emplace_back(tFiles.ReadLine(1));
+    tFiles.Retire(1);
+    const Lines sRest = ReadAll(tFiles, 1);
+    sRead.insert(sRead.end(), sRest.begin(), sRest.end());
+    QVERIFY(sRead == SplitLines(sText));
 }
 
 void TextFilesTest::takenNumberIsRefused() {
