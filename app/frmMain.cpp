@@ -51,6 +51,16 @@ void frmMain::changeEvent(QEvent* pEvent) {
     if (pEvent->type() == QEvent::WindowStateChange && m_bLayoutReady) FormLayout();
 }
 
+// Qt also moves the focus on when its holder is disabled or hidden. That may lead to a toolbar button, where the next
+// Space would start or stop the run; the tabs are a place where no key does harm.
+bool frmMain::focusNextPrevChild(bool bNext) {
+    const QWidget* pHolder = focusWidget();
+    const bool bAskedFor = pHolder == nullptr || (pHolder->isEnabled() && pHolder->isVisible());
+    if (bAskedFor) return FormDesign::focusNextPrevChild(bNext);
+    SSTab.Bar().setFocus();
+    return true;
+}
+
 // The window's inside has a new size.
 bool frmMain::eventFilter(QObject* pObject, QEvent* pEvent) {
     if (pObject == &Client && pEvent->type() == QEvent::Resize && m_bLayoutReady) FormLayout();

@@ -176,6 +176,7 @@ protected:
     void closeEvent(QCloseEvent* pEvent) override;
     void changeEvent(QEvent* pEvent) override;
     bool eventFilter(QObject* pObject, QEvent* pEvent) override;
+    bool focusNextPrevChild(bool bNext) override;
 
     void ConnectEvents();
     // Opens a port by its field and its settings; raises toolkit::CommError.

@@ -13,7 +13,7 @@ TabControl::TabControl(QWidget* pParent) : QWidget(pParent), m_pBar(new QTabBar(
     m_pBar->setExpanding(false);
     m_pBar->setFocusPolicy(Qt::TabFocus);
     connect(m_pBar, &QTabBar::currentChanged, this, [this](int iTab) {
-        for (std::size_t i = 0; i < m_pPages.size(); ++i) m_pPages[i]->setVisible(static_cast<int>(i) == iTab);
+        ShowPage(iTab);
         emit Click();
     });
     connect(m_pBar, &QTabBar::tabBarClicked, this, [this](int iTab) {
@@ -41,6 +41,26 @@ void TabControl::SetTab(int iTab) {
     } else {
         m_pBar->setCurrentIndex(iTab);
     }
+}
+
+// The new page is shown, and given the focus, before the old one goes: Qt would move the focus on to the next control
+// in the window, whichever that is.
+void TabControl::ShowPage(int iTab) {
+    QWidget* pNew = Page(iTab);
+    pNew->show();
+    QWidget* pHolder = window()->focusWidget();
+    for (QWidget* pPage : m_pPages) {
+        if (pPage == pNew) continue;
+        if (pPage->isAncestorOf(pHolder)) MoveFocusTo(*pNew);
+        pPage->hide();
+    }
+}
+
+// A page's focusWidget is what last had the focus on it.
+void TabControl::MoveFocusTo(const QWidget& tPage) {
+    QWidget* pLast = tPage.focusWidget();
+    if (pLast == nullptr || !pLast->isEnabled() || !pLast->isVisibleTo(&tPage)) pLast = m_pBar;
+    pLast->setFocus();
 }
 
 void TabControl::PlacePages() {

@@ -34,6 +34,8 @@ protected:
 private:
     static constexpr int PageMargin = 2;  // room for the frame around a page
     void PlacePages();
+    void ShowPage(int iTab);
+    void MoveFocusTo(const QWidget& tPage);
 
     QTabBar* m_pBar;
     std::vector<QWidget*> m_pPages;
