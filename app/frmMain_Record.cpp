@@ -40,19 +40,23 @@ void frmMain::RecordFlush() {
     if (!m_bRecording) return;
     try {
         m_tFiles.Flush(m_iRecordFile);
+        m_tFiles.CheckInPlace(m_iRecordFile);
     } catch (const runtime::FileError& tError) {
         RecordFailed(tError);
     }
 }
 
-// The recording ends, everything else goes on; it can be started anew.
+// The recording ends, everything else goes on; it can be started anew. The next message takes the panel, the notice in
+// the log stays.
 void frmMain::RecordFailed(const runtime::FileError& tError) {
     m_tFiles.Close(m_iRecordFile);
     m_bRecording = false;
     Toolbar.SetPressed(QLatin1String(ui::KeyRecord), false);
     Toolbar.SetEnabled(QLatin1String(ui::KeyRecord), true);
     StatusBar.SetPanelText(ui::PanelState, "Running");
-    ShowError(std::string("Record - ") + tError.what());
+    const std::string sReason = std::string("Record - ") + tError.what();
+    ShowError(sReason);
+    CommData(0, "<<" + sReason + ">>", false);
 }
 
 }  // namespace app

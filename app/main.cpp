@@ -1,11 +1,13 @@
 // The program: one window.
 #include <QApplication>
+#include <csignal>
 
 #include "app/frmMain.h"
 #include "platform/toolkit/QuitSignals.h"
 
 int main(int argc, char* argv[]) {
     toolkit::BlockQuitSignals();
+    std::signal(SIGXFSZ, SIG_IGN);  // a file that may grow no further is a failed write, not the end of the program
     QApplication tApplication(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tidewatch"));
     QApplication::setApplicationVersion(QStringLiteral("1.25"));

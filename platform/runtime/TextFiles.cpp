@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <cstring>
 #include <limits>
 #include <system_error>
@@ -39,6 +40,21 @@ ssize_t WriteSome(int iDescriptor, const char* pFrom, std::size_t iCount) {
         iWritten = ::write(iDescriptor, pFrom, iCount);
     } while (iWritten < 0 && errno == EINTR);
     return iWritten;
+}
+
+// Where the system says that an open file lies, from its memory alone. Empty where it does not say.
+std::string Whereabouts(int iDescriptor) {
+    char sBuffer[PATH_MAX];
+    const std::string sLink = "/proc/self/fd/" + std::to_string(iDescriptor);
+    const ssize_t iSize = ::readlink(sLink.c_str(), sBuffer, sizeof sBuffer);
+    return {sBuffer, iSize < 0 ? 0 : static_cast<std::size_t>(iSize)};
+}
+
+bool IsSameFile(int iDescriptor, const std::string& sPath) {
+    struct stat tOpened {};
+    struct stat tNamed {};
+    if (::fstat(iDescriptor, &tOpened) != 0 || ::stat(sPath.c_str(), &tNamed) != 0) return false;
+    return tOpened.st_dev == tNamed.st_dev && tOpened.st_ino == tNamed.st_ino;
 }
 
 int OpenDescriptor(const std::string& sPath, int iFlags) {
@@ -75,8 +91,10 @@ struct TextFiles::File {
     std::size_t iEnd = 0;
     std::size_t iLineFeed = 0;  // the first one at or behind iBegin, iEnd where there is none; stale when below iBegin
     std::uint64_t lRetired = InUse;  // the number among the retired files
-    // Output: not yet written.
-    std::string sPending;
+    // Output.
+    std::string sPath;
+    std::string sWhereabouts;      // at opening
+    std::string sPending;          // not yet written
     bool bUnsynchronized = false;  // written, but perhaps not on the disk yet
 };
 
@@ -190,6 +208,8 @@ void TextFiles::OpenForOutput(std::int16_t iFile, const std::string& sPath) {
     auto tFile = std::make_unique<File>(OpenDescriptor(sPath, O_WRONLY | O_CREAT | O_TRUNC), true);
     const mode_t eKind = tFile->Kind();
     if (eKind != S_IFREG && eKind != S_IFCHR) throw FileError("Not a regular file");
+    tFile->sPath = sPath;
+    tFile->sWhereabouts = Whereabouts(tFile->iDescriptor);
     tSlot = std::move(tFile);
 }
 
@@ -256,6 +276,14 @@ void TextFiles::Flush(std::int16_t iFile) {
     if (!tFile.bOutput) return;
     if (const int iError = tFile.WriteOut(); iError != 0) Raise(iError);
     if (const int iError = tFile.Synchronize(); iError != 0) Raise(iError);
+}
+
+void TextFiles::CheckInPlace(std::int16_t iFile) const {
+    if (!IsOpen(iFile)) return;
+    const File& tFile = Opened(iFile);
+    if (!tFile.bOutput || Whereabouts(tFile.iDescriptor) == tFile.sWhereabouts) return;
+    // Some file systems forget a name that still leads to the file, and links may have been changed.
+    if (!IsSameFile(tFile.iDescriptor, tFile.sPath)) throw FileError("The file is no longer there");
 }
 
 }  // namespace runtime

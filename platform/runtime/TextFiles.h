@@ -56,6 +56,9 @@ public:
     // Brings everything written so far to the disk, so that neither a kill nor a power cut loses it. Raises FileError.
     // A number that is not open for output is left alone.
     void Flush(std::int16_t iFile);
+    // Raises FileError when what is written leads nowhere any more: the file was removed, moved or replaced, or its
+    // medium has been taken away. Asks no medium while all is well. A number that is not open for output is left alone.
+    void CheckInPlace(std::int16_t iFile) const;
 
 private:
     struct File;

@@ -1,4 +1,4 @@
-// Recording: the dialog, the lines, when they reach the disk, and what a disk that takes no more does to the run.
+// Recording: the dialog, the lines, and when they reach the disk.
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QProcess>
@@ -7,39 +7,24 @@
 
 #include "tests/support/AisEncoder.h"
 #include "tests/support/Bytes.h"
-#include "tests/support/FullDisk.h"
 #include "tests/support/PrintString.h"
 #include "tests/support/TestWindow.h"
+#include "tests/window/Recording.h"
 #include "tests/window/RecordingChild.h"
 
 using support::Bytes;
-using support::FullDisk;
+using support::Recording;
 using support::TestWindow;
 using support::World;
 
 namespace {
 
-constexpr const char* Report = "!AIVDM,1,1,,A,15M67F@uQqG?w<hK?Mu8iFv00000,0*7B";
+constexpr const char* Report = support::RecordedReport;
 constexpr int Patience = 60000;  // milliseconds until a wait is given up
 
 // How often the program has brought a file to the disk, and what the system answers: 0 or an error number.
 int iSynchronizations = 0;
 int iSynchronizationError = 0;
-
-// A window that runs and records into a file of the world's folder.
-struct Recording {
-    explicit Recording(const QString& sName = QStringLiteral("record.txt")) : sFile(tWorld.Path(sName)), t(tWorld) {
-        t.LoadAndShow();
-        t.StartBoth();
-        tWorld.tFileAnswers = {sFile};
-        t.Press("Record");
-    }
-    QByteArray Content() const { return Bytes(tWorld.ReadFile(sFile)); }
-
-    World tWorld;
-    QString sFile;
-    TestWindow t;
-};
 
 }  // namespace
 
@@ -73,11 +58,7 @@ private slots:
     void powerCutLosesTheLastSecondAtMost();
     void stopBringsLinesToTheDisk();
     void killedProgramLosesTheLastSecondAtMost();
-    void fullDiskEndsTheRecordingOnly_data();
-    void fullDiskEndsTheRecordingOnly();
-    void diskThatFillsUpKeepsWhatItHas();
     void diskThatFailsEndsTheRecording();
-    void recordingCanBeginAnewAfterAFullDisk();
     void fileOfAFinishedBurstCanBeRecordedOver();
 };
 
@@ -350,62 +331,6 @@ void RecordWindowTest::killedProgramLosesTheLastSecondAtMost() {
     QVERIFY(sAll.startsWith(sContent));
 }
 
-void RecordWindowTest::fullDiskEndsTheRecordingOnly_data() {
-    QTest::addColumn<bool>("byStop");
-    QTest::newRow("told by the wall clock") << false;
-    QTest::newRow("told by the stop") << true;
-}
-
-void RecordWindowTest::fullDiskEndsTheRecordingOnly() {
-    QFETCH(bool, byStop);
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
-    t.StartBoth();
-    tWorld.tFileAnswers = {QStringLiteral("/dev/full")};
-    t.Press("Record");
-    QCOMPARE(t.Panel(1), std::string("Record"));
-    t.FeedLine(0, Report);
-    if (byStop) {
-        t.Press("Stop");
-        QCOMPARE(t.Panel(1), std::string("Stopped"));
-    } else {
-        t.Advance(1);
-        QCOMPARE(t.Panel(1), std::string("Running"));
-        QVERIFY(t.MSComm(0).PortOpen());
-        QVERIFY(t.tmrComm.isActive());
-        QVERIFY(t.Toolbar.Enabled(QStringLiteral("Record")));
-    }
-    QVERIFY2(t.Panel(2).find("No space left on device") != std::string::npos, t.Panel(2).c_str());
-    QVERIFY(!t.m_bRecording);
-    QVERIFY(!t.Toolbar.Pressed(QStringLiteral("Record")));
-    QCOMPARE(t.grdTargetData.Cells.Rows(), 2);
-    QCOMPARE(t.Lines(t.lstCommData(0)).size(), std::size_t{1});
-    QVERIFY(tWorld.sMessages.isEmpty());
-    if (byStop) return;
-    t.FeedLine(0, Report);  // the run goes on
-    t.Advance(1);
-    QCOMPARE(t.Panel(2), std::string("1 Targets, 2 Messages"));
-    QCOMPARE(t.Panel(1), std::string("Running"));
-}
-
-void RecordWindowTest::diskThatFillsUpKeepsWhatItHas() {
-    Recording r;
-    const QByteArray sLine = QByteArray("05/15/2011 12:00:00 ") + Report + "\r\n";
-    constexpr int Limit = 20000;
-    {
-        const FullDisk tFull(Limit);
-        for (int i = 0; i < 1000; ++i) {
-            r.t.FeedLine(0, Report);
-            if (i % 100 == 99) r.t.tmrTime_Timer();
-        }
-    }
-    QVERIFY(!r.t.m_bRecording);
-    QCOMPARE(r.t.Panel(1), std::string("Running"));
-    QCOMPARE(r.Content(), sLine.repeated(1000).left(Limit));
-    QCOMPARE(r.t.Cell(r.t.grdMessageData, 34, 1), std::string("1000"));
-}
-
 void RecordWindowTest::diskThatFailsEndsTheRecording() {
     Recording r;
     r.t.FeedLine(0, Report);
@@ -415,23 +340,6 @@ void RecordWindowTest::diskThatFailsEndsTheRecording() {
     QVERIFY(!r.t.m_bRecording);
     QCOMPARE(r.t.Panel(1), std::string("Running"));
     QVERIFY2(r.t.Panel(2).find("Input/output error") != std::string::npos, r.t.Panel(2).c_str());
-}
-
-void RecordWindowTest::recordingCanBeginAnewAfterAFullDisk() {
-    Recording r;
-    {
-        const FullDisk tFull(10);
-        r.t.FeedLine(0, Report);
-        r.t.Advance(1);
-    }
-    QVERIFY(!r.t.m_bRecording);
-    const QString sSecond = r.tWorld.Path(QStringLiteral("second.txt"));
-    r.tWorld.tFileAnswers = {sSecond};
-    r.t.Press("Record");
-    QCOMPARE(r.t.Panel(1), std::string("Record"));
-    r.t.FeedLine(0, "$PNMLS,1,1,1*");
-    r.t.Press("Stop");
-    QCOMPARE(Bytes(r.tWorld.ReadFile(sSecond)), QByteArray("05/15/2011 12:00:01 $PNMLS,1,1,1*\r\n"));
 }
 
 void RecordWindowTest::fileOfAFinishedBurstCanBeRecordedOver() {
