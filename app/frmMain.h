@@ -218,6 +218,10 @@ protected:
     // An error of the run, in panel 2.
     void ShowError(std::string_view sText);
 
+    void OutputForward(const std::string& sLine);   // sends an accepted line and logs it, marked if it left
+    void OutputTellDropped(std::int64_t lAtLeast);  // how many a full output has dropped, if so many are untold
+    void OutputTellLeft(std::string_view sWhy);     // how many waited in vain
+    void OutputClose();
     void SendReceiverCommand(const std::string& sSentence);
     void LayOutTab(ui::Size tTabs);
     void LayOutInput(ui::Size tTabs);
@@ -239,6 +243,9 @@ protected:
     PerPort<bool> m_bCommLastVdm;          // the last accepted line was !AIVDM
     PerPort<std::int32_t> m_lCommSeconds;  // seconds since the last line
     bool m_bSending = false;               // a receiver command is on its way
+
+    // Output port
+    std::int64_t m_lOutputDropsTold = 0;  // of the sentences that it has dropped since it was opened
 
     // Recording and playback
     bool m_bRecording = false;

@@ -60,7 +60,7 @@ void frmMain::CommStop() {
     RecordFlush();  // closing a file tells of no full disk
     // Kept on purpose: m_bPlaybackBurst is not asked, so the file of a burst stays open after its end.
     if (m_bRecording || m_bPlayback) m_tFiles.Close(m_iRecordFile);
-    if (MSCommOutput.PortOpen()) MSCommOutput.ClosePort();
+    if (MSCommOutput.PortOpen()) OutputClose();
     CommSetControls(false);
 }
 

@@ -3,6 +3,15 @@
 
 namespace nmea {
 
+namespace {
+
+// "1 sentence", "2 sentences"
+std::string Counted(std::int64_t lCount, std::string_view sThing) {
+    return std::to_string(lCount).append(" ").append(sThing).append(lCount == 1 ? "" : "s");
+}
+
+}  // namespace
+
 std::string CommNotice(int iEvent) {
     switch (iEvent) {
         case CommBreak:
@@ -18,6 +27,10 @@ std::string CommNotice(int iEvent) {
         default:
             return "<<Event " + std::to_string(iEvent) + ">>";
     }
+}
+
+std::string OutputNotice(std::string_view sWhy, std::int64_t lSentences) {
+    return std::string("<<Output ").append(sWhy) + " - " + Counted(lSentences, "sentence") + " dropped>>";
 }
 
 }  // namespace nmea

@@ -1,7 +1,9 @@
 // The bracketed log text of a communication event.
 #pragma once
 
+#include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace nmea {
 
@@ -21,5 +23,9 @@ enum CommEvent : int {
 // "<<Break Signal Received>>" (1001), "<<Framing Error>>" (1004), "<<Port Overrun>>" (1006), "<<Rx Overflow>>" (1008),
 // "<<Parity Error>>" (1009), else "<<Event N>>" with the number in decimal.
 std::string CommNotice(int iEvent);
+
+// Notices of our own, beside those of the events.
+// Sentences that did not leave; sWhy is "full", "lost" or "closed": "<<Output full - 816 sentences dropped>>".
+std::string OutputNotice(std::string_view sWhy, std::int64_t lSentences);
 
 }  // namespace nmea

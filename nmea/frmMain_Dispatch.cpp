@@ -40,9 +40,7 @@ void frmMain::SentenceDispatch(PortIndex Index) {
             break;
     }
     m_bCommLastVdm(Index) = eKind == nmea::SentenceKind::Aivdm;
-    if (!chkOutputEnabled.isChecked()) return;
-    MSCommOutput.Output(sLine + "\r\n");
-    OutputData(sLine, true);
+    if (chkOutputEnabled.isChecked()) OutputForward(sLine);
 }
 
 void frmMain::CommData(PortIndex Index, std::string_view sData, bool bDecoded) {

@@ -5,7 +5,43 @@
 
 namespace app {
 
-void frmMain::MSCommOutput_OnComm() { OutputData(nmea::CommNotice(MSCommOutput.CommEvent()), false); }
+namespace {
+
+// Frequent enough that a notice is in sight while whole screens of lines go by unsent.
+constexpr std::int64_t DropsPerNotice = 25;
+
+}  // namespace
+
+void frmMain::MSCommOutput_OnComm() {
+    const int iEvent = MSCommOutput.CommEvent();
+    OutputData(nmea::CommNotice(iEvent), false);
+    if (iEvent == nmea::CommLost) OutputTellLeft("lost");
+}
+
+void frmMain::OutputForward(const std::string& sLine) {
+    const bool bSent = MSCommOutput.Output(sLine + "\r\n");
+    OutputData(sLine, bSent);
+    if (!bSent) OutputTellDropped(DropsPerNotice);
+}
+
+void frmMain::OutputTellDropped(std::int64_t lAtLeast) {
+    const std::int64_t lDropped = MSCommOutput.TextsDropped();
+    if (lDropped - m_lOutputDropsTold < lAtLeast) return;
+    m_lOutputDropsTold = lDropped;
+    OutputData(nmea::OutputNotice("full", lDropped), false);
+}
+
+void frmMain::OutputTellLeft(std::string_view sWhy) {
+    const std::size_t lLeft = MSCommOutput.TextsWaiting();
+    if (lLeft > 0) OutputData(nmea::OutputNotice(sWhy, static_cast<std::int64_t>(lLeft)), false);
+}
+
+void frmMain::OutputClose() {
+    OutputTellDropped(1);
+    m_lOutputDropsTold = 0;  // the port counts anew from its next open
+    MSCommOutput.ClosePort();
+    OutputTellLeft("closed");
+}
 
 void frmMain::OutputData(std::string_view sData, bool bHighlight) { lstOutputData.Lines.Add(sData, bHighlight); }
 

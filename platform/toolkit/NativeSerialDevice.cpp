@@ -99,11 +99,16 @@ void NativeSerialDevice::Close() {
     m_tmrLineErrors.stop();
     if (m_tPort.isOpen()) {
         FlushQueue();
-        if (m_tPort.isOpen()) m_tPort.close();
+        if (m_tPort.isOpen()) ClosePort();
         m_tLineErrors.Stop();
     }
     m_bLost = false;  // at the end, because the loss may be noticed in the last flush
     m_sRest.clear();
+}
+
+void NativeSerialDevice::ClosePort() {
+    m_lLeft = m_tPort.bytesToWrite();
+    m_tPort.close();
 }
 
 void NativeSerialDevice::FlushQueue() {
@@ -162,7 +167,7 @@ void NativeSerialDevice::GiveUp() {
     const std::string sRest = ReadAll();
     m_tmrLineErrors.stop();
     m_tLineErrors.Stop();
-    m_tPort.close();
+    ClosePort();
     m_bLost = true;
     m_sRest = sRest;
     if (!m_sRest.empty()) emit Received();

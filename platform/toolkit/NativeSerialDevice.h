@@ -21,7 +21,7 @@ public:
     bool IsOpen() const override { return m_tPort.isOpen(); }
     std::string ReadAll() override;
     void Write(std::string_view sData) override;
-    std::int64_t BytesToWrite() const override { return m_tPort.bytesToWrite(); }
+    std::int64_t BytesToWrite() const override { return m_tPort.isOpen() ? m_tPort.bytesToWrite() : m_lLeft; }
     bool ReportsLineErrors() const override { return m_tLineErrors.Supported(); }
 
     // What the timer does between receptions: asks the driver for line errors.
@@ -29,6 +29,7 @@ public:
 
 private:
     void FlushQueue();
+    void ClosePort();
     void OnReadyRead();
     void OnError(QSerialPort::SerialPortError eError);
     bool HungUp() const;
@@ -37,10 +38,11 @@ private:
     QSerialPort m_tPort;
     LineErrors m_tLineErrors;
     QTimer m_tmrLineErrors;
-    std::string m_sRest;      // read from the device before it vanished, not yet handed over
-    int m_iIdleErrors = 0;    // errors since characters last moved
-    bool m_bWriting = false;  // within Write
-    bool m_bLost = false;     // closed because the device vanished
+    std::string m_sRest;       // read from the device before it vanished, not yet handed over
+    std::int64_t m_lLeft = 0;  // bytes that waited to be written when the device was closed
+    int m_iIdleErrors = 0;     // errors since characters last moved
+    bool m_bWriting = false;   // within Write
+    bool m_bLost = false;      // closed because the device vanished
 };
 
 }  // namespace toolkit

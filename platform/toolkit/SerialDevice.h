@@ -32,6 +32,7 @@ public:
     virtual std::string ReadAll() = 0;
     // Queues the bytes; never blocks. Dropped when closed.
     virtual void Write(std::string_view sData) = 0;
+    // Queued and not taken yet. Once closed, or lost: what was left, until the next open.
     virtual std::int64_t BytesToWrite() const = 0;
     // Whether the driver counts line errors (known once open).
     virtual bool ReportsLineErrors() const = 0;

@@ -3,6 +3,7 @@
 #include "platform/toolkit/SerialPort.h"
 
 #include <QFileInfo>
+#include <deque>
 #include <utility>
 
 #include "nmea/CommNotice.h"
@@ -38,6 +39,28 @@ public:
 private:
     bool& m_bFlag;
 };
+
+// The sizes of the texts in a queue of bytes that empties from its front: tells bytes as texts.
+class WaitingTexts {
+public:
+    void Add(std::size_t lSize) {
+        m_lSizes.push_back(lSize);
+        m_lBytes += static_cast<std::int64_t>(lSize);
+    }
+    // Forgets the texts that are out wholly, given what is left of all bytes.
+    void Keep(std::int64_t lBytesLeft) {
+        while (!m_lSizes.empty() && m_lBytes - static_cast<std::int64_t>(m_lSizes.front()) >= lBytesLeft) {
+            m_lBytes -= static_cast<std::int64_t>(m_lSizes.front());
+            m_lSizes.pop_front();
+        }
+    }
+    void Clear() { Keep(0); }
+    std::size_t Count() const { return m_lSizes.size(); }
+
+private:
+    std::deque<std::size_t> m_lSizes;
+    std::int64_t m_lBytes = 0;
+};
 }  // namespace
 
 struct SerialPort::Private {
@@ -59,6 +82,8 @@ struct SerialPort::Private {
     bool bReceiving = false;  // within Receive
     bool bReceiveEvents = true;
     bool bFull = false;  // texts have been dropped; ends when half of the queue is written
+    WaitingTexts tWaiting;
+    std::int64_t lDropped = 0;  // texts
 
     void MakeDevice();
     void OpenDevice();
@@ -108,13 +133,17 @@ void SerialPort::ClosePort() {
     d->bOpen = false;
     d->bAway = false;
     d->bFull = false;
+    d->lDropped = 0;
     d->tmrRetry.stop();
     d->pDevice->Close();
+    d->tWaiting.Keep(d->pDevice->BytesToWrite());
     d->sInput.clear();
     d->sDevice.clear();
 }
 
 bool SerialPort::PortOpen() const { return d->bOpen; }
+
+bool SerialPort::Away() const { return d->bAway; }
 
 QString SerialPort::Device() const { return d->sDevice; }
 
@@ -128,15 +157,25 @@ std::string SerialPort::Input() {
     return sData.append(d->pDevice->ReadAll());
 }
 
-void SerialPort::Output(std::string_view sData) {
-    if (!d->bOpen || d->bAway) return;
-    if (d->QueueTakes(sData.size())) {
-        d->pDevice->Write(sData);
-    } else if (!d->bFull) {
-        d->bFull = true;
-        RaiseEvent(nmea::CommTxFull);
+bool SerialPort::Output(std::string_view sData) {
+    if (!d->bOpen || d->bAway) return false;
+    if (!d->QueueTakes(sData.size())) {
+        ++d->lDropped;
+        if (!std::exchange(d->bFull, true)) RaiseEvent(nmea::CommTxFull);
+        return false;
     }
+    d->pDevice->Write(sData);
+    if (!d->bOpen || d->bAway) return false;  // the loss was noticed just now
+    if (d->pDevice->BytesToWrite() > 0) d->tWaiting.Add(sData.size());
+    return true;
 }
+
+std::size_t SerialPort::TextsWaiting() {
+    if (d->bOpen && !d->bAway) d->tWaiting.Keep(d->pDevice->BytesToWrite());
+    return d->tWaiting.Count();
+}
+
+std::int64_t SerialPort::TextsDropped() const { return d->lDropped; }
 
 void SerialPort::RaiseEvent(int iEvent) {
     m_iCommEvent = iEvent;
@@ -168,6 +207,7 @@ void SerialPort::Private::OpenDevice() {
     CheckSiblings(sCanonical);
     MakeDevice();
     pDevice->Open(sCanonical, tSettings);
+    tWaiting.Clear();
     sDevice = sCanonical;
 }
 
@@ -199,12 +239,16 @@ void SerialPort::Private::DeviceLost() {
     bAway = true;
     bFull = false;
     tmrRetry.start();
+    tWaiting.Keep(pDevice->BytesToWrite());
     tPort.RaiseEvent(nmea::CommLost);
+    tWaiting.Clear();  // told
 }
 
 bool SerialPort::Private::QueueTakes(std::size_t iSize) {
     const double dRoom = LongestWaitSeconds * runtime::CharactersPerSecond(tSettings);
-    const auto dWaiting = static_cast<double>(pDevice->BytesToWrite());
+    const std::int64_t lWaiting = pDevice->BytesToWrite();
+    tWaiting.Keep(lWaiting);
+    const auto dWaiting = static_cast<double>(lWaiting);
     if (dWaiting <= dRoom / 2) bFull = false;
     return dWaiting + static_cast<double>(iSize) <= dRoom;
 }

@@ -41,6 +41,7 @@ public:
     void OpenPort();
     void ClosePort();                  // harmless when closed
     bool PortOpen() const;             // true until ClosePort, also while the device is away
+    bool Away() const;                 // open, but its device has vanished
     QString Device() const;            // path of the open device, empty when closed
     SerialDevice* OpenDevice() const;  // what the port drives; null before the first open
     bool ReportsLineErrors() const;
@@ -49,8 +50,13 @@ public:
     std::string Input();
     // Writes whole texts. What the device cannot take at once waits, up to ten seconds of the port's own line rate; a
     // text that would go beyond is dropped whole, and event 1010 is raised once per episode (until the queue has
-    // drained to half).
-    void Output(std::string_view sData);
+    // drained to half). True when the text was handed to the device, false when it was dropped: for the full queue, or
+    // because the port is closed or its device away.
+    bool Output(std::string_view sData);
+    // Texts of which the device has not taken every character. When its loss is told (2001), and from a close to the
+    // next open: those that it never will.
+    std::size_t TextsWaiting();
+    std::int64_t TextsDropped() const;  // for the full queue, since the port was opened; 0 when closed
 
     int CommEvent() const { return m_iCommEvent; }  // number of the latest event
     void RaiseEvent(int iEvent);                    // the one way out for every event, and a test's way in

@@ -11,6 +11,7 @@ class CommNoticeTest : public QObject {
 private slots:
     void eventReadsAsNotice_data();
     void eventReadsAsNotice();
+    void ownNoticesCount();
 };
 
 void CommNoticeTest::eventReadsAsNotice_data() {
@@ -33,6 +34,11 @@ void CommNoticeTest::eventReadsAsNotice() {
     QFETCH(int, event);
     QFETCH(QByteArray, notice);
     QCOMPARE(support::Bytes(nmea::CommNotice(event)), notice);
+}
+
+void CommNoticeTest::ownNoticesCount() {
+    QCOMPARE(support::Bytes(nmea::OutputNotice("full", 816)), QByteArray("<<Output full - 816 sentences dropped>>"));
+    QCOMPARE(support::Bytes(nmea::OutputNotice("lost", 1)), QByteArray("<<Output lost - 1 sentence dropped>>"));
 }
 
 QTEST_GUILESS_MAIN(CommNoticeTest)

@@ -50,6 +50,8 @@ private slots:
     void SlowReaderGetsEverythingInOrder();
     void ReaderThatNeverReadsDoesNotBlockOrGrow();
     void SentencesAreDroppedWhole();
+    void EverySentenceIsAccountedFor_data();
+    void EverySentenceIsAccountedFor();
     void FullDeviceDoesNotCountAsVanished();
     void ClosingWithAStuckReaderDoesNotBlock();
     void TwoDirectionsAtOnce();
@@ -139,6 +141,38 @@ void SerialOutputTest::SentencesAreDroppedWhole() {
     QCOMPARE(tPty.ReadAtLeast(4), std::string("free"));
     for (int i = 0; i < 5000; ++i) t.tPort.Output(Sentence(i));
     QCOMPARE(t.iEvents, (std::vector<int>{1010, 1010}));
+}
+
+void SerialOutputTest::EverySentenceIsAccountedFor_data() {
+    QTest::addColumn<int>("iReadEvery");  // sentences between two looks of the far end
+    QTest::addColumn<int>("iReads");      // sentences that it takes then, or more
+    QTest::newRow("nobody reads") << 6000 << 0;
+    QTest::newRow("a slow reader") << 2000 << 40;
+    QTest::newRow("a reader that keeps up") << 50 << 50;
+}
+
+// What arrived whole, what was dropped, and what the close left behind: each told exactly.
+void SerialOutputTest::EverySentenceIsAccountedFor() {
+    QFETCH(int, iReadEvery);
+    QFETCH(int, iReads);
+    constexpr int Sent = 5000;
+    const std::size_t lLength = Sentence(0).size();
+    PtyPort tPty;
+    Sender t(tPty);
+    std::string sArrived;
+    std::size_t lTaken = 0;
+    for (int i = 1; i <= Sent; ++i) {
+        if (t.tPort.Output(Sentence(i))) ++lTaken;
+        if (i % iReadEvery == 0) sArrived += tPty.ReadAtLeast(lLength * static_cast<std::size_t>(iReads));
+    }
+    const std::int64_t lDropped = t.tPort.TextsDropped();
+    QCOMPARE(static_cast<std::int64_t>(lTaken) + lDropped, std::int64_t{Sent});
+    QCOMPARE(lDropped > 0, iReads < iReadEvery);
+    t.tPort.ClosePort();
+    const std::size_t lWhole = lTaken - t.tPort.TextsWaiting();
+    if (sArrived.size() < lWhole * lLength) sArrived += tPty.ReadAtLeast(lWhole * lLength - sArrived.size());
+    sArrived += Drain(tPty);
+    QCOMPARE(sArrived.size() / lLength, lWhole);
 }
 
 void SerialOutputTest::FullDeviceDoesNotCountAsVanished() {

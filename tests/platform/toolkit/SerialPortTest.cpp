@@ -18,7 +18,8 @@ struct MemoryDevice : toolkit::SerialDevice {
     runtime::SerialSettings tSettings;
     std::string sWaiting, sWritten;
     std::int64_t lQueued = 0;
-    bool bOpen = false, bCounters = false;
+    std::int64_t lTakenInClose = 0;
+    bool bOpen = false, bCounters = false, bLostInWrite = false;
     bool* pFails = nullptr;
 
     void Open(const QString& sDevice, const runtime::SerialSettings& tNew) override {
@@ -27,12 +28,16 @@ struct MemoryDevice : toolkit::SerialDevice {
         tSettings = tNew;
         bOpen = true;
     }
-    void Close() override { bOpen = false; }
+    void Close() override {
+        bOpen = false;
+        lQueued -= lTakenInClose;
+    }
     bool IsOpen() const override { return bOpen; }
     std::string ReadAll() override { return std::exchange(sWaiting, {}); }
     void Write(std::string_view sData) override {
         sWritten += sData;
         lQueued += static_cast<std::int64_t>(sData.size());
+        if (bLostInWrite) Vanish();
     }
     std::int64_t BytesToWrite() const override { return lQueued; }
     bool ReportsLineErrors() const override { return bCounters; }
@@ -134,6 +139,11 @@ private slots:
     void OutputWaitsTenSecondsAndDropsWholeTexts();
     void DroppedTextsAreReportedOncePerEpisode();
     void TextThatStillFitsIsTakenDuringAnEpisode();
+    void OutputTellsWhetherTheDeviceHasIt();
+    void TextsThatWaitAreCounted();
+    void TextsLeftBehindAreCountedAtTheClose();
+    void TextsLeftBehindAreCountedAtTheLoss();
+    void DroppedTextsAreCounted();
     void VanishedDeviceIsReportedOnce();
     void DeviceComesBack();
     void FailedRetriesAreSilent();
@@ -382,6 +392,88 @@ void SerialPortTest::TextThatStillFitsIsTakenDuringAnEpisode() {
     QCOMPARE(t.pDevice->sWritten, std::string());
     t.tPort.Output("0123456789");
     QCOMPARE(t.pDevice->sWritten, std::string("0123456789"));
+}
+
+void SerialPortTest::OutputTellsWhetherTheDeviceHasIt() {
+    Fixture t;
+    t.tPort.SetSettings("4800,n,8,1");
+    QVERIFY(!t.tPort.Output("closed"));
+    t.tPort.OpenPort();
+    QVERIFY(t.tPort.Output(std::string(4800, 'x')));
+    QVERIFY(!t.tPort.Output("full"));
+    QVERIFY(!t.tPort.Output("still full"));
+    t.pDevice->lQueued = 0;
+    QVERIFY(t.tPort.Output("out"));
+    t.pDevice->Vanish();
+    QVERIFY(!t.tPort.Output("away"));
+    t.tPort.Retry();
+    QVERIFY(t.tPort.Output("back"));
+    t.pDevice->bLostInWrite = true;
+    QVERIFY(!t.tPort.Output("lost just now"));
+    t.tPort.ClosePort();
+    QVERIFY(!t.tPort.Output("closed"));
+}
+
+void SerialPortTest::TextsThatWaitAreCounted() {
+    Fixture t;
+    QCOMPARE(t.tPort.TextsWaiting(), std::size_t{0});
+    t.tPort.OpenPort();
+    for (const char* pText : {"one", "three", "eleven", "four"}) t.tPort.Output(pText);  // 3, 5, 6 and 4 characters
+    const auto Left = [&t](std::int64_t lBytes) {
+        t.pDevice->lQueued = lBytes;
+        return t.tPort.TextsWaiting();
+    };
+    QCOMPARE(Left(18), std::size_t{4});
+    QCOMPARE(Left(16), std::size_t{4});  // of the first text one character is left
+    QCOMPARE(Left(15), std::size_t{3});
+    QCOMPARE(Left(5), std::size_t{2});
+    QCOMPARE(Left(4), std::size_t{1});
+    t.tPort.Output("seven");
+    QCOMPARE(t.tPort.TextsWaiting(), std::size_t{2});
+    QCOMPARE(Left(0), std::size_t{0});
+    t.tPort.Output("12");
+    QCOMPARE(t.tPort.TextsWaiting(), std::size_t{1});
+}
+
+void SerialPortTest::TextsLeftBehindAreCountedAtTheClose() {
+    Fixture t;
+    t.tPort.OpenPort();
+    for (int i = 0; i < 5; ++i) t.tPort.Output("0123456789");
+    t.pDevice->lTakenInClose = 15;  // one and a half
+    t.tPort.ClosePort();
+    QCOMPARE(t.tPort.TextsWaiting(), std::size_t{4});
+    t.tPort.OpenPort();
+    QCOMPARE(t.tPort.TextsWaiting(), std::size_t{0});
+}
+
+void SerialPortTest::TextsLeftBehindAreCountedAtTheLoss() {
+    Fixture t;
+    t.tPort.OpenPort();
+    for (int i = 0; i < 5; ++i) t.tPort.Output("0123456789");
+    t.pDevice->lQueued = 30;
+    std::vector<std::size_t> lTold;
+    QObject::connect(&t.tPort, &SerialPort::OnComm, &t.tWindow, [&] { lTold.push_back(t.tPort.TextsWaiting()); });
+    t.pDevice->Vanish();
+    QCOMPARE(lTold, std::vector<std::size_t>{3});
+    QCOMPARE(t.tPort.TextsWaiting(), std::size_t{0});  // told: nobody counts them again
+    t.tPort.ClosePort();
+    QCOMPARE(t.tPort.TextsWaiting(), std::size_t{0});
+}
+
+void SerialPortTest::DroppedTextsAreCounted() {
+    Fixture t;
+    t.tPort.SetSettings("4800,n,8,1");
+    t.tPort.OpenPort();
+    for (int i = 0; i < 60; ++i) t.tPort.Output(std::string(100, 'x'));  // 48 of them fit
+    QCOMPARE(t.tPort.TextsDropped(), std::int64_t{12});
+    t.pDevice->lQueued = 0;
+    for (int i = 0; i < 50; ++i) t.tPort.Output(std::string(100, 'x'));
+    QCOMPARE(t.tPort.TextsDropped(), std::int64_t{14});
+    t.pDevice->Vanish();
+    t.tPort.Output("not for the full queue");
+    QCOMPARE(t.tPort.TextsDropped(), std::int64_t{14});
+    t.tPort.ClosePort();
+    QCOMPARE(t.tPort.TextsDropped(), std::int64_t{0});
 }
 
 void SerialPortTest::VanishedDeviceIsReportedOnce() {

@@ -1,0 +1,277 @@
+// What the output log says of lines that did not leave: unmarked lines, and numbers that add up to what was to be
+// sent. The output is a real pseudo-terminal that is read late, never, or as fast as it is written.
+#include <QRegularExpression>
+#include <QTest>
+
+#include "tests/support/PtyPort.h"
+#include "tests/window/Shown.h"
+
+using namespace support;
+
+namespace {
+
+std::string Line(int iNumber, std::size_t lLength) {
+    std::string sNumber = std::to_string(iNumber);
+    std::string sLine = "$GPZDA," + std::string(5 - sNumber.size(), '0') + sNumber + ",";
+    return sLine + std::string(lLength - sLine.size() - 2, 'x');  // CR LF belong to it
+}
+
+std::string Lines(int iCount, std::size_t lLength) {
+    std::string sLines;
+    for (int i = 0; i < iCount; ++i) sLines += Line(i, lLength) + "\r\n";
+    return sLines;
+}
+
+// A window that plays lines, all of one second unless a line follows later, to a pseudo-terminal at 4800 baud.
+struct Playing {
+    World tWorld;
+    PtyPort tPty;
+    TestWindow t{tWorld};
+
+    Playing(int iCount, std::size_t lLength, bool bLineMuchLater = false) {
+        tWorld.bNativeDevices = true;
+        t.LoadAndShow();
+        t.chkOutputEnabled.setChecked(true);
+        t.txtOutputPort.SetText(tPty.Link().toStdString());
+        t.txtOutputSettings.SetText("4800,n,8,1");
+        std::string sContent;
+        for (int i = 0; i < iCount; ++i) sContent += "05/15/2011 12:00:00 " + Line(i, lLength) + "\r\n";
+        if (bLineMuchLater) sContent += "05/15/2011 13:00:00 $GPZDA,later\r\n";
+        const QString sFile = tWorld.Path(QStringLiteral("played.txt"));
+        tWorld.WriteFile(sFile, sContent);
+        tWorld.tFileAnswers.push_back(sFile);
+        t.Press(ui::KeyPlayback);
+    }
+    QStringList Log() { return support::Log(t, t.lstOutputData); }
+    // The number in the newest notice that begins so; 0 where there is none.
+    int Told(const char* sBeginning) {
+        int iNumber = 0;
+        for (const QString& sLine : Log()) {
+            if (sLine.startsWith(QLatin1String(sBeginning))) iNumber = sLine.section(QLatin1Char(' '), 3, 3).toInt();
+        }
+        return iNumber;
+    }
+    // Everything that has come out at the far end when the port is closed.
+    std::string Arrived(std::size_t lAtLeast) {
+        std::string sArrived = tPty.ReadAtLeast(lAtLeast);
+        for (int iQuiet = 0; iQuiet < 50; ++iQuiet) {
+            QTest::qWait(1);
+            const std::string sMore = tPty.Read();
+            if (!sMore.empty()) iQuiet = 0;
+            sArrived += sMore;
+        }
+        return sArrived;
+    }
+};
+
+constexpr const char* Full = "<<Output full - ";
+constexpr const char* Closed = "<<Output closed - ";
+
+}  // namespace
+
+class OutputDropsWindowTest : public QObject {
+    Q_OBJECT
+private slots:
+    void thousandLinesOfOneSecondAddUp();
+    void markedLinesAreThoseThatWereHandedOver();
+    void stopTellsWhatStillWaits();
+    void nothingIsToldWhenAllLeft();
+    void numberIsInSightWhileLinesAreDropped();
+    void numberIsToldOnceASecondAtMostWhenFewAreDropped();
+    void numberBeginsAnewWithEachRun();
+    void lossTellsWhatStillWaited();
+    void linesAreUnmarkedWhileTheDeviceIsAway();
+    void linesAreUnmarkedWhenTheOutputCannotBeOpened();
+};
+
+void OutputDropsWindowTest::thousandLinesOfOneSecondAddUp() {
+    Playing tPlaying(1000, 49);
+    tPlaying.t.Advance(1);
+    QCOMPARE(Panel(tPlaying.t, ui::PanelState), QByteArray("Done"));
+    const int iDropped = tPlaying.Told(Full), iLeft = tPlaying.Told(Closed);
+    QVERIFY(iDropped > 0 && iLeft > 0);
+    const int iWhole = 1000 - iDropped - iLeft;
+    const std::string sArrived = tPlaying.Arrived(static_cast<std::size_t>(iWhole) * 49);
+    QCOMPARE(static_cast<int>(sArrived.size() / 49), iWhole);
+    QVERIFY(Lines(1000, 49).starts_with(sArrived));
+    QVERIFY(tPlaying.Log().last().startsWith(QLatin1String(Closed)));
+    QVERIFY(!Marks(tPlaying.t, tPlaying.t.lstOutputData).contains('+'));  // the newest 101 were all dropped
+}
+
+// Few enough lines that none rolls out of the log, long enough that they do not all find a place.
+void OutputDropsWindowTest::markedLinesAreThoseThatWereHandedOver() {
+    Playing tPlaying(90, 400);
+    tPlaying.t.Advance(1);
+    const QStringList sLog = tPlaying.Log();
+    const QByteArray sMarks = Marks(tPlaying.t, tPlaying.t.lstOutputData);
+    int iMarked = 0, iUnmarked = 0;
+    for (qsizetype i = 0; i < sLog.size(); ++i) {
+        if (sLog[i].startsWith(QLatin1String("<<"))) {
+            QCOMPARE(sMarks[i], '-');
+        } else if (sMarks[i] == '+') {
+            QCOMPARE(sLog[i].toStdString(), Line(iMarked++, 400));
+        } else {
+            QCOMPARE(sLog[i].toStdString(), Line(iMarked + iUnmarked++, 400));
+        }
+    }
+    QCOMPARE(iMarked + iUnmarked, 90);
+    QCOMPARE(iUnmarked, tPlaying.Told(Full));
+    const int iWhole = iMarked - tPlaying.Told(Closed);
+    QVERIFY(iWhole > 0 && iUnmarked > 0 && iWhole < iMarked);
+    const std::string sArrived = tPlaying.Arrived(static_cast<std::size_t>(iWhole) * 400);
+    QCOMPARE(static_cast<int>(sArrived.size() / 400), iWhole);
+}
+
+void OutputDropsWindowTest::stopTellsWhatStillWaits() {
+    Playing tPlaying(60, 400, true);
+    tPlaying.t.Advance(1);
+    QCOMPARE(Panel(tPlaying.t, ui::PanelState), QByteArray("Playback"));
+    QCOMPARE(tPlaying.Told(Closed), 0);
+    const int iDropped = tPlaying.Told(Full);
+    tPlaying.t.Press(ui::KeyStop);
+    QVERIFY(!tPlaying.t.MSCommOutput.PortOpen());
+    const int iWhole = 60 - iDropped - tPlaying.Told(Closed);
+    QVERIFY(tPlaying.Told(Closed) > 0);
+    QCOMPARE(tPlaying.Told(Full), iDropped);
+    const std::string sArrived = tPlaying.Arrived(static_cast<std::size_t>(iWhole) * 400);
+    QCOMPARE(static_cast<int>(sArrived.size() / 400), iWhole);
+}
+
+void OutputDropsWindowTest::nothingIsToldWhenAllLeft() {
+    Playing tPlaying(80, 49);
+    tPlaying.t.Advance(1);
+    QCOMPARE(Panel(tPlaying.t, ui::PanelState), QByteArray("Done"));
+    QCOMPARE(tPlaying.Log().size(), 80);
+    QCOMPARE(Marks(tPlaying.t, tPlaying.t.lstOutputData), QByteArray(80, '+'));
+    QVERIFY(tPlaying.Arrived(std::size_t{80} * 49) == Lines(80, 49));
+}
+
+namespace {
+
+// A window that forwards input #1 to an output in memory, which can be stuck.
+struct Forwarding {
+    World tWorld;
+    TestWindow t{tWorld};
+    int iFed = 0;
+    Forwarding() {
+        t.LoadAndShow();
+        t.chkOutputEnabled.setChecked(true);
+        t.txtOutputPort.SetText("3");
+        t.StartBoth();
+    }
+    MemoryDevice& Device() { return *t.Device(t.MSCommOutput); }
+    void Feed(int iLines) {
+        for (int i = 0; i < iLines; ++i) t.FeedLine(0, "$GPZDA," + std::to_string(++iFed));
+    }
+    QStringList Log() { return support::Log(t, t.lstOutputData); }
+};
+
+constexpr std::int64_t TenSeconds = 38400;
+
+}  // namespace
+
+void OutputDropsWindowTest::numberIsInSightWhileLinesAreDropped() {
+    Forwarding tForwarding;
+    tForwarding.Device().Stick(TenSeconds);
+    tForwarding.Feed(1);
+    QCOMPARE(tForwarding.Log(), Texts({"<<Event 1010>>", "$GPZDA,1"}));
+    tForwarding.t.Advance(1);
+    QCOMPARE(tForwarding.Log().last(), QStringLiteral("<<Output full - 1 sentence dropped>>"));
+    // A flood between two seconds; each notice tells how many have been dropped so far.
+    tForwarding.Feed(1000);
+    const QStringList sLog = tForwarding.Log();
+    int iNotices = 0, iLine = 0;
+    for (const QString& sLine : sLog) {
+        if (!sLine.startsWith(QLatin1String(Full))) {
+            iLine = sLine.section(QLatin1Char(','), 1).toInt();
+            continue;
+        }
+        ++iNotices;
+        QCOMPARE(sLine, QStringLiteral("<<Output full - %1 sentences dropped>>").arg(iLine));
+    }
+    QVERIFY(iNotices >= 3);
+    QVERIFY(sLog.indexOf(QRegularExpression(QStringLiteral("<<Output full.*"))) < 30);
+    QCOMPARE(sLog.size(), 101);
+    QVERIFY(!Marks(tForwarding.t, tForwarding.t.lstOutputData).contains('+'));
+}
+
+void OutputDropsWindowTest::numberIsToldOnceASecondAtMostWhenFewAreDropped() {
+    Forwarding tForwarding;
+    tForwarding.Device().Stick(TenSeconds);
+    tForwarding.Feed(3);
+    QCOMPARE(tForwarding.Log().filter(QLatin1String(Full)).size(), 0);
+    tForwarding.t.Advance(1);
+    QCOMPARE(tForwarding.Log().last(), QStringLiteral("<<Output full - 3 sentences dropped>>"));
+    tForwarding.t.Advance(5);  // nothing new
+    QCOMPARE(tForwarding.Log().filter(QLatin1String(Full)).size(), 1);
+    tForwarding.Feed(2);
+    tForwarding.t.Advance(1);
+    QCOMPARE(tForwarding.Log().last(), QStringLiteral("<<Output full - 5 sentences dropped>>"));
+    // Told also when the run ends before the second does.
+    tForwarding.Feed(1);
+    tForwarding.t.Press(ui::KeyStop);
+    QCOMPARE(tForwarding.Log().last(), QStringLiteral("<<Output full - 6 sentences dropped>>"));
+    QCOMPARE(tForwarding.Log().count(QStringLiteral("<<Event 1010>>")), 1);
+}
+
+void OutputDropsWindowTest::numberBeginsAnewWithEachRun() {
+    Forwarding tForwarding;
+    tForwarding.Device().Stick(TenSeconds);
+    tForwarding.Feed(7);
+    tForwarding.t.Advance(1);
+    tForwarding.t.Press(ui::KeyStop);
+    tForwarding.t.Press(ui::KeyStart);
+    tForwarding.t.Advance(1);
+    QCOMPARE(tForwarding.Log(), QStringList());
+    tForwarding.Feed(2);
+    tForwarding.t.Advance(1);
+    QCOMPARE(tForwarding.Log().last(), QStringLiteral("<<Output full - 2 sentences dropped>>"));
+}
+
+void OutputDropsWindowTest::lossTellsWhatStillWaited() {
+    Forwarding tForwarding;
+    tForwarding.Device().Stick(25);  // of lines of 10 characters each: three are not out
+    tForwarding.Feed(5);
+    QCOMPARE(Marks(tForwarding.t, tForwarding.t.lstOutputData), QByteArray("+++++"));
+    tForwarding.Device().Vanish();
+    QCOMPARE(tForwarding.Log().mid(5), Texts({"<<Event 2001>>", "<<Output lost - 3 sentences dropped>>"}));
+    tForwarding.t.Press(ui::KeyStop);
+    QCOMPARE(tForwarding.Log().size(), 7);  // not told again
+}
+
+void OutputDropsWindowTest::linesAreUnmarkedWhileTheDeviceIsAway() {
+    Forwarding tForwarding;
+    tForwarding.Feed(1);
+    tForwarding.Device().Vanish();
+    tForwarding.Feed(2);
+    tForwarding.t.MSCommOutput.Retry();
+    tForwarding.Feed(1);
+    QCOMPARE(tForwarding.Log(),
+             Texts({"$GPZDA,1", "<<Event 2001>>", "$GPZDA,2", "$GPZDA,3", "<<Event 2002>>", "$GPZDA,4"}));
+    QCOMPARE(Marks(tForwarding.t, tForwarding.t.lstOutputData), QByteArray("+----+"));
+    QCOMPARE(Bytes(tForwarding.Device().Written()), QByteArray("$GPZDA,1\r\n$GPZDA,4\r\n"));
+}
+
+void OutputDropsWindowTest::linesAreUnmarkedWhenTheOutputCannotBeOpened() {
+    World tWorld;
+    tWorld.sBadPorts[3] = "No such device";
+    TestWindow t(tWorld);
+    t.LoadAndShow();
+    t.chkOutputEnabled.setChecked(true);
+    t.chkOutputRMC.setChecked(true);
+    t.txtOutputPort.SetText("3");
+    const QString sFile = tWorld.Path(QStringLiteral("played.txt"));
+    tWorld.WriteFile(sFile,
+                     "05/15/2011 12:00:00 $GPZDA,1\r\n"
+                     "05/15/2011 12:00:00 $GPGLL,4916.45,N,12311.12,W,225444,A*31\r\n");
+    tWorld.tFileAnswers.push_back(sFile);
+    t.Press(ui::KeyPlayback);
+    t.Advance(1);
+    QCOMPARE(Log(t, t.lstOutputData).value(0), QStringLiteral("$GPZDA,1"));
+    QVERIFY(Log(t, t.lstOutputData).value(1).startsWith(QLatin1String("$ECRMC,")));
+    QCOMPARE(Log(t, t.lstOutputData).size(), 3);
+    QCOMPARE(Marks(t, t.lstOutputData), QByteArray("-+-"));  // a made sentence is marked in every case
+}
+
+QTEST_MAIN(OutputDropsWindowTest)
+#include "OutputDropsWindowTest.moc"
