@@ -218,6 +218,7 @@ protected:
     // An error of the run, in panel 2.
     void ShowError(std::string_view sText);
 
+    void CommAppend(PortIndex Index, std::string_view sPiece);  // to the line being received, within its bound
     void OutputForward(const std::string& sLine);   // sends an accepted line and logs it, marked if it left
     void OutputTellDropped(std::int64_t lAtLeast);  // how many a full output has dropped, if so many are untold
     void OutputTellLeft(std::string_view sWhy);     // how many waited in vain

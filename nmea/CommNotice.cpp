@@ -33,4 +33,8 @@ std::string OutputNotice(std::string_view sWhy, std::int64_t lSentences) {
     return std::string("<<Output ").append(sWhy) + " - " + Counted(lSentences, "sentence") + " dropped>>";
 }
 
+std::string LongLineNotice(std::size_t lCharacters) {
+    return "<<Line dropped - longer than " + Counted(static_cast<std::int64_t>(lCharacters), "character") + ">>";
+}
+
 }  // namespace nmea

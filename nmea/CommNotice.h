@@ -27,5 +27,7 @@ std::string CommNotice(int iEvent);
 // Notices of our own, beside those of the events.
 // Sentences that did not leave; sWhy is "full", "lost" or "closed": "<<Output full - 816 sentences dropped>>".
 std::string OutputNotice(std::string_view sWhy, std::int64_t lSentences);
+// A line of more than so many characters: "<<Line dropped - longer than 65536 characters>>".
+std::string LongLineNotice(std::size_t lCharacters);
 
 }  // namespace nmea

@@ -9,7 +9,8 @@ namespace app {
 namespace {
 
 constexpr std::string_view LineEnds = "\r\n";
-constexpr double CharacterPause = 0.01;  // seconds after each character sent to the receiver
+constexpr std::size_t LongestLine = 65536;  // far beyond any sentence; a port that ends no line shall not fill memory
+constexpr double CharacterPause = 0.01;     // seconds after each character sent to the receiver
 constexpr double SecondsOfDay = 86400;
 
 }  // namespace
@@ -25,16 +26,25 @@ void frmMain::MSComm_OnComm(PortIndex Index) {
     std::string_view sRest = sInput;
     while (!sRest.empty()) {
         const std::size_t lEnd = sRest.find_first_of(LineEnds);
-        m_sCommBuffer(Index).append(sRest.substr(0, lEnd));
+        CommAppend(Index, sRest.substr(0, lEnd));
         if (lEnd == std::string_view::npos) return;
         if (sRest[lEnd] == '\r') {  // a line feed is dropped wherever it stands
             m_dtCommLast(Index) = m_tPlatform.Now();
-            SentenceDispatch(Index);
+            if (m_sCommBuffer(Index).size() <= LongestLine) SentenceDispatch(Index);
             m_bCommReceived(Index) = true;
             m_sCommBuffer(Index).clear();
         }
         sRest.remove_prefix(lEnd + 1);
     }
+}
+
+// A line that grows beyond the bound is told of once. One character more than the bound is kept of it: by that it is
+// known until its end, where it is thrown away.
+void frmMain::CommAppend(PortIndex Index, std::string_view sPiece) {
+    std::string& sLine = m_sCommBuffer(Index);
+    if (sLine.size() > LongestLine) return;
+    sLine.append(sPiece.substr(0, LongestLine + 1 - sLine.size()));
+    if (sLine.size() > LongestLine) CommData(Index, nmea::LongLineNotice(LongestLine), false);
 }
 
 // The receiver board misses characters that come at full speed.

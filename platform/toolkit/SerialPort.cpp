@@ -16,6 +16,7 @@ namespace toolkit {
 namespace {
 constexpr int RetryMs = 1000;
 constexpr double LongestWaitSeconds = 10;  // of the line's own rate: older sentences are of no use to anybody
+constexpr std::size_t MostInput = 65536;   // characters that wait for a listener that takes none
 
 // Two names of one device must compare equal; a device that is no file is known by its name alone.
 QString CanonicalDevice(const QString& sDevice) {
@@ -81,7 +82,8 @@ struct SerialPort::Private {
     bool bAway = false;       // open, but the device has vanished
     bool bReceiving = false;  // within Receive
     bool bReceiveEvents = true;
-    bool bFull = false;  // texts have been dropped; ends when half of the queue is written
+    bool bInputFull = false;  // characters have been thrown away since somebody asked last
+    bool bFull = false;       // texts have been dropped; ends when half of the queue is written
     WaitingTexts tWaiting;
     std::int64_t lDropped = 0;  // texts
 
@@ -137,6 +139,7 @@ void SerialPort::ClosePort() {
     d->tmrRetry.stop();
     d->pDevice->Close();
     d->tWaiting.Keep(d->pDevice->BytesToWrite());
+    d->bInputFull = false;
     d->sInput.clear();
     d->sDevice.clear();
 }
@@ -153,6 +156,7 @@ bool SerialPort::ReportsLineErrors() const { return d->pDevice && d->pDevice->Re
 
 std::string SerialPort::Input() {
     if (!d->bOpen) return {};
+    d->bInputFull = false;
     std::string sData = std::exchange(d->sInput, {});
     return sData.append(d->pDevice->ReadAll());
 }
@@ -229,6 +233,10 @@ void SerialPort::Private::Receive() {
         const std::string sBatch = pDevice->ReadAll();
         if (sBatch.empty()) return;
         if (!bReceiveEvents) continue;
+        if (sInput.size() >= MostInput) {
+            if (!std::exchange(bInputFull, true)) tPort.RaiseEvent(nmea::CommRxOver);
+            continue;
+        }
         sInput += sBatch;
         tPort.RaiseEvent(nmea::CommReceive);
     }

@@ -100,7 +100,12 @@ private slots:
     void lineMayComeInPieces();
     void everyOtherByteBelongsToTheLine();
     void highBytesCountInTheChecksum();
-    void longLineGrowsUntilItsEnd();
+    void lineOf64KiBIsALine();
+    void lineBeyond64KiBIsDroppedToItsEnd_data();
+    void lineBeyond64KiBIsDroppedToItsEnd();
+    void portThatEndsNoLineIsToldOnce();
+    void overlongLineIsNotDecodedRecordedOrForwarded();
+    void overlongLineEndsWithTheRun();
     void arrivalIsTheTimeOfTheCarriageReturn();
     void everyLineCountsAsTraffic_data();
     void everyLineCountsAsTraffic();
@@ -205,15 +210,96 @@ void DispatchWindowTest::highBytesCountInTheChecksum() {
     QCOMPARE(Log(t, t.lstCommData(0)), Texts({sLine}));
 }
 
-void DispatchWindowTest::longLineGrowsUntilItsEnd() {
+void DispatchWindowTest::lineOf64KiBIsALine() {
     Listening tListening;
     TestWindow& t = tListening.t;
     const std::string sPiece(4096, 'x');
-    for (int i = 0; i < 64; ++i) t.Feed(0, sPiece);
+    for (int i = 0; i < 16; ++i) t.Feed(0, sPiece);
     QVERIFY(t.Lines(t.lstCommData(0)).empty());
     t.Feed(0, "\r");
-    QCOMPARE(t.Lines(t.lstCommData(0)).at(0).size(), std::size_t{64 * 4096});
+    QCOMPARE(t.Lines(t.lstCommData(0)).at(0).size(), std::size_t{65536});
     QVERIFY(t.m_sCommBuffer(0).empty());
+}
+
+namespace {
+
+const std::string TooLong = "<<Line dropped - longer than 65536 characters>>";
+
+}  // namespace
+
+void DispatchWindowTest::lineBeyond64KiBIsDroppedToItsEnd_data() {
+    QTest::addColumn<std::size_t>("lLength");
+    QTest::addColumn<std::size_t>("lPiece");
+    QTest::newRow("by one character") << std::size_t{65537} << std::size_t{65537};
+    QTest::newRow("by one character, in pieces") << std::size_t{65537} << std::size_t{4096};
+    QTest::newRow("character by character") << std::size_t{65600} << std::size_t{1};
+    QTest::newRow("by much") << std::size_t{1000000} << std::size_t{4096};
+    QTest::newRow("by much at once") << std::size_t{1000000} << std::size_t{1000000};
+}
+
+void DispatchWindowTest::lineBeyond64KiBIsDroppedToItsEnd() {
+    QFETCH(std::size_t, lLength);
+    QFETCH(std::size_t, lPiece);
+    Listening tListening(true);
+    TestWindow& t = tListening.t;
+    const std::string sLong(lLength, 'x');
+    for (std::size_t i = 0; i < lLength; i += lPiece) t.Feed(0, std::string_view(sLong).substr(i, lPiece));
+    QCOMPARE(Log(t, t.lstCommData(0)), Texts({TooLong}));  // before its end, which may never come
+    QVERIFY(t.m_sCommBuffer(0).size() <= 65537);
+    t.Feed(0, "\r\n$GPZDA,1\r\n");
+    QCOMPARE(Log(t, t.lstCommData(0)), Texts({TooLong, "$GPZDA,1"}));
+    QCOMPARE(Marks(t, t.lstCommData(0)), QByteArray("--"));
+    QCOMPARE(Panel(t, ui::PanelSummary), QByteArray());
+    QCOMPARE(tListening.Forwarded(), QByteArray("$GPZDA,1\r\n"));
+    // The next one is told of again.
+    t.Feed(0, sLong);
+    QCOMPARE(Log(t, t.lstCommData(0)), Texts({TooLong, "$GPZDA,1", TooLong}));
+}
+
+void DispatchWindowTest::portThatEndsNoLineIsToldOnce() {
+    Listening tListening;
+    TestWindow& t = tListening.t;
+    t.Feed(1, std::string(100000, '\n'));  // a line feed ends nothing, and belongs to no line
+    const std::string sNoise(3840, 'x');
+    for (int i = 0; i < 3600; ++i) {  // an hour at full rate
+        t.Feed(0, sNoise);
+        QVERIFY(t.m_sCommBuffer(0).capacity() < 200000);
+    }
+    t.Advance(1);
+    QCOMPARE(Log(t, t.lstCommData(0)), Texts({TooLong}));
+    QVERIFY(t.Lines(t.lstCommData(1)).empty());
+    QCOMPARE(Panel(t, ui::PanelSilence0), QByteArray("00:01"));
+    t.Feed(0, "\r");
+    t.Advance(1);
+    QCOMPARE(Panel(t, ui::PanelSilence0), QByteArray("00:00"));  // a bad line counts as traffic all the same
+}
+
+// A good beginning says nothing about a line whose rest has been dropped.
+void DispatchWindowTest::overlongLineIsNotDecodedRecordedOrForwarded() {
+    Listening tListening(true);
+    TestWindow& t = tListening.t;
+    const QString sFile = tListening.tWorld.Path(QStringLiteral("record.txt"));
+    tListening.tWorld.tFileAnswers.push_back(sFile);
+    t.Press(ui::KeyRecord);
+    t.FeedLine(0, Report);
+    const std::string sGll = "$GPGLL,4916.45,N,12311.12,W,225444,A,";
+    t.FeedLine(0, sGll + std::string(70000, 'x'));
+    t.FeedLine(0, WithChecksum("$PNMLS,29,19,3"));
+    t.Press(ui::KeyStop);
+    QVERIFY(t.Lines(t.lstGpsData).empty());
+    QVERIFY(tListening.tWorld.ReadFile(sFile).find("GLL") == std::string::npos);
+    QVERIFY(!tListening.Forwarded().contains("GLL"));
+    QCOMPARE(Cell(t, 1, targets::ColSignal), QByteArray("29"));  // a bad line changes no more than its buffer
+}
+
+void DispatchWindowTest::overlongLineEndsWithTheRun() {
+    Listening tListening;
+    TestWindow& t = tListening.t;
+    t.Feed(0, std::string(70000, 'x'));
+    t.Press(ui::KeyStop);
+    t.Press(ui::KeyStart);
+    t.Feed(0, "$GPZDA,1\r");
+    QCOMPARE(Log(t, t.lstCommData(0)), Texts({"$GPZDA,1"}));
 }
 
 void DispatchWindowTest::arrivalIsTheTimeOfTheCarriageReturn() {

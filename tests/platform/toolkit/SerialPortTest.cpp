@@ -144,6 +144,7 @@ private slots:
     void TextsLeftBehindAreCountedAtTheClose();
     void TextsLeftBehindAreCountedAtTheLoss();
     void DroppedTextsAreCounted();
+    void InputThatNobodyTakesIsBounded();
     void VanishedDeviceIsReportedOnce();
     void DeviceComesBack();
     void FailedRetriesAreSilent();
@@ -474,6 +475,19 @@ void SerialPortTest::DroppedTextsAreCounted() {
     QCOMPARE(t.tPort.TextsDropped(), std::int64_t{14});
     t.tPort.ClosePort();
     QCOMPARE(t.tPort.TextsDropped(), std::int64_t{0});
+}
+
+void SerialPortTest::InputThatNobodyTakesIsBounded() {
+    Fixture t;
+    t.tPort.OpenPort();
+    t.bTakesInput = false;
+    const std::string sBatch(1000, 'x');
+    for (int i = 0; i < 1000; ++i) t.pDevice->Feed(sBatch);
+    QCOMPARE(std::count(t.iEvents.begin(), t.iEvents.end(), 1008), 1);
+    QCOMPARE(t.tPort.Input().size(), std::size_t{66000});  // 64 KiB, and the rest of the reception that passed them
+    t.bTakesInput = true;
+    t.pDevice->Feed("next");
+    QCOMPARE(t.sInputs, Texts{"next"});
 }
 
 void SerialPortTest::VanishedDeviceIsReportedOnce() {
