@@ -70,7 +70,7 @@ public:
     void MSComm_OnComm(PortIndex Index);
     void SentenceDispatch(PortIndex Index);
     void CommData(PortIndex Index, std::string_view sData, bool bDecoded);
-    void CommSendPaced(PortIndex Index, const std::string& sData);
+    bool CommSendPaced(PortIndex Index, const std::string& sData);  // false: cut off, the port takes no more
     static std::string NmeaChecksum(std::string_view sBody) { return nmea::NmeaChecksum(sBody); }
 
     // Output port (nmea/frmMain_Output)
@@ -219,6 +219,7 @@ protected:
     void ShowError(std::string_view sText);
 
     void CommAppend(PortIndex Index, std::string_view sPiece);  // to the line being received, within its bound
+    void CommDropHalfLine(PortIndex Index);
     void OutputForward(const std::string& sLine);   // sends an accepted line and logs it, marked if it left
     void OutputTellDropped(std::int64_t lAtLeast);  // how many a full output has dropped, if so many are untold
     void OutputTellLeft(std::string_view sWhy);     // how many waited in vain

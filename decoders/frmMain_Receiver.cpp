@@ -91,9 +91,16 @@ void frmMain::SendReceiverCommand(const std::string& sSentence) {
         ShowError("Receiver - The command before is still being sent");
         return;
     }
+    if (MSComm(ReceiverPort).Away()) {
+        ShowError("Receiver - The device of input #1 is away, nothing was sent");
+        return;
+    }
     m_bSending = true;
-    CommSendPaced(ReceiverPort, sSentence);
+    const bool bSent = CommSendPaced(ReceiverPort, sSentence);
     m_bSending = false;
+    if (bSent || !MSComm(ReceiverPort).PortOpen()) return;  // who presses Stop knows
+    ShowError(MSComm(ReceiverPort).Away() ? "Receiver - The command was cut off, the device of input #1 has gone"
+                                          : "Receiver - The command was cut off, input #1 takes no more");
 }
 
 }  // namespace app

@@ -27,6 +27,8 @@ std::string CommNotice(int iEvent);
 // Notices of our own, beside those of the events.
 // Sentences that did not leave; sWhy is "full", "lost" or "closed": "<<Output full - 816 sentences dropped>>".
 std::string OutputNotice(std::string_view sWhy, std::int64_t lSentences);
+// The beginning of a line whose end never comes: "<<Half line dropped - 23 characters>>".
+std::string HalfLineNotice(std::size_t lCharacters);
 // A line of more than so many characters: "<<Line dropped - longer than 65536 characters>>".
 std::string LongLineNotice(std::size_t lCharacters);
 

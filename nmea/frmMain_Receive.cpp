@@ -19,6 +19,7 @@ void frmMain::MSComm_OnComm(PortIndex Index) {
     const int iEvent = MSComm(Index).CommEvent();
     if (iEvent != nmea::CommReceive) {
         CommData(Index, nmea::CommNotice(iEvent), false);
+        if (iEvent == nmea::CommRestored) CommDropHalfLine(Index);
         return;
     }
     const ReportBatch tBatch(*this);
@@ -47,11 +48,17 @@ void frmMain::CommAppend(PortIndex Index, std::string_view sPiece) {
     if (sLine.size() > LongestLine) CommData(Index, nmea::LongLineNotice(LongestLine), false);
 }
 
+// The rest of the line was sent while the device was away; what comes now begins another one.
+void frmMain::CommDropHalfLine(PortIndex Index) {
+    std::string& sLine = m_sCommBuffer(Index);
+    if (!sLine.empty() && sLine.size() <= LongestLine) CommData(Index, nmea::HalfLineNotice(sLine.size()), false);
+    sLine.clear();
+}
+
 // The receiver board misses characters that come at full speed.
-void frmMain::CommSendPaced(PortIndex Index, const std::string& sData) {
+bool frmMain::CommSendPaced(PortIndex Index, const std::string& sData) {
     for (const char c : sData) {
-        if (!MSComm(Index).PortOpen()) return;  // stopped in the middle
-        MSComm(Index).Output({&c, 1});
+        if (!MSComm(Index).Output({&c, 1})) return false;  // stopped in the middle, or the device has gone
         const double dStart = m_tPlatform.SecondsSinceMidnight();
         double dElapsed = 0;
         while (dElapsed < CharacterPause) {
@@ -60,6 +67,7 @@ void frmMain::CommSendPaced(PortIndex Index, const std::string& sData) {
             if (dElapsed < 0) dElapsed += SecondsOfDay;  // the clock has wrapped at midnight
         }
     }
+    return true;
 }
 
 }  // namespace app
