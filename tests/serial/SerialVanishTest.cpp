@@ -89,12 +89,11 @@ void SerialVanishTest::VanishedDeviceCostsNoProcessorTime() {
 }
 
 void SerialVanishTest::DeviceIsBackUnderTheSameLink() {
-    PtyPort tPty, tPlaceholder;
+    PtyPort tPty;
     Listener t(tPty);
     const QString sFormer = t.tPort.Device();
     tPty.HangUp();
     QTRY_COMPARE(t.iEvents, Events{2001});
-    PtyPort tTakesTheOldName;  // so that the device comes back as another one
     tPty.Recreate();
     QVERIFY(tPty.Device() != sFormer);
     t.tPort.Retry();

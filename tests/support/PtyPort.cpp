@@ -21,18 +21,23 @@ constexpr int ReadWaitMs = 5000;
 
 PtyPort::PtyPort() { Recreate(); }
 
-PtyPort::~PtyPort() { HangUp(); }
+PtyPort::~PtyPort() {
+    HangUp();
+    if (m_iSlave >= 0) ::close(m_iSlave);
+}
 
 QString PtyPort::Link() const { return m_tFolder.filePath(QStringLiteral("serial-link")); }
 
 void PtyPort::Recreate() {
     HangUp();
+    const int iFormer = m_iSlave;  // given up when the new number is known, so that they differ
     std::array<char, 64> cName{};
     termios tRaw{};
     ::cfmakeraw(&tRaw);
     tRaw.c_cflag |= CREAD;
     if (::openpty(&m_iMaster, &m_iSlave, cName.data(), &tRaw, nullptr) != 0)
         throw std::runtime_error("no pseudo-terminal to be had");
+    if (iFormer >= 0) ::close(iFormer);
     for (const int iDescriptor : {m_iMaster, m_iSlave}) {
         ::fcntl(iDescriptor, F_SETFD, FD_CLOEXEC);
         ::fcntl(iDescriptor, F_SETFL, ::fcntl(iDescriptor, F_GETFL) | O_NONBLOCK);
@@ -44,8 +49,7 @@ void PtyPort::Recreate() {
 void PtyPort::HangUp() {
     QFile::remove(Link());
     if (m_iMaster >= 0) ::close(m_iMaster);
-    if (m_iSlave >= 0) ::close(m_iSlave);
-    m_iMaster = m_iSlave = -1;
+    m_iMaster = -1;
 }
 
 std::size_t PtyPort::WriteSome(std::string_view sData) {

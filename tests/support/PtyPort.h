@@ -30,8 +30,9 @@ public:
     // Reads until iSize characters have come, with the event loop running, for five seconds at most.
     std::string ReadAtLeast(std::size_t iSize);
 
-    void HangUp();    // the device vanishes, and its link
-    void Recreate();  // it is back under the same link, perhaps as another device
+    // The device vanishes, and its link. Nobody else gets its number before it is back or this object is gone.
+    void HangUp();
+    void Recreate();  // it is back under the same link, always as another device
     bool Exists() const { return m_iMaster >= 0; }
 
     // What the device's user has set (the kernel keeps the rate, but not parity and data bits).
@@ -41,7 +42,9 @@ private:
     QTemporaryDir m_tFolder;
     QString m_sDevice;
     int m_iMaster = -1;
-    int m_iSlave = -1;  // kept open, so that a program may close and open the device without the far end noticing
+    // Kept open, so that a program may close and open the device without the far end noticing; after a hang-up too:
+    // the system gives a number to the next who asks as soon as both ends are closed, and other tests run meanwhile.
+    int m_iSlave = -1;
 };
 
 }  // namespace support

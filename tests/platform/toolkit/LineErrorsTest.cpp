@@ -1,6 +1,9 @@
 // Line errors from a driver's counters; the test is the driver.
 #include "platform/toolkit/LineErrors.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <QTest>
 #include <climits>
 
@@ -155,11 +158,13 @@ void LineErrorsTest::StoppedReportsNothing() {
 void LineErrorsTest::PseudoTerminalHasNoCounters() {
     support::PtyPort tPty;
     const QByteArray sDevice = tPty.Device().toLocal8Bit();
-    QFile tFile(tPty.Device());
-    QVERIFY2(tFile.open(QIODevice::ReadWrite | QIODevice::Unbuffered), sDevice.constData());
+    // Else it becomes the terminal of a test that leads its session, and ends it with a SIGHUP when it goes.
+    const int iDescriptor = ::open(sDevice.constData(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    QVERIFY2(iDescriptor >= 0, sDevice.constData());
     toolkit::LineErrors tErrors;
-    tErrors.Start(tFile.handle());
+    tErrors.Start(iDescriptor);
     QVERIFY(!tErrors.Supported());
+    ::close(iDescriptor);
 }
 
 QTEST_GUILESS_MAIN(LineErrorsTest)

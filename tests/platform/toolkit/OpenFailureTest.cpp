@@ -98,8 +98,9 @@ void OpenFailureTest::ForbiddenDevice() {
 void OpenFailureTest::BusyDeviceNamesItsHolder() {
     support::PtyPort tPty;
     QProcess tHolder;
-    tHolder.setStandardInputFile(tPty.Device());
-    tHolder.start(QStringLiteral("sleep"), {QStringLiteral("60")});
+    // Opened by the child itself: in this process it would become the terminal of a test that leads its session.
+    tHolder.start(QStringLiteral("sh"),
+                  {QStringLiteral("-c"), QStringLiteral("exec sleep 60 < \"$0\""), tPty.Device()});
     QVERIFY(tHolder.waitForStarted());
     const QString sLocked = QStringLiteral("Permission error while locking the device");
     const QString sExpected = QStringLiteral("busy: %1 is in use by sleep (process %2)");
