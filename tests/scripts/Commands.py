@@ -1,0 +1,220 @@
+"""./run, ./run demo and ./test with stand-ins for everything that they start: each step is made to fail in turn, and
+each time the last line says in words what failed."""
+
+import os
+import pathlib
+import unittest
+
+from machine import Machine
+
+STAY = "exec tail -f /dev/null"  # until it is killed
+BUILD = """
+[[ "$1" == --build ]] || exit 0
+mkdir -p build/release/app build/release/tools
+cp "$STAND_INS/tidewatch" build/release/app/
+cp "$STAND_INS/tidewatch-sim" build/release/tools/"""
+PROGRAM = f'echo $$ >> "$STAND_INS/started"\n{STAY} 3< "$(dirname "$0")/receiver"'
+SIMULATOR = f'echo $$ >> "$STAND_INS/started"\ntouch "$2" "$4"\n{STAY}'
+DISPLAY = f'echo $$ >> "$STAND_INS/started"\necho 99 >&3\n{STAY}'
+SOURCES = ("app", "decoders", "nav", "nmea", "packaging", "platform", "targets", "tools", "ui")
+
+
+class Commands(unittest.TestCase):
+    def setUp(self):
+        self.machine = Machine("run", "test", "scripts/demo", "CMakeLists.txt", "CMakePresets.json", "packages.txt")
+        self.addCleanup(self.machine.remove)
+        self.stand_ins = self.machine.folder / "stand-ins"
+        for folder in SOURCES:
+            (self.machine.tree / folder).mkdir()
+        self.shorten_patience()
+        self.packages(f'echo "$*" >> "{self.machine.folder}/asked"')
+        self.machine.script(self.stand_ins / "tidewatch", PROGRAM)
+        self.machine.script(self.stand_ins / "tidewatch-sim", SIMULATOR)
+        for name, body in (("cmake", BUILD), ("ctest", "exit 0"), ("Xvfb", DISPLAY), ("sleep", "exit 0"),
+                           ("xdotool", '[[ "$1" != search ]] || echo 77'), ("identify", "echo 1000"),
+                           ("import", 'echo picture > "$3"')):
+            self.machine.stand_in(name, body)
+
+    def shorten_patience(self):
+        """A second's tries are as good as a minute's where nobody really sleeps."""
+        demo = self.machine.tree / "scripts/demo"
+        text = demo.read_text()
+        self.assertIn("\niPatience=60 ", text)
+        demo.write_text(text.replace("\niPatience=60 ", "\niPatience=1 "))
+
+    def run_it(self, script, *words, **variables):
+        return self.machine.run(script, *words, STAND_INS=str(self.stand_ins), **variables)
+
+    def check_failure(self, outcome, speaker, *words):
+        code, _, errors = outcome
+        self.assertEqual(code, 1, outcome)
+        self.assertTrue(errors and errors[-1].startswith(speaker + ": "), outcome)
+        for word in words:
+            self.assertIn(word, errors[-1])
+
+    def packages(self, body):
+        self.machine.script(self.machine.tree / "scripts/install-packages", body)
+
+    def refuse_packages(self):
+        self.packages('echo "install-packages: no" >&2\nexit 1')
+
+    def asked_for(self):
+        return (self.machine.folder / "asked").read_text().splitlines()
+
+
+class Run(Commands):
+    def test_builds_and_starts(self):
+        self.machine.script(self.stand_ins / "tidewatch", 'echo "the program"')
+        self.assertEqual(self.run_it("run", DISPLAY=":1"), (0, ["the program"], []))
+        self.assertEqual(self.asked_for(), ["build"])
+        self.assertEqual(len(self.machine.calls("cmake")), 2)
+        # Nothing has changed: nothing is built.
+        self.assertEqual(self.run_it("run", DISPLAY=":1"), (0, ["the program"], []))
+        self.assertEqual(len(self.machine.calls("cmake")), 2)
+
+    def test_builds_again_after_a_change(self):
+        self.machine.script(self.stand_ins / "tidewatch", "exit 0")
+        self.run_it("run", DISPLAY=":1")
+        stamp = os.stat(self.machine.tree / "build/release/.built").st_mtime
+        os.utime(self.machine.tree / "app", (stamp + 1, stamp + 1))
+        self.run_it("run", DISPLAY=":1")
+        self.assertEqual(len(self.machine.calls("cmake")), 4)
+
+    def test_failed_build_is_not_taken_for_done(self):
+        self.machine.stand_in("cmake", BUILD + "\nexit 1")
+        self.check_failure(self.run_it("run", DISPLAY=":1"), "run", "build failed")
+        self.check_failure(self.run_it("run", DISPLAY=":1"), "run", "build failed")
+
+    def test_packages_are_refused(self):
+        self.refuse_packages()
+        self.check_failure(self.run_it("run", DISPLAY=":1"), "install-packages")
+
+    def test_cannot_be_configured(self):
+        self.machine.stand_in("cmake", "exit 1")
+        self.check_failure(self.run_it("run", DISPLAY=":1"), "run", "could not be configured")
+
+    def test_no_display(self):
+        self.check_failure(self.run_it("run"), "run", "no display", "./run demo")
+
+    def test_unknown_word(self):
+        self.assertEqual(self.run_it("run", "fast"), (2, [], ["Usage: ./run [demo]"]))
+
+
+class Test(Commands):
+    def test_both_builds(self):
+        code, output, errors = self.run_it("test")
+        self.assertEqual((code, errors), (0, []))
+        self.assertEqual(self.asked_for(), ["build test"])
+        self.assertEqual([words.split()[1] for words in self.machine.calls("ctest")], ["release", "asan"])
+
+    def test_packages_are_refused(self):
+        self.refuse_packages()
+        self.check_failure(self.run_it("test"), "install-packages")
+
+    def test_cannot_be_configured(self):
+        self.machine.stand_in("cmake", '[[ "$1 $2" != "--preset asan" ]]')
+        self.check_failure(self.run_it("test"), "test", "asan build could not be configured")
+
+    def test_build_fails(self):
+        self.machine.stand_in("cmake", '[[ "$1 $3" != "--build release" ]]')
+        self.check_failure(self.run_it("test"), "test", "release build failed")
+        self.assertEqual(self.machine.calls("ctest"), [])
+
+    def test_tests_fail_in_one_build(self):
+        for preset in ("release", "asan"):
+            with self.subTest(preset):
+                self.machine.stand_in("ctest", f'[[ "$2" != {preset} ]]')
+                self.check_failure(self.run_it("test"), "test", "tests failed", "builds: " + preset)
+        self.assertEqual(len(self.machine.calls("ctest")), 4)
+
+
+class Demo(Commands):
+    def demo(self, **variables):
+        """Whatever it comes to, nothing that was started goes on and no folder stays."""
+        outcome = self.run_it("run", "demo", TMPDIR=str(self.machine.folder), **variables)
+        for number in (self.stand_ins / "started").read_text().split():
+            self.assertFalse(pathlib.Path("/proc", number).exists(), f"process {number} goes on")
+        self.assertEqual(list(self.machine.folder.glob("tidewatch-demo.*")), [])
+        return outcome
+
+    def test_without_a_display(self):
+        code, output, errors = self.demo()
+        self.assertEqual((code, errors), (0, []))
+        picture = self.machine.tree / "build/demo.png"
+        self.assertEqual(output[-1], f"Screenshot: {picture}")
+        self.assertTrue(picture.exists())
+        self.assertEqual(self.asked_for(), ["build", "demo"])
+
+    def test_on_a_display(self):
+        self.machine.script(self.stand_ins / "tidewatch", "exit 0")
+        code, output, errors = self.demo(DISPLAY=":1")
+        self.assertEqual((code, errors), (0, []))
+        self.assertTrue(output[-1].startswith("Press Start: "), output)
+        self.assertEqual(self.machine.calls("Xvfb"), [])
+
+    def test_program_fails_on_a_display(self):
+        self.machine.script(self.stand_ins / "tidewatch", "exit 7")
+        self.check_failure(self.demo(DISPLAY=":1"), "demo", "program ended", "7")
+
+    def test_earlier_screenshot_is_no_success(self):
+        self.demo()
+        self.machine.stand_in("import", "exit 0")
+        self.machine.stand_in("identify", '[[ -e "$3" ]] && echo 1000')
+        self.check_failure(self.demo(), "demo", "screenshot")
+
+    def test_simulator_ends(self):
+        self.machine.script(self.stand_ins / "tidewatch-sim", 'echo $$ >> "$STAND_INS/started"\nexit 1')
+        self.check_failure(self.demo(), "demo", "simulated receiver")
+
+    def test_program_ends(self):
+        self.machine.script(self.stand_ins / "tidewatch", "exit 1")
+        self.machine.stand_in("xdotool", "exit 1")
+        self.check_failure(self.demo(), "demo", "window", "ended")
+
+    def test_window_never_comes(self):
+        self.machine.stand_in("xdotool", '[[ "$1" != search ]]')
+        self.check_failure(self.demo(), "demo", "window", "after 1 s")
+
+    def test_port_is_not_opened(self):
+        self.machine.script(self.stand_ins / "tidewatch", f'echo $$ >> "$STAND_INS/started"\n{STAY}')
+        self.check_failure(self.demo(), "demo", "port", "after 1 s")
+
+    def test_start_cannot_be_pressed(self):
+        self.machine.stand_in("xdotool", '[[ "$1" == search ]] && echo 77')
+        self.check_failure(self.demo(), "demo", "Start")
+
+    def test_tab_cannot_be_turned(self):
+        self.machine.stand_in("xdotool", '[[ "$1" != search ]] || echo 77\n[[ "$*" != *--repeat* ]]')
+        self.check_failure(self.demo(), "demo", "tab")
+
+    def test_program_ends_while_it_runs(self):
+        self.machine.stand_in("sleep", """
+            [[ "$1" == 15 ]] || exit 0
+            iProgram="$(tail -n 1 "$STAND_INS/started")"
+            kill "$iProgram"
+            while grep -q '^State:.[^Z]' "/proc/$iProgram/status" 2>/dev/null; do :; done""")
+        self.check_failure(self.demo(), "demo", "program ended")
+
+    def test_display_does_not_start(self):
+        self.machine.stand_in("Xvfb", "exit 1")
+        self.check_failure(self.demo(), "demo", "virtual display", "ended")
+
+    def test_packages_of_the_demo_are_refused(self):
+        self.packages('[[ "$1" != demo ]] || { echo "install-packages: no" >&2; exit 1; }')
+        self.check_failure(self.demo(), "install-packages")
+
+    def test_no_screenshot(self):
+        self.machine.stand_in("import", "exit 1")
+        self.check_failure(self.demo(), "demo", "no screenshot")
+
+    def test_screenshot_cannot_be_read(self):
+        self.machine.stand_in("identify", "exit 1")
+        self.check_failure(self.demo(), "demo", "cannot be read")
+
+    def test_blank_screenshot(self):
+        self.machine.stand_in("identify", "echo 2")
+        self.check_failure(self.demo(), "demo", "blank")
+
+
+if __name__ == "__main__":
+    unittest.main()
