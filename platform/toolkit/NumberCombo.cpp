@@ -1,12 +1,14 @@
-// The list of numbers and the text above it.
+// The list of numbers and the text above it: neither moves while the user is at it.
 #include "platform/toolkit/NumberCombo.h"
 
+#include <QAbstractItemView>
 #include <QAbstractListModel>
 #include <QLineEdit>
 #include <QSignalBlocker>
 #include <algorithm>
 #include <vector>
 
+#include "platform/toolkit/Focus.h"
 #include "platform/toolkit/Latin1.h"
 #include "platform/toolkit/RepaintBeat.h"
 
@@ -60,19 +62,47 @@ private:
     std::vector<std::int32_t> m_lPublished;
 };
 
+namespace {
+
+// What the user sees and has marked in a line.
+struct LineState {
+    QString sText;
+    int iCursor = 0;
+    int iSelectionStart = -1;
+    int iSelectionLength = 0;
+    bool bModified = false;
+    bool operator==(const LineState&) const = default;
+
+    static LineState Of(const QLineEdit& t) {
+        return {t.text(), t.cursorPosition(), t.selectionStart(), t.selectionLength(), t.isModified()};
+    }
+    // The list's model writes into the line when its first item comes, when it is emptied and when its current entry
+    // goes: only then is there anything to put back, and the user's undo is lost.
+    void PutBack(QLineEdit& t) const {
+        if (Of(t) == *this) return;
+        if (t.text() != sText) t.setText(sText);
+        t.setModified(bModified);
+        if (iSelectionStart < 0) {
+            t.setCursorPosition(iCursor);
+        } else if (iCursor == iSelectionStart) {
+            t.setSelection(iSelectionStart + iSelectionLength, -iSelectionLength);
+        } else {
+            t.setSelection(iSelectionStart, iSelectionLength);
+        }
+    }
+};
+
+}  // namespace
+
 NumberCombo::NumberCombo(QWidget* pParent)
     : QComboBox(pParent),
       m_pModel(new NumberModel(Items, this)),
-      m_pItemsBeat(new RepaintBeat(*this, [this] { TakeOver(); })),
-      m_pTextBeat(new RepaintBeat(*this, [this] {
-          const QSignalBlocker tBlocker(this);
-          if (currentText() != FromLatin1(m_sText)) setEditText(FromLatin1(m_sText));
-      })) {
+      m_pBeat(new RepaintBeat(*this, [this] { TakeOver(); })) {
     setEditable(true);
     setInsertPolicy(NoInsert);
     setCompleter(nullptr);
     setModel(m_pModel);
-    Items.Changed.SetListener([this] { m_pItemsBeat->Mark(); });
+    Items.Changed.SetListener([this] { m_pBeat->Mark(); });
     connect(this, &QComboBox::editTextChanged, this, [this](const QString& sText) { m_sText = ToLatin1(sText); });
 }
 
@@ -80,20 +110,34 @@ NumberCombo::~NumberCombo() { Items.Changed.SetListener({}); }
 
 void NumberCombo::SetText(std::string_view sText) {
     m_sText = sText;
-    m_pTextBeat->Mark();
+    m_pBeat->Mark();
 }
 
 void NumberCombo::TakeOver() {
-    Items.Changed.Clear();
-    // A reset of the model empties the edit text, and a first item overwrites it: the text must survive both. The
-    // entry of that text, if there is one, is where the arrow keys and an opened list start.
+    if (m_bHasOpened && view()->isVisible()) {
+        m_pBeat->Mark();  // an open list does not slide under the pointer
+        return;
+    }
     const QSignalBlocker tBlocker(this);
     const QSignalBlocker tEditBlocker(lineEdit());
-    const int iCursor = lineEdit()->cursorPosition();
-    m_pModel->Publish();
-    setCurrentIndex(findText(FromLatin1(m_sText), Qt::MatchExactly));
-    setEditText(FromLatin1(m_sText));
-    lineEdit()->setCursorPosition(iCursor);
+    const LineState tBefore = LineState::Of(*lineEdit());
+    // What the user is typing is not typed on to a text of the program's.
+    const bool bTyping = HasFocus(*this) && tBefore.bModified;
+    const QString sText = bTyping ? tBefore.sText : FromLatin1(m_sText);
+    if (Items.Changed.Marked()) {
+        Items.Changed.Clear();
+        m_pModel->Publish();
+    }
+    // The entry of the text, if there is one, is where the arrow keys and an opened list start.
+    const int iEntry = findText(sText, Qt::MatchExactly);
+    if (iEntry != currentIndex()) setCurrentIndex(iEntry);
+    if (sText == tBefore.sText) {
+        tBefore.PutBack(*lineEdit());
+    } else {
+        setEditText(sText);
+        if (HasFocus(*this)) lineEdit()->selectAll();  // so that typing replaces it
+    }
+    if (sText != FromLatin1(m_sText)) m_pBeat->Mark();
 }
 
 void NumberCombo::showEvent(QShowEvent* pEvent) {
@@ -101,13 +145,11 @@ void NumberCombo::showEvent(QShowEvent* pEvent) {
     QComboBox::showEvent(pEvent);
 }
 
-void NumberCombo::Synchronize() {
-    m_pItemsBeat->Synchronize();
-    m_pTextBeat->Synchronize();
-}
+void NumberCombo::Synchronize() { m_pBeat->Synchronize(); }
 
 void NumberCombo::showPopup() {
     Synchronize();
+    m_bHasOpened = true;
     QComboBox::showPopup();
 }
 

@@ -1,5 +1,5 @@
 // An editable box with a list of numbers below it, over NumberItems. Its text is the user's or the program's and is
-// left alone by the list, whatever items come and go.
+// left alone by the list, whatever items come and go: what is typed, marked or chosen from an open list stays as it is.
 #pragma once
 
 #include <QComboBox>
@@ -24,6 +24,7 @@ public:
     const std::string& Text() const { return m_sText; }
     void SetText(std::string_view sText);
 
+    // Shows what has come since; not while the list is open, and no text of the program's in the middle of typing.
     void Synchronize();
     void showPopup() override;
 
@@ -34,9 +35,9 @@ private:
     void TakeOver();
 
     NumberModel* m_pModel;
-    RepaintBeat* m_pItemsBeat;
-    RepaintBeat* m_pTextBeat;
-    std::string m_sText;  // compared for every row of every message while tracking
+    RepaintBeat* m_pBeat;
+    bool m_bHasOpened = false;  // the list was shown once; before that there is none
+    std::string m_sText;        // compared for every row of every message while tracking
 };
 
 }  // namespace toolkit

@@ -46,8 +46,15 @@ private slots:
     void textOfTheProgramIsShown();
     void typedTextIsTheText();
     void typingSurvivesNewItems();
+    void markedTextSurvivesNewItems_data();
+    void markedTextSurvivesNewItems();
+    void undoSurvivesNewItems();
+    void textOfTheProgramWaitsForTheTyping();
+    void textOfTheProgramIsMarkedForTyping();
     void choosingAnItemSetsTheText();
     void openListKeepsItsPlace();
+    void openListDoesNotSlide();
+    void openListKeepsTheText();
     void arrowKeysStartAtTheText();
     void dataGoesWithTheItem();
     void manyNewItemsComeAtOnce();
@@ -140,6 +147,97 @@ void NumberComboTest::typingSurvivesNewItems() {
     QCOMPARE(t.Text(), std::string("12x34"));
 }
 
+void NumberComboTest::markedTextSurvivesNewItems_data() {
+    QTest::addColumn<QString>("sText");
+    for (const char* s : {"206000000", "20", "no item", ""}) QTest::newRow(s) << QString::fromLatin1(s);
+}
+
+// Whether the text is an item, becomes one or never is: first item, one before it, one behind it, all gone, many.
+void NumberComboTest::markedTextSurvivesNewItems() {
+    QFETCH(QString, sText);
+    NumberCombo t;
+    Show(t);
+    t.SetText(toolkit::ToLatin1(sText));
+    t.Synchronize();
+    const auto tNewItems = [&t](int iStep) {
+        if (iStep == 4) t.Items.Clear();
+        for (int i = 0; iStep == 5 && i < 200; ++i) t.Items.FindOrInsert(1000 + i, 0);
+        const int iItems[] = {206000000, 20, 300000000, 5, 206000000, 2};
+        t.Items.FindOrInsert(iItems[iStep], 0);
+        t.Synchronize();
+    };
+    for (int i = 0; i < 6; ++i) {
+        t.lineEdit()->selectAll();
+        tNewItems(i);
+        QCOMPARE(t.lineEdit()->selectedText(), sText);
+        QCOMPARE(t.currentText(), sText);
+    }
+    if (sText.isEmpty()) return;
+    // Marked backwards, the cursor stands at the beginning of the selection and goes on from there.
+    t.lineEdit()->setSelection(2, -1);
+    t.Items.FindOrInsert(3, 0);
+    t.Synchronize();
+    QCOMPARE(t.lineEdit()->selectedText(), sText.mid(1, 1));
+    QTest::keyClick(&t, Qt::Key_Left, Qt::ShiftModifier);
+    QCOMPARE(t.lineEdit()->selectedText(), sText.left(2));
+    t.Items.FindOrInsert(4, 0);
+    t.Synchronize();
+    QTest::keyClicks(&t, QStringLiteral("7"));
+    QCOMPARE(t.Text(), toolkit::ToLatin1(QLatin1Char('7') + sText.mid(2)));
+}
+
+void NumberComboTest::undoSurvivesNewItems() {
+    NumberCombo t;
+    for (const int i : {10, 20}) t.Items.FindOrInsert(i, 0);
+    Show(t);
+    QTest::keyClicks(&t, QStringLiteral("12"));
+    QTest::keyClick(&t, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(&t, QStringLiteral("x"));
+    t.Items.FindOrInsert(5, 0);
+    t.Synchronize();
+    QTest::keyClick(&t, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(t.Text(), std::string("12"));
+}
+
+// The text becomes the first target's when it is empty, also when the user has just emptied it to type another.
+void NumberComboTest::textOfTheProgramWaitsForTheTyping() {
+    NumberCombo t;
+    t.Items.FindOrInsert(10, 0);
+    Show(t);
+    QTest::keyClicks(&t, QStringLiteral("123"));
+    QTest::keyClick(&t, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(&t, Qt::Key_Delete);
+    t.SetText("206000000");
+    t.Items.FindOrInsert(206000000, 0);
+    t.Synchronize();
+    QCOMPARE(t.Text(), std::string("206000000"));
+    QCOMPARE(t.currentText(), QString());
+    QTest::keyClicks(&t, QStringLiteral("24"));
+    QCOMPARE(t.Text(), std::string("24"));
+    t.Synchronize();
+    QCOMPARE(t.currentText(), QStringLiteral("24"));
+    // Without further typing it shows once the user has gone elsewhere.
+    t.lineEdit()->selectAll();
+    QTest::keyClick(&t, Qt::Key_Backspace);
+    t.SetText("205000000");
+    t.Synchronize();
+    QCOMPARE(t.currentText(), QString());
+    t.clearFocus();
+    QTRY_COMPARE(t.currentText(), QStringLiteral("205000000"));
+}
+
+// In an empty box that has the focus.
+void NumberComboTest::textOfTheProgramIsMarkedForTyping() {
+    NumberCombo t;
+    Show(t);
+    t.SetText("206000000");
+    t.Items.FindOrInsert(206000000, 0);
+    t.Synchronize();
+    QCOMPARE(t.currentText(), QStringLiteral("206000000"));
+    QTest::keyClicks(&t, QStringLiteral("24"));
+    QCOMPARE(t.Text(), std::string("24"));
+}
+
 void NumberComboTest::choosingAnItemSetsTheText() {
     NumberCombo t;
     for (const int i : {10, 20, 30}) t.Items.FindOrInsert(i, 0);
@@ -172,6 +270,50 @@ void NumberComboTest::openListKeepsItsPlace() {
     t.Items.FindOrInsert(1, 0);  // not yet in the list that is seen
     QTest::keyClick(t.view(), Qt::Key_Return);
     QCOMPARE(t.Text(), std::string("20"));
+}
+
+void NumberComboTest::openListDoesNotSlide() {
+    NumberCombo t;
+    for (int i = 0; i < 40; ++i) t.Items.FindOrInsert(1000 + 10 * i, 0);
+    t.SetText("1200");
+    Show(t);
+    t.showPopup();
+    QTRY_VERIFY(t.view()->isVisible());
+    const auto tSeen = [&t] {
+        QStringList sSeen;
+        for (int y = 2; y < t.view()->viewport()->height(); y += 5) {
+            sSeen << t.view()->indexAt(QPoint(5, y)).data().toString();
+        }
+        return sSeen;
+    };
+    const QStringList sBefore = tSeen();
+    QVERIFY(sBefore.contains(QStringLiteral("1200")));
+    for (int i = 0; i < 40; ++i) {
+        t.Items.FindOrInsert(1005 + 10 * i, 0);
+        t.Synchronize();
+        QCOMPARE(tSeen(), sBefore);
+    }
+    t.Items.Clear();  // Stop and Start by the keyboard
+    for (int i = 0; i < 200; ++i) t.Items.FindOrInsert(i, 0);
+    t.Synchronize();
+    QCOMPARE(tSeen(), sBefore);
+    QTest::keyClick(t.view(), Qt::Key_Escape);
+    QTRY_COMPARE(t.count(), 200);
+    QCOMPARE(t.Text(), std::string("1200"));
+}
+
+void NumberComboTest::openListKeepsTheText() {
+    NumberCombo t;
+    for (const int i : {10, 20}) t.Items.FindOrInsert(i, 0);
+    t.SetText("20");
+    Show(t);
+    t.showPopup();
+    QTRY_VERIFY(t.view()->isVisible());
+    t.SetText("10");
+    t.Synchronize();
+    QCOMPARE(t.currentText(), QStringLiteral("20"));
+    QTest::keyClick(t.view(), Qt::Key_Escape);
+    QTRY_COMPARE(t.currentText(), QStringLiteral("10"));
 }
 
 void NumberComboTest::arrowKeysStartAtTheText() {
