@@ -3,6 +3,7 @@
 
 #include <QCloseEvent>
 #include <QEvent>
+#include <QStatusTipEvent>
 
 namespace app {
 
@@ -39,6 +40,13 @@ void frmMain::ConnectEvents() {
         connect(pBox, &QLineEdit::returnPressed, this, &frmMain::TimingPlan);
     }
     Client.installEventFilter(this);
+}
+
+// The stock answer to a status tip lays it over the panels.
+bool frmMain::event(QEvent* pEvent) {
+    if (pEvent->type() != QEvent::StatusTip) return FormDesign::event(pEvent);
+    StatusBar.ShowTip(static_cast<QStatusTipEvent*>(pEvent)->tip());
+    return true;
 }
 
 void frmMain::closeEvent(QCloseEvent* pEvent) {

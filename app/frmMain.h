@@ -138,7 +138,7 @@ public:
     void cmbTargetDetail_Click();
     void cmbTargetSort_Click();
     void chkTargetTrack_Click();
-    void grdTargetData_Click();
+    void grdTargetData_Click(std::int32_t lRow, std::int32_t lCol);
     void grdTargetData_DblClick();
     void grdTargetData_MouseMove(float fX, float fY);
     void grdTargetData_RowActivated(std::int32_t lRow);
@@ -173,6 +173,7 @@ public:
     ui::TimingRow TimingRowOf(const ui::TimingLabels& t) const;
 
 protected:
+    bool event(QEvent* pEvent) override;
     void closeEvent(QCloseEvent* pEvent) override;
     void changeEvent(QEvent* pEvent) override;
     bool eventFilter(QObject* pObject, QEvent* pEvent) override;

@@ -12,7 +12,7 @@ const std::array<TargetColumnDesign, TargetColumnCount> TargetColumns = {{
     {"Thres",      "-Thres-",          ColumnGroup::Always},
     {"Snr",        "-Snr-",            ColumnGroup::Always},
     {"Time",       "-hh:mm:ss-",       ColumnGroup::Always},
-    {"Message Id", "0",                ColumnGroup::Always},  // Kept on purpose: narrow, the number alone shows
+    {"Message Id", "0",                ColumnGroup::Always},  // Kept on purpose: narrow; wide enough by a double-click
     {"Rng",        "--Rng--",          ColumnGroup::Always},
     {"Brg",        "--Brg--",          ColumnGroup::Always},
     {"Lat",        "-00-00.00-N-",     ColumnGroup::Position},

@@ -20,13 +20,8 @@ void frmMain::GridGetRowCol(const toolkit::Grid& grd, float fX, float fY, std::i
     }
 }
 
-void frmMain::grdTargetData_Click() {
-    std::int32_t lRow = -1;
-    std::int32_t lCol = -1;
-    GridGetRowCol(grdTargetData, grdTargetData.MouseX(), grdTargetData.MouseY(), lRow, lCol);
-    if (lCol != ColMmsi || lRow < 1) return;
-    lRow = grdTargetData.LiveRow(lRow);  // what the user saw may have been sorted to another place since
-    if (lRow > 0) grdTargetData_RowActivated(lRow);
+void frmMain::grdTargetData_Click(std::int32_t lRow, std::int32_t lCol) {
+    if (lCol == ColMmsi && lRow > 0) grdTargetData_RowActivated(lRow);
 }
 
 void frmMain::grdTargetData_RowActivated(std::int32_t lRow) {

@@ -3,20 +3,19 @@
 
 #include <QClipboard>
 #include <QContextMenuEvent>
+#include <QCoreApplication>
 #include <QGuiApplication>
-#include <QHash>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMouseEvent>
-#include <QPainter>
 #include <QScrollBar>
-#include <QStaticText>
-#include <QStyledItemDelegate>
+#include <QStatusTipEvent>
+#include <QStyleOptionHeader>
 #include <algorithm>
-#include <array>
-#include <cmath>
+#include <utility>
 
+#include "platform/toolkit/CellDelegate.h"
 #include "platform/toolkit/GridModel.h"
 #include "platform/toolkit/Latin1.h"
 #include "platform/toolkit/RepaintBeat.h"
@@ -25,67 +24,18 @@ namespace toolkit {
 
 namespace {
 
-constexpr int CellPadding = 2;    // pixels left and right of a cell's text
-constexpr int NarrowColumn = 16;  // pixels; up to here text gets all there is
-constexpr int RowPadding = 4;     // pixels that a row is higher than its font
-
-// Draws the text of a cell itself, from texts that were laid out before: a small part of the cost of the stock
-// delegate, which lays out every text anew.
-class CellDelegate : public QStyledItemDelegate {
+// A header's own way of cutting a name is to show a piece out of its middle.
+class GridHeader : public QHeaderView {
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-    void paint(QPainter* pPainter, const QStyleOptionViewItem& tOption, const QModelIndex& tIndex) const override {
-        const bool bSelected = (tOption.state & QStyle::State_Selected) != 0;
-        const QPalette& tPalette = tOption.palette;
-        const auto eGroup = (tOption.state & QStyle::State_Active) != 0 ? QPalette::Active : QPalette::Inactive;
-        if (bSelected) {
-            pPainter->fillRect(tOption.rect, tPalette.brush(eGroup, QPalette::Highlight));
-        } else if ((tOption.features & QStyleOptionViewItem::Alternate) != 0) {
-            pPainter->fillRect(tOption.rect, tPalette.brush(eGroup, QPalette::AlternateBase));
-        }
-        pPainter->setPen(tPalette.color(eGroup, bSelected ? QPalette::HighlightedText : QPalette::Text));
-        const int iPadding = tOption.rect.width() > NarrowColumn ? CellPadding : 0;
-        const QRect tText = tOption.rect.adjusted(iPadding, 0, -iPadding, 0);
-        DrawText(*pPainter, tText, tIndex.data(Qt::TextAlignmentRole).toInt(), tIndex.data().toString());
-    }
+    explicit GridHeader(QWidget* pParent) : QHeaderView(Qt::Horizontal, pParent) {}
 
-private:
-    void DrawText(QPainter& tPainter, const QRect& tRect, int iAlignment, const QString& sText) const {
-        if (sText.isEmpty()) return;
-        const QStaticText& tShaped = Shaped(tPainter.font(), sText);
-        const QSizeF tSize = tShaped.size();
-        double dLeft = tRect.left();
-        if ((iAlignment & Qt::AlignRight) != 0) dLeft = tRect.left() + tRect.width() - tSize.width();
-        if ((iAlignment & Qt::AlignHCenter) != 0) dLeft = tRect.left() + (tRect.width() - tSize.width()) / 2;
-        const QPointF tPlace(std::round(dLeft), std::round(tRect.top() + (tRect.height() - tSize.height()) / 2));
-        if (tSize.width() <= tRect.width()) {
-            tPainter.drawStaticText(tPlace, tShaped);
-            return;
-        }
-        tPainter.save();
-        tPainter.setClipRect(tRect, Qt::IntersectClip);
-        tPainter.drawStaticText(tPlace, tShaped);
-        tPainter.restore();
+protected:
+    void initStyleOptionForIndex(QStyleOptionHeader* pOption, int iColumn) const override {
+        QHeaderView::initStyleOptionForIndex(pOption, iColumn);
+        const int iWidth = sectionSize(iColumn);
+        if (pOption->fontMetrics.horizontalAdvance(pOption->text) <= iWidth) return;
+        pOption->text = Elided(font(), pOption->text, iWidth, false);
     }
-
-    // Laying a text out is the dear part of drawing it, and from one beat to the next nearly all texts stay.
-    const QStaticText& Shaped(const QFont& tFont, const QString& sText) const {
-        if (m_tShaped.size() >= MostShaped || tFont != m_tFont) {
-            m_tShaped.clear();
-            m_tFont = tFont;
-        }
-        auto it = m_tShaped.find(sText);
-        if (it == m_tShaped.end()) {
-            it = m_tShaped.insert(sText, QStaticText(sText));
-            it->setTextFormat(Qt::PlainText);
-            it->prepare({}, tFont);
-        }
-        return *it;
-    }
-
-    static constexpr qsizetype MostShaped = 4096;  // a full table has some 2,000 different texts
-    mutable QHash<QString, QStaticText> m_tShaped;
-    mutable QFont m_tFont;
 };
 
 }  // namespace
@@ -93,9 +43,10 @@ private:
 Grid::Grid(QWidget* pParent)
     : QTableView(pParent),
       m_pModel(new GridModel(Cells, this)),
+      m_pDelegate(new CellDelegate(this)),
       m_pBeat(new RepaintBeat(*this, [this] { TakeOver(); })) {
     setModel(m_pModel);
-    setItemDelegate(new CellDelegate(this));
+    setItemDelegate(m_pDelegate);
     setAlternatingRowColors(true);
     setWordWrap(false);
     setEditTriggers(NoEditTriggers);
@@ -104,11 +55,12 @@ Grid::Grid(QWidget* pParent)
     setTabKeyNavigation(false);
     setVerticalScrollMode(ScrollPerPixel);
     setHorizontalScrollMode(ScrollPerPixel);
+    setHorizontalHeader(new GridHeader(this));
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setMinimumSectionSize(1);
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + RowPadding);
-    horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + CellDelegate::RowPadding);
+    horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
     horizontalHeader()->setMinimumSectionSize(1);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSectionsClickable(false);
@@ -128,7 +80,14 @@ void Grid::SetRedraw(bool bRedraw) {
 
 void Grid::SetColumn(int iCol, std::string_view sTemplate, bool bShown, int iWidth) {
     if (m_tColumns.size() <= static_cast<std::size_t>(iCol)) m_tColumns.resize(static_cast<std::size_t>(iCol) + 1);
-    m_tColumns[static_cast<std::size_t>(iCol)] = {std::string(sTemplate), iWidth, bShown};
+    Column& tColumn = m_tColumns[static_cast<std::size_t>(iCol)];
+    if (tColumn.iWidth != iWidth) tColumn.bApply = true;
+    if (tColumn.bShown != bShown) {
+        for (Column& tAny : m_tColumns) tAny.bApply = true;  // other columns begin with the program's widths
+    }
+    tColumn.sTemplate = sTemplate;
+    tColumn.iWidth = iWidth;
+    tColumn.bShown = bShown;
     Cells.Changed.Mark();
     m_pBeat->Mark();
 }
@@ -142,14 +101,19 @@ void Grid::TakeOver() {
     }
     Cells.Changed.Clear();
     m_pModel->Publish();
-    const int iCols = std::min(m_pModel->columnCount(), static_cast<int>(m_tColumns.size()));
-    for (int iCol = 0; iCol < iCols; ++iCol) {
-        const Column& tColumn = m_tColumns[static_cast<std::size_t>(iCol)];
-        if (isColumnHidden(iCol) == tColumn.bShown) setColumnHidden(iCol, !tColumn.bShown);
-        if (tColumn.bShown && columnWidth(iCol) != tColumn.iWidth) setColumnWidth(iCol, tColumn.iWidth);
-    }
+    TakeOverColumns();
     for (int iRow = 1; iRow < Cells.Rows(); ++iRow) {
         if (isRowHidden(iRow - 1) != Cells.Hidden(iRow)) setRowHidden(iRow - 1, Cells.Hidden(iRow));
+    }
+    TellPointed();  // another row may have come under the mouse
+}
+
+void Grid::TakeOverColumns() {
+    const int iCols = std::min(m_pModel->columnCount(), static_cast<int>(m_tColumns.size()));
+    for (int iCol = 0; iCol < iCols; ++iCol) {
+        Column& tColumn = m_tColumns[static_cast<std::size_t>(iCol)];
+        if (isColumnHidden(iCol) == tColumn.bShown) setColumnHidden(iCol, !tColumn.bShown);
+        if (tColumn.bShown && std::exchange(tColumn.bApply, false)) setColumnWidth(iCol, tColumn.iWidth);
     }
 }
 
@@ -172,50 +136,78 @@ int Grid::RowHeight(int iRow) const {
 int Grid::LiveRow(int iRow) const { return iRow == 0 ? 0 : m_pModel->LiveRow(iRow - 1); }
 
 void Grid::Click(float fX, float fY) {
-    m_fMouseX = fX;
-    m_fMouseY = fY;
-    emit Clicked();
+    const QPoint tPlace =
+        viewport()->mapFrom(this, QPointF(static_cast<double>(fX), static_cast<double>(fY)).toPoint());
+    Press(tPlace);
+    Release(tPlace);
 }
 
-void Grid::DblClick(float fX, float fY) {
-    m_fMouseX = fX;
-    m_fMouseY = fY;
-    emit DblClicked();
+void Grid::Press(QPoint tPlace) {
+    m_tPressed = indexAt(tPlace);
+    const int iRow = m_tPressed.row();
+    const int iCol = m_tPressed.column();
+    // With its grid lines, which visualRect leaves out.
+    m_tPressedPlace = m_tPressed.isValid() ? QRect(columnViewportPosition(iCol), rowViewportPosition(iRow),
+                                                   columnWidth(iCol), rowHeight(iRow))
+                                           : QRect();
 }
 
-void Grid::MouseMove(float fX, float fY) {
-    m_fMouseX = fX;
-    m_fMouseY = fY;
-    emit MouseMoved(fX, fY);
-}
-
-// Mouse events of the viewport and of the header, in the grid's own coordinates.
-void Grid::Track(QWidget& tSource, QEvent* pEvent) {
-    const QPoint tOffset = tSource.mapTo(this, QPoint(0, 0));
-    const auto tPlace = [&] { return static_cast<QMouseEvent*>(pEvent)->position() + tOffset; };
-    const auto bLeft = [&] { return static_cast<QMouseEvent*>(pEvent)->button() == Qt::LeftButton; };
-    if (pEvent->type() == QEvent::MouseMove) {
-        MouseMove(static_cast<float>(tPlace().x()), static_cast<float>(tPlace().y()));
-    } else if (pEvent->type() == QEvent::MouseButtonRelease && bLeft()) {
-        Click(static_cast<float>(tPlace().x()), static_cast<float>(tPlace().y()));
-    } else if (pEvent->type() == QEvent::MouseButtonDblClick && bLeft()) {
-        DblClick(static_cast<float>(tPlace().x()), static_cast<float>(tPlace().y()));
-    } else if (pEvent->type() == QEvent::Leave) {
-        MouseMove(-1, -1);
-    }
+void Grid::Release(QPoint tPlace) {
+    const bool bClick = std::exchange(m_tPressedPlace, {}).contains(tPlace);
+    if (bClick) emit Clicked(m_tPressed.isValid() ? LiveRow(m_tPressed.row() + 1) : -1, m_tPressed.column());
 }
 
 bool Grid::viewportEvent(QEvent* pEvent) {
+    const auto tMouse = [pEvent] { return static_cast<QMouseEvent*>(pEvent); };
+    const auto tPlace = [&] { return tMouse()->position().toPoint(); };
+    const QEvent::Type eType = pEvent->type();
+    if (eType == QEvent::MouseButtonPress && tMouse()->button() == Qt::LeftButton) Press(tPlace());
     const bool bHandled = QTableView::viewportEvent(pEvent);
-    Track(*viewport(), pEvent);
+    if (eType == QEvent::MouseButtonRelease && tMouse()->button() == Qt::LeftButton) {
+        Release(tPlace());
+    } else if (eType == QEvent::MouseButtonDblClick && tMouse()->button() == Qt::LeftButton) {
+        DblClick();  // its release finds nothing pressed
+    } else if (eType == QEvent::MouseMove) {
+        TellMove(*viewport(), *tMouse());
+        PointAt(tPlace());
+    } else if (eType == QEvent::Leave) {
+        MouseMove(-1, -1);
+        PointAt({});
+    }
     return bHandled;
 }
 
+// Over the header the mouse explains columns, too. Its buttons drag and fit columns and mean no cell.
 bool Grid::eventFilter(QObject* pObject, QEvent* pEvent) {
-    if (pObject == horizontalHeader()->viewport() && pEvent->type() != QEvent::Leave) {
-        Track(*horizontalHeader()->viewport(), pEvent);
+    QWidget* pHeader = horizontalHeader()->viewport();
+    if (pObject == pHeader && pEvent->type() == QEvent::MouseMove) {
+        TellMove(*pHeader, *static_cast<QMouseEvent*>(pEvent));
     }
     return QTableView::eventFilter(pObject, pEvent);
+}
+
+void Grid::TellMove(const QWidget& tSource, const QMouseEvent& tEvent) {
+    const QPointF tPlace = tEvent.position() + tSource.mapTo(this, QPoint(0, 0));
+    MouseMove(static_cast<float>(tPlace.x()), static_cast<float>(tPlace.y()));
+}
+
+void Grid::PointAt(std::optional<QPoint> tPlace) {
+    m_tPointed = tPlace && viewport()->rect().contains(*tPlace) ? tPlace : std::nullopt;
+    TellPointed();
+}
+
+// The whole text of a cell that is cut is the window's status tip while the mouse points at the cell.
+void Grid::TellPointed() {
+    QString sWhole;
+    const QModelIndex tIndex = m_tPointed ? indexAt(*m_tPointed) : QModelIndex();
+    if (tIndex.isValid()) {
+        sWhole = tIndex.data().toString();
+        if (!m_pDelegate->IsCut(font(), sWhole, visualRect(tIndex).width())) sWhole.clear();
+    }
+    if (sWhole == m_sTold) return;
+    m_sTold = sWhole;
+    QStatusTipEvent tEvent(sWhole);
+    QCoreApplication::sendEvent(this, &tEvent);
 }
 
 void Grid::keyPressEvent(QKeyEvent* pEvent) {
@@ -241,15 +233,25 @@ void Grid::contextMenuEvent(QContextMenuEvent* pEvent) {
     tMenu.exec(pEvent->globalPos());
 }
 
+void Grid::scrollContentsBy(int iX, int iY) {
+    QTableView::scrollContentsBy(iX, iY);
+    TellPointed();
+}
+
 void Grid::showEvent(QShowEvent* pEvent) {
     m_pBeat->Shown();
     QTableView::showEvent(pEvent);
 }
 
+void Grid::hideEvent(QHideEvent* pEvent) {
+    PointAt({});
+    QTableView::hideEvent(pEvent);
+}
+
 void Grid::changeEvent(QEvent* pEvent) {
     QTableView::changeEvent(pEvent);
     if (pEvent->type() == QEvent::FontChange) {
-        verticalHeader()->setDefaultSectionSize(fontMetrics().height() + RowPadding);
+        verticalHeader()->setDefaultSectionSize(fontMetrics().height() + CellDelegate::RowPadding);
     }
 }
 

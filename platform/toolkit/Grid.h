@@ -1,8 +1,11 @@
 // A grid of text cells: a table view over GridCells, with row 0 of the cells as its header. Writers change Cells and
-// never wait for the view; the view takes over on its beat. Also the mouse position as row and column.
+// never wait for the view; the view takes over on its beat. Also what the mouse does on it. Columns are dragged wider
+// and narrower at their header borders and fitted by a double-click there.
 #pragma once
 
+#include <QPersistentModelIndex>
 #include <QTableView>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -12,6 +15,7 @@
 
 namespace toolkit {
 
+class CellDelegate;
 class GridModel;
 class RepaintBeat;
 
@@ -27,12 +31,14 @@ public:
     bool Redraw() const { return m_bRedraw; }
     void SetRedraw(bool bRedraw);
 
-    // A column as wide as a text in the grid's font plus iExtra device-independent pixels; of width 0 (hidden) when
-    // bShown is false.
+    // A column that starts as wide as a text in the grid's font, in device-independent pixels; of width 0 (hidden)
+    // when bShown is false. A width that the user has set by hand stays until the program asks for another one or
+    // shows other columns.
     struct Column {
         std::string sTemplate;
         int iWidth = 0;
         bool bShown = true;
+        bool bApply = true;  // the view has not taken the width over yet
     };
     void SetColumn(int iCol, std::string_view sTemplate, bool bShown, int iWidth);
     const std::vector<Column>& Columns() const { return m_tColumns; }
@@ -50,13 +56,10 @@ public:
     int RowHeight(int iRow) const;
     // The row of Cells that the view shows at a row by now: rows may have moved since it took over. -1 when it is gone.
     int LiveRow(int iRow) const;
-    // The mouse position of the latest mouse event over the grid.
-    float MouseX() const { return m_fMouseX; }
-    float MouseY() const { return m_fMouseY; }
-    // Reports a click, a double-click or a move at a place, as the mouse events do.
+    // As the left button pressed and released, pressed twice, or the mouse moved there.
     void Click(float fX, float fY);
-    void DblClick(float fX, float fY);
-    void MouseMove(float fX, float fY);
+    void DblClick() { emit DblClicked(); }
+    void MouseMove(float fX, float fY) { emit MouseMoved(fX, fY); }
 
     void Synchronize();
     // The selected rows, top to bottom, shown columns only, separated by tabs, a line each.
@@ -64,7 +67,8 @@ public:
     void CopySelection() const;
 
 signals:
-    void Clicked();
+    // On the cell that was under the mouse at the press, wherever its row of Cells stands by now; -1 when it is gone.
+    void Clicked(int iRow, int iCol);
     void DblClicked();
     void MouseMoved(float fX, float fY);
     void RowActivated(int iRow);  // Enter on a row of Cells
@@ -74,20 +78,30 @@ protected:
     bool eventFilter(QObject* pObject, QEvent* pEvent) override;
     void keyPressEvent(QKeyEvent* pEvent) override;
     void contextMenuEvent(QContextMenuEvent* pEvent) override;
+    void scrollContentsBy(int iX, int iY) override;
     void showEvent(QShowEvent* pEvent) override;
+    void hideEvent(QHideEvent* pEvent) override;
     void changeEvent(QEvent* pEvent) override;
 
 private:
     void TakeOver();
-    void Track(QWidget& tSource, QEvent* pEvent);
+    void TakeOverColumns();
+    void Press(QPoint tPlace);
+    void Release(QPoint tPlace);
+    void TellMove(const QWidget& tSource, const QMouseEvent& tEvent);
+    void PointAt(std::optional<QPoint> tPlace);
+    void TellPointed();
 
     GridModel* m_pModel;
+    CellDelegate* m_pDelegate;
     RepaintBeat* m_pBeat;
     std::vector<Column> m_tColumns;
     std::pair<int, int> m_tCurrent{-1, -1};
     bool m_bRedraw = true;
-    float m_fMouseX = 0;
-    float m_fMouseY = 0;
+    QPersistentModelIndex m_tPressed;  // the cell of the press: follows its row
+    QRect m_tPressedPlace;             // where that cell was, in the viewport; a release elsewhere is no click
+    std::optional<QPoint> m_tPointed;  // the mouse in the viewport
+    QString m_sTold;                   // the window's latest status tip from here
 };
 
 }  // namespace toolkit

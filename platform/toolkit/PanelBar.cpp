@@ -6,8 +6,14 @@
 
 namespace toolkit {
 
-PanelBar::PanelBar(QWidget* pParent) : QStatusBar(pParent), m_pBeat(new RepaintBeat(*this, [this] { TakeOver(); })) {
+PanelBar::PanelBar(QWidget* pParent)
+    : QStatusBar(pParent), m_pTip(new QLabel(this)), m_pBeat(new RepaintBeat(*this, [this] { TakeOver(); })) {
     setSizeGripEnabled(true);
+    m_pTip->setTextFormat(Qt::PlainText);
+    m_pTip->setMargin(2);
+    m_pTip->setMinimumWidth(1);  // a long tip does not widen the window
+    m_pTip->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
+    m_pTip->hide();
 }
 
 void PanelBar::AddPanel(const QString& sTip, const QString& sTemplate, bool bStretch) {
@@ -21,6 +27,7 @@ void PanelBar::AddPanel(const QString& sTip, const QString& sTemplate, bool bStr
     pLabel->setTextInteractionFlags(Qt::TextSelectableByMouse);
     pLabel->setToolTip(sTip);
     addWidget(pLabel, bStretch ? 1 : 0);
+    if (bStretch) addWidget(m_pTip);  // takes its room from this panel
     m_pLabels.push_back(pLabel);
     m_sTexts.emplace_back();
     m_sTips.push_back(sTip);
@@ -38,6 +45,11 @@ void PanelBar::TakeOver() {
         m_pLabels[i]->setText(sText);
         m_pLabels[i]->setToolTip(m_pLabels[i]->sizeHint().width() > m_pLabels[i]->width() ? sText : m_sTips[i]);
     }
+}
+
+void PanelBar::ShowTip(const QString& sTip) {
+    m_pTip->setText(sTip);
+    m_pTip->setVisible(!sTip.isEmpty());
 }
 
 void PanelBar::Synchronize() { m_pBeat->Synchronize(); }

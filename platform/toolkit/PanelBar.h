@@ -28,6 +28,10 @@ public:
     QString ShownText(int iPanel) const { return m_pLabels[static_cast<std::size_t>(iPanel) - 1]->text(); }
     QLabel& Panel(int iPanel) const { return *m_pLabels[static_cast<std::size_t>(iPanel) - 1]; }
 
+    // A status tip beside the panels, which stay in sight; an empty one goes.
+    void ShowTip(const QString& sTip);
+    const QLabel& Tip() const { return *m_pTip; }
+
     void Synchronize();
 
 protected:
@@ -39,6 +43,7 @@ private:
     std::vector<std::string> m_sTexts;
     std::vector<QLabel*> m_pLabels;
     std::vector<QString> m_sTips;
+    QLabel* m_pTip;
     RepaintBeat* m_pBeat;
 };
 

@@ -209,14 +209,14 @@ bool Exists(const toolkit::Grid& grd, int iRow, int iCol) {
 bool RowInSight(const toolkit::Grid& grd, int iRow) { return iRow < 0 || grd.RowHeight(iRow) > 0; }
 bool ColInSight(const toolkit::Grid& grd, int iCol) { return iCol < 0 || grd.ColWidth(iCol) > 0; }
 
-// Runs tAct(x, y) over the cell of the step; not where there is none, nor in a row that is hidden.
+// Runs tAct(x, y) over the cell of the step; not where there is none, nor in a row or a column that is hidden.
 template <class Act>
 void OverCell(Stage& tStage, const QJsonObject& t, Act tAct) {
     tStage.Window().Synchronize();
     toolkit::Grid& grd = tStage.Window().grdTargetData;
     const int iRow = Whole(t, "row");
     const int iCol = Whole(t, "col");
-    if (!Exists(grd, iRow, iCol) || !RowInSight(grd, iRow)) return;
+    if (!Exists(grd, iRow, iCol) || !RowInSight(grd, iRow) || !ColInSight(grd, iCol)) return;
     tAct(grd, MiddleOfCol(grd, iCol), MiddleOfRow(grd, iRow));
 }
 
@@ -228,15 +228,12 @@ void GridDblClick(Stage& tStage, const QJsonObject& t) {
     const bool bClick = Flag(t, "click", true);
     OverCell(tStage, t, [bClick](toolkit::Grid& grd, float fX, float fY) {
         if (bClick) grd.Click(fX, fY);
-        grd.DblClick(fX, fY);
+        grd.DblClick();
     });
 }
 
 void Mouse(Stage& tStage, const QJsonObject& t) {
-    const int iCol = Whole(t, "col");
-    OverCell(tStage, t, [iCol](toolkit::Grid& grd, float fX, float fY) {
-        if (ColInSight(grd, iCol)) grd.MouseMove(fX, fY);
-    });
+    OverCell(tStage, t, [](toolkit::Grid& grd, float fX, float fY) { grd.MouseMove(fX, fY); });
 }
 
 // Timing, tabs, window

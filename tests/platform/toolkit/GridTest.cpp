@@ -1,4 +1,4 @@
-// The grid: takes over its cells on a beat, keeps the user's place and selection, tells places and mouse events.
+// The grid: takes over its cells on a beat, keeps the user's place, widths and selection, tells places.
 #include "platform/toolkit/Grid.h"
 
 #include <QAbstractItemModelTester>
@@ -13,43 +13,12 @@
 #include <random>
 
 #include "platform/toolkit/Scopes.h"
+#include "tests/platform/toolkit/NamedGrid.h"
 
+using namespace support;
 using toolkit::Grid;
 
 namespace {
-
-// Three columns ("Name", "Number", hidden "Key") and rows named a, b, c ...
-std::unique_ptr<Grid> MakeGrid(int iRows) {
-    auto p = std::make_unique<Grid>();
-    p->resize(400, 300);
-    p->Cells.SetCols(3);
-    p->Cells.SetRows(1);
-    const char* const sHeaders[] = {"Name", "Number", "Key"};
-    for (int i = 0; i < 3; ++i) {
-        p->Cells.SetText(0, i, sHeaders[i], runtime::AlignCentre);
-        p->SetColumn(i, sHeaders[i], i != 2, 100);
-    }
-    for (int i = 1; i <= iRows; ++i) {
-        p->Cells.SetRows(i + 1);
-        p->Cells.SetText(i, 0, std::string(1, static_cast<char>('a' + (i - 1) % 26)), runtime::AlignLeft);
-        p->Cells.SetText(i, 1, std::to_string(i), runtime::AlignRight);
-        p->Cells.SetText(i, 2, std::to_string(i));
-    }
-    return p;
-}
-
-void Show(Grid& t) {
-    t.show();
-    t.Synchronize();
-    QCoreApplication::processEvents();
-}
-
-void SortByKey(Grid& t) {
-    t.Cells.Sort(1U << 2, 1, [&t](int iRow1, int iRow2) {
-        const double d = t.Cells.Number(iRow1, 2) - t.Cells.Number(iRow2, 2);
-        return d < 0 ? -1 : static_cast<int>(d > 0);
-    });
-}
 
 QString Shown(const Grid& t, int iRow, int iCol) { return t.model()->index(iRow - 1, iCol).data().toString(); }
 
@@ -77,8 +46,9 @@ private slots:
     void columnsAreAsWideAsAsked();
     void placesFollowOneAnother();
     void placesFollowTheScrolling();
-    void mouseEventsAreToldInTheGridsCoordinates();
-    void leavingIsAMoveToNowhere();
+    void widthSetByHandStays();
+    void otherShownColumnsBeginWithTheirWidths();
+    void otherWidthOfTheProgramIsTaken();
     void enterActivatesTheRow();
     void liveRowIsWhereTheShownOneHasGone();
     void shownTextsStayWithTheirRowsBetweenBeats();
@@ -214,35 +184,46 @@ void GridTest::placesFollowTheScrolling() {
     QCOMPARE(p->RowPos(0), p->frameWidth());
 }
 
-void GridTest::mouseEventsAreToldInTheGridsCoordinates() {
+void GridTest::widthSetByHandStays() {
     const auto p = MakeGrid(3);
     Show(*p);
-    QSignalSpy tClicks(p.get(), &Grid::Clicked);
-    QSignalSpy tDoubles(p.get(), &Grid::DblClicked);
-    const QPoint tPlace = p->visualRect(p->model()->index(1, 1)).center();
-    const QPoint tInGrid = p->viewport()->mapTo(p.get(), tPlace);
-    QTest::mouseClick(p->viewport(), Qt::LeftButton, {}, tPlace);
-    QCOMPARE(tClicks.count(), 1);
-    QCOMPARE(QPointF(static_cast<double>(p->MouseX()), static_cast<double>(p->MouseY())), QPointF(tInGrid));
-    QTest::mouseDClick(p->viewport(), Qt::LeftButton, {}, tPlace);
-    QCOMPARE(tDoubles.count(), 1);
-    QTest::mouseClick(p->viewport(), Qt::MiddleButton, {}, tPlace);
-    const int iClicks = static_cast<int>(tClicks.count());
-    // On the header as well.
-    QTest::mouseClick(p->horizontalHeader()->viewport(), Qt::LeftButton, {}, QPoint(10, 5));
-    QCOMPARE(tClicks.count(), iClicks + 1);
-    QVERIFY(p->MouseY() < static_cast<float>(p->RowPos(1)));
+    p->setColumnWidth(0, 37);
+    p->Cells.SetRows(10);
+    p->SetColumn(0, "Name", true, 100);  // the same as before: laid out anew, nothing else
+    p->SetColumn(2, "Key", false, 100);
+    p->Synchronize();
+    QCOMPARE(p->columnWidth(0), 37);
+    QCOMPARE(p->columnWidth(1), 100);
+    p->Cells.SetRows(1);
+    p->Cells.SetRows(3);
+    p->Synchronize();
+    QCOMPARE(p->columnWidth(0), 37);
 }
 
-void GridTest::leavingIsAMoveToNowhere() {
+void GridTest::otherShownColumnsBeginWithTheirWidths() {
     const auto p = MakeGrid(3);
     Show(*p);
-    QSignalSpy tMoves(p.get(), &Grid::MouseMoved);
-    QEvent tLeave(QEvent::Leave);
-    QCoreApplication::sendEvent(p->viewport(), &tLeave);
-    QCOMPARE(tMoves.count(), 1);
-    QCOMPARE(tMoves.at(0).at(0).toFloat(), -1.0F);
-    QCOMPARE(tMoves.at(0).at(1).toFloat(), -1.0F);
+    p->setColumnWidth(0, 37);
+    p->SetColumn(2, "Key", true, 70);
+    p->Synchronize();
+    QCOMPARE(p->columnWidth(0), 100);
+    QCOMPARE(p->columnWidth(2), 70);
+    p->setColumnWidth(2, 200);
+    p->SetColumn(2, "Key", false, 70);
+    p->SetColumn(2, "Key", true, 70);
+    p->Synchronize();
+    QCOMPARE(p->columnWidth(2), 70);
+}
+
+void GridTest::otherWidthOfTheProgramIsTaken() {
+    const auto p = MakeGrid(3);
+    Show(*p);
+    p->setColumnWidth(0, 37);
+    p->setColumnWidth(1, 38);
+    p->SetColumn(0, "Name", true, 80);
+    p->Synchronize();
+    QCOMPARE(p->columnWidth(0), 80);
+    QCOMPARE(p->columnWidth(1), 38);
 }
 
 void GridTest::enterActivatesTheRow() {

@@ -27,6 +27,7 @@ private slots:
     void longTextDoesNotWidenTheBar();
     void tipTellsTheMeaningOrTheWholeText();
     void panelsAreWideEnoughForTheirTemplates();
+    void statusTipLeavesThePanelsInSight();
 };
 
 void PanelBarTest::panelsCountFromOne() {
@@ -133,6 +134,34 @@ void PanelBarTest::panelsAreWideEnoughForTheirTemplates() {
     QVERIFY(t.Panel(1).width() >= tWidth(1, "Recording"));
     QVERIFY(t.Panel(3).width() >= tWidth(3, "00:00:00"));
     QVERIFY(t.Panel(2).width() > t.Panel(1).width());
+}
+
+void PanelBarTest::statusTipLeavesThePanelsInSight() {
+    PanelBar t;
+    AddPanels(t);
+    t.resize(500, 30);
+    t.show();
+    for (int i = 1; i <= 3; ++i) t.SetPanelText(i, std::to_string(i));
+    t.Synchronize();
+    QCoreApplication::processEvents();
+    const int iLeast = t.minimumSizeHint().width();
+    QVERIFY(!t.Tip().isVisible());
+    t.ShowTip(QStringLiteral("<b>R>720"));
+    QCoreApplication::processEvents();
+    QVERIFY(t.Tip().isVisible());
+    QCOMPARE(t.Tip().text(), QStringLiteral("<b>R>720"));
+    QVERIFY(t.Tip().width() >= t.fontMetrics().horizontalAdvance(t.Tip().text()));
+    for (int i = 1; i <= 3; ++i) {
+        QVERIFY(t.Panel(i).isVisible());
+        QVERIFY(!t.Panel(i).geometry().intersects(t.Tip().geometry()));
+        QVERIFY(t.Panel(i).width() >= t.fontMetrics().horizontalAdvance(t.Panel(i).text()));
+    }
+    t.ShowTip(QString(5000, QLatin1Char('x')));
+    QCoreApplication::processEvents();
+    QVERIFY(t.minimumSizeHint().width() <= iLeast + 20);
+    QCOMPARE(t.width(), 500);
+    t.ShowTip({});
+    QVERIFY(!t.Tip().isVisible());
 }
 
 QTEST_MAIN(PanelBarTest)

@@ -1,0 +1,119 @@
+// The texts of a grid's cells, laid out once and kept: laying a text out is the dear part of drawing it, and from one
+// beat to the next nearly all texts stay. The stock delegate lays out every text anew.
+#include "platform/toolkit/CellDelegate.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+
+namespace toolkit {
+
+namespace {
+
+constexpr int CellPadding = 2;         // pixels left and right of a cell's text
+constexpr int GridLine = 1;            // pixels of its column that a cell does not have
+constexpr qsizetype MostWhole = 4096;  // a full table has some 2,000 different texts
+constexpr qsizetype MostCut = 1024;    // a screen full of cells
+
+QStaticText LaidOut(const QFont& tFont, const QString& sText) {
+    QStaticText t(sText);
+    t.setTextFormat(Qt::PlainText);
+    t.prepare({}, tFont);
+    return t;
+}
+
+// A column as wide as its text leaves it a pixel less: there the free edge of the last letter may lie.
+bool Fits(const QFont& tFont, const QString& sText, double dText, int iWidth) {
+    if (dText <= iWidth) return true;
+    return dText <= iWidth + GridLine && dText - QFontMetricsF(tFont).rightBearing(sText.back()) <= iWidth;
+}
+
+// Where a text of that width begins: its side's padding gives way when there is no room for it.
+double LeftOf(const QRect& tCell, double dText, int iAlignment) {
+    const double dRoom = std::max(0.0, tCell.width() - dText);
+    if ((iAlignment & Qt::AlignHCenter) != 0) return tCell.left() + dRoom / 2;
+    const double dPadding = std::min<double>(CellPadding, dRoom);
+    return (iAlignment & Qt::AlignRight) != 0 ? tCell.left() + dRoom - dPadding : tCell.left() + dPadding;
+}
+
+}  // namespace
+
+QString Elided(const QFont& tFont, const QString& sText, int iWidth, bool bAtLeft) {
+    const QFontMetricsF tMetrics(tFont);
+    const QChar cEllipsis(0x2026);
+    for (qsizetype iKept = sText.size() - 1; iKept >= 0; --iKept) {
+        const QString sCut = bAtLeft ? cEllipsis + sText.right(iKept) : sText.left(iKept) + cEllipsis;
+        if (tMetrics.horizontalAdvance(sCut) <= iWidth) return sCut;
+    }
+    const QChar cDot(0xb7);
+    const double dDot = std::max(1.0, tMetrics.horizontalAdvance(cDot));
+    return QString(std::clamp(static_cast<int>((iWidth + GridLine) / dDot), 1, 3), cDot);
+}
+
+void CellDelegate::paint(QPainter* pPainter, const QStyleOptionViewItem& tOption, const QModelIndex& tIndex) const {
+    const bool bSelected = (tOption.state & QStyle::State_Selected) != 0;
+    const QPalette& tPalette = tOption.palette;
+    const auto eGroup = (tOption.state & QStyle::State_Active) != 0 ? QPalette::Active : QPalette::Inactive;
+    if (bSelected) {
+        pPainter->fillRect(tOption.rect, tPalette.brush(eGroup, QPalette::Highlight));
+    } else if ((tOption.features & QStyleOptionViewItem::Alternate) != 0) {
+        pPainter->fillRect(tOption.rect, tPalette.brush(eGroup, QPalette::AlternateBase));
+    }
+    pPainter->setPen(tPalette.color(eGroup, bSelected ? QPalette::HighlightedText : QPalette::Text));
+    DrawText(*pPainter, tOption.rect, tIndex.data(Qt::TextAlignmentRole).toInt(), tIndex.data().toString());
+}
+
+QSize CellDelegate::sizeHint(const QStyleOptionViewItem& tOption, const QModelIndex& tIndex) const {
+    const double dText = Whole(tOption.font, tIndex.data().toString()).size().width();
+    return {static_cast<int>(std::ceil(dText)) + 2 * CellPadding, tOption.fontMetrics.height() + RowPadding};
+}
+
+bool CellDelegate::IsCut(const QFont& tFont, const QString& sText, int iWidth) const {
+    return !sText.isEmpty() && !Fits(tFont, sText, Whole(tFont, sText).size().width(), iWidth);
+}
+
+void CellDelegate::DrawText(QPainter& tPainter, const QRect& tCell, int iAlignment, const QString& sText) const {
+    if (sText.isEmpty()) return;
+    const QFont& tFont = tPainter.font();
+    const bool bCut = IsCut(tFont, sText, tCell.width());
+    const bool bAtLeft = (iAlignment & Qt::AlignRight) != 0;
+    const QStaticText& tText = bCut ? Cut(tFont, sText, tCell.width(), bAtLeft) : Whole(tFont, sText);
+    const QSizeF tSize = tText.size();
+    const QPointF tPlace(std::round(LeftOf(tCell, tSize.width(), iAlignment)),
+                         std::round(tCell.top() + (tCell.height() - tSize.height()) / 2));
+    if (!bCut || tSize.width() <= tCell.width()) {
+        tPainter.drawStaticText(tPlace, tText);
+        return;
+    }
+    tPainter.save();  // a column narrower than a dot
+    tPainter.setClipRect(tCell, Qt::IntersectClip);
+    tPainter.drawStaticText(tPlace, tText);
+    tPainter.restore();
+}
+
+void CellDelegate::ForgetOtherFonts(const QFont& tFont) const {
+    if (tFont == m_tFont) return;
+    m_tWhole.clear();
+    m_tCut.clear();
+    m_tFont = tFont;
+}
+
+const QStaticText& CellDelegate::Whole(const QFont& tFont, const QString& sText) const {
+    ForgetOtherFonts(tFont);
+    if (m_tWhole.size() >= MostWhole) m_tWhole.clear();
+    auto it = m_tWhole.find(sText);
+    if (it == m_tWhole.end()) it = m_tWhole.insert(sText, LaidOut(tFont, sText));
+    return *it;
+}
+
+const QStaticText& CellDelegate::Cut(const QFont& tFont, const QString& sText, int iWidth, bool bAtLeft) const {
+    ForgetOtherFonts(tFont);
+    if (m_tCut.size() >= MostCut) m_tCut.clear();
+    const std::pair<QString, int> tKey(sText, bAtLeft ? -iWidth : iWidth);
+    auto it = m_tCut.find(tKey);
+    if (it == m_tCut.end()) it = m_tCut.insert(tKey, LaidOut(tFont, Elided(tFont, sText, iWidth, bAtLeft)));
+    return *it;
+}
+
+}  // namespace toolkit

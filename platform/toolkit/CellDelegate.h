@@ -1,0 +1,43 @@
+// Draws the texts of a grid's cells. A text that does not fit takes the cell's padding first and then is cut with an
+// ellipsis, so that no part of a number ever stands there like a number.
+#pragma once
+
+#include <QHash>
+#include <QStaticText>
+#include <QStyledItemDelegate>
+#include <utility>
+
+namespace toolkit {
+
+// As much of a text as has room in iWidth pixels beside an ellipsis, which stands where the text is cut; where not even
+// the ellipsis has room, as many raised dots as have, one at least: one on the line would be the decimal point of the
+// number in the next column.
+QString Elided(const QFont& tFont, const QString& sText, int iWidth, bool bAtLeft);
+
+class CellDelegate : public QStyledItemDelegate {
+    Q_OBJECT
+public:
+    static constexpr int RowPadding = 4;  // pixels that a row is higher than its font
+
+    using QStyledItemDelegate::QStyledItemDelegate;
+    void paint(QPainter* pPainter, const QStyleOptionViewItem& tOption, const QModelIndex& tIndex) const override;
+    // The text with its padding.
+    QSize sizeHint(const QStyleOptionViewItem& tOption, const QModelIndex& tIndex) const override;
+    // Whether a text is cut in a cell of iWidth pixels, its grid line left out.
+    bool IsCut(const QFont& tFont, const QString& sText, int iWidth) const;
+
+protected:
+    mutable QHash<QString, QStaticText> m_tWhole;
+    // By text and width; the width is negative for a text that is cut at the left.
+    mutable QHash<std::pair<QString, int>, QStaticText> m_tCut;
+
+private:
+    void DrawText(QPainter& tPainter, const QRect& tCell, int iAlignment, const QString& sText) const;
+    void ForgetOtherFonts(const QFont& tFont) const;
+    const QStaticText& Whole(const QFont& tFont, const QString& sText) const;
+    const QStaticText& Cut(const QFont& tFont, const QString& sText, int iWidth, bool bAtLeft) const;
+
+    mutable QFont m_tFont;  // of all that is kept
+};
+
+}  // namespace toolkit
