@@ -167,7 +167,8 @@ void SerialOutputTest::EverySentenceIsAccountedFor() {
     }
     const std::int64_t lDropped = t.tPort.TextsDropped();
     QCOMPARE(static_cast<std::int64_t>(lTaken) + lDropped, std::int64_t{Sent});
-    QCOMPARE(lDropped > 0, iReads < iReadEvery);
+    if (iReads == 0) QVERIFY(lDropped > 0);
+    if (iReads == iReadEvery) QCOMPARE(lDropped, std::int64_t{0});
     t.tPort.ClosePort();
     const std::size_t lWhole = lTaken - t.tPort.TextsWaiting();
     if (sArrived.size() < lWhole * lLength) sArrived += tPty.ReadAtLeast(lWhole * lLength - sArrived.size());

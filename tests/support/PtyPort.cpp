@@ -91,6 +91,8 @@ std::string PtyPort::ReadAtLeast(std::size_t iSize) {
     return sData;
 }
 
+void PtyPort::Hold(bool bHold) { ::tcflow(m_iSlave, bHold ? TCOOFF : TCOON); }
+
 termios PtyPort::Settings() const {
     termios tSettings{};
     ::tcgetattr(m_iSlave, &tSettings);

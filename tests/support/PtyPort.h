@@ -30,6 +30,9 @@ public:
     // Reads until iSize characters have come, with the event loop running, for five seconds at most.
     std::string ReadAtLeast(std::size_t iSize);
 
+    // While held, not a character leaves the device's user; without it the system takes thousands on its own.
+    void Hold(bool bHold);
+
     // The device vanishes, and its link. Nobody else gets its number before it is back or this object is gone.
     void HangUp();
     void Recreate();  // it is back under the same link, always as another device
