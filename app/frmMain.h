@@ -10,13 +10,15 @@
 #include <vector>
 
 #include "app/RecordLine.h"
-#include "decoders/AisReport.h"
 #include "decoders/GpsSentence.h"
+#include "decoders/ReportQueue.h"
+#include "decoders/SignalSentence.h"
 #include "decoders/VdmFields.h"
 #include "decoders/VdmMessage.h"
 #include "nav/PositionText.h"
 #include "nav/RangeBearing.h"
 #include "nav/Trigonometry.h"
+#include "nmea/LineBuffer.h"
 #include "nmea/NmeaChecksum.h"
 #include "nmea/PortIndex.h"
 #include "platform/runtime/DateTime.h"
@@ -187,41 +189,25 @@ protected:
     void ReadProfileText();
     void ShowPosition(PortIndex Index, const decoders::GpsPosition& t);
 
-    // Reports are kept as values while a batch lasts (one line, one reception, a whole burst) and shown at its end: see
-    // decoders/AisReport.h. Whoever is not within a batch always sees everything shown.
-    class ReportBatch {
-    public:
-        explicit ReportBatch(frmMain& tWindow) : m_tWindow(tWindow) { ++m_tWindow.m_iBatchDepth; }
-        ~ReportBatch() {
-            if (--m_tWindow.m_iBatchDepth == 0) m_tWindow.ShowReports();
-        }
-        ReportBatch(const ReportBatch&) = delete;
-        ReportBatch& operator=(const ReportBatch&) = delete;
-
-    private:
-        frmMain& m_tWindow;
-    };
-    // decoders/frmMain_Reports
+    // decoders/frmMain_Reports: complete messages wait in m_tReports while m_bKeepReports holds, that is while lines at
+    // hand are taken in (one reception, the due lines of a playback, a whole burst), and are shown after the last one.
     void KeepReport(decoders::VdmView lData, DateTime dt, std::string_view sChannel);
-    void DropOldestSignal();
+    void DropReport();
     void ShowReports();
     void ShowReport(const decoders::AisReport& t);
     void ShowReportPosition(const decoders::AisReport& t);
     void ShowReportMotion(const decoders::AisReport& t, bool bRateOfTurn);
-    void ShowSignal(DateTime dt, const std::string* pChannel, std::string_view sSignal, std::string_view sThreshold,
-                    std::string_view sInterval);
-    // The parts of TargetUpdate: list and selected target (answers the seconds since the previous message), the row,
-    // the summary.
+    void ShowLevels(DateTime dt, const std::string& sChannel, const decoders::SignalLevels& t);  // logs and row
+    void LogLevels(DateTime dt, const std::string* pChannel, const decoders::SignalLevels& t);
+    // Into the list of targets, and the selected one if there is none yet; answers the seconds since the target's
+    // previous message, negative across midnight.
     std::int32_t TargetHeard(DateTime dt, std::int32_t lMmsi);
-    void TargetAddRow(DateTime dt, std::int32_t lMmsi, std::string_view sChannel, std::string_view sMessageId,
-                      std::int32_t lLast);
-    void ShowSummary();
     // An error of the run, in panel 2.
     void ShowError(std::string_view sText);
 
-    void CommAppend(PortIndex Index, std::string_view sPiece);  // to the line being received, within its bound
+    bool CommTake(PortIndex Index, std::string_view& sRest);
     void CommDropHalfLine(PortIndex Index);
-    void OutputForward(const std::string& sLine);   // sends an accepted line and logs it, marked if it left
+    void OutputForward(std::string_view sLine);     // sends an accepted line and logs it, marked if it left
     void OutputTellDropped(std::int64_t lAtLeast);  // how many a full output has dropped, if so many are untold
     void OutputTellLeft(std::string_view sWhy);     // how many waited in vain
     void OutputClose();
@@ -240,12 +226,12 @@ protected:
     bool m_bUnloaded = false;
 
     // Serial input, per port
-    PerPort<std::string> m_sCommBuffer;    // the line being received; the decoders read the sentence from here
-    PerPort<DateTime> m_dtCommLast;        // arrival of the last complete line
-    PerPort<bool> m_bCommReceived;         // a line has come since the last tick of the message clock
-    PerPort<bool> m_bCommLastVdm;          // the last accepted line was !AIVDM
-    PerPort<std::int32_t> m_lCommSeconds;  // seconds since the last line
-    bool m_bSending = false;               // a receiver command is on its way
+    PerPort<nmea::LineBuffer> m_sCommBuffer;  // the line being received; the decoders read the sentence from here
+    PerPort<DateTime> m_dtCommLast;           // arrival of the last complete line
+    PerPort<bool> m_bCommReceived;            // a line has come since the last tick of the message clock
+    PerPort<bool> m_bCommLastVdm;             // the last accepted line was !AIVDM
+    PerPort<std::int32_t> m_lCommSeconds;     // seconds since the last line
+    bool m_bSending = false;                  // a receiver command is on its way
 
     // Output port
     std::int64_t m_lOutputDropsTold = 0;  // of the sentences that it has dropped since it was opened
@@ -266,13 +252,10 @@ protected:
     std::string m_sVdmChannel;  // of the last decoded AIS message
     DateTime m_dtVdm;           // its arrival
     std::string m_sGllLatitude, m_sGllLongitude, m_sGllTime;
-    std::array<decoders::AisReport, targets::MessageRowLimit> m_tReports;  // a ring: the newest that are not shown yet
-    std::size_t m_lFirstReport = 0;
-    std::size_t m_lReports = 0;
-    int m_lSignals = 0;  // reports among them that carry levels
-    int m_iBatchDepth = 0;
-    bool m_bSummaryDue = false;  // a message was the last to claim panel 2
-    std::string m_sLogLine;      // the line being put together, kept for its memory
+    decoders::ReportQueue m_tReports;  // not shown yet
+    bool m_bKeepReports = false;
+    bool m_bErrorLast = false;  // an error was the last to claim panel 2, not a message
+    std::string m_sLogLine;     // the line being put together, kept for its memory
 
     // Own position, degrees, north and east positive; written only by the change handlers of its two boxes
     double m_dLatitude = nav::PositionUnknown;

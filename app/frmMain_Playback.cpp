@@ -1,6 +1,7 @@
 // Playing a recording back, at its own pace or as one burst, and emptying the displays before a run.
 #include <QFile>
 #include <QFileInfo>
+#include <QScopedValueRollback>
 
 #include "app/frmMain.h"
 #include "platform/toolkit/Scopes.h"
@@ -81,7 +82,6 @@ bool frmMain::PlaybackReadLine(PortIndex Index) {
 }
 
 void frmMain::PlaybackStep(PortIndex Index) {
-    const ReportBatch tBatch(*this);
     const DateTime dtNow = m_tPlatform.Now();
     if (m_tFiles.AtStart(m_iRecordFile)) {
         m_dtPlaybackStart = dtNow;
@@ -89,20 +89,27 @@ void frmMain::PlaybackStep(PortIndex Index) {
         m_dtRecordStart = m_dtCommLast(Index);
     }
     const std::int64_t lElapsed = dtNow.lSeconds - m_dtPlaybackStart.lSeconds;
-    while (lElapsed >= m_dtCommLast(Index).lSeconds - m_dtRecordStart.lSeconds) {
-        SentenceDispatch(Index);
-        m_bCommReceived(Index) = true;
-        if (!PlaybackReadLine(Index)) return;
+    const auto bDue = [&] { return lElapsed >= m_dtCommLast(Index).lSeconds - m_dtRecordStart.lSeconds; };
+    {
+        const QScopedValueRollback tKeep(m_bKeepReports, true);
+        for (bool bLine = true; bLine && bDue(); bLine = PlaybackReadLine(Index)) {
+            SentenceDispatch(Index);
+            m_bCommReceived(Index) = true;
+        }
     }
+    ShowReports();
 }
 
 void frmMain::PlaybackBurst(PortIndex Index) {
     const toolkit::BusyPointer tBusy(m_tPlatform.ShowBusyPointer);
-    const ReportBatch tBatch(*this);
-    while (PlaybackReadLine(Index)) {
-        SentenceDispatch(Index);
-        m_bCommReceived(Index) = true;
+    {
+        const QScopedValueRollback tKeep(m_bKeepReports, true);
+        while (PlaybackReadLine(Index)) {
+            SentenceDispatch(Index);
+            m_bCommReceived(Index) = true;
+        }
     }
+    ShowReports();
 }
 
 // Panel 4 and the AIS and GPS logs are left as they are on purpose.

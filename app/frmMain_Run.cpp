@@ -18,7 +18,7 @@ void frmMain::OpenPort(toolkit::SerialPort& tPort, toolkit::PortBox& txtPort, co
 }
 
 void frmMain::ShowError(std::string_view sText) {
-    m_bSummaryDue = false;
+    m_bErrorLast = true;
     StatusBar.SetPanelText(ui::PanelSummary, sText);
 }
 

@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "platform/runtime/Convert.h"
+#include "platform/runtime/Format.h"
 
 namespace decoders {
 
@@ -33,6 +34,22 @@ std::string_view SignalSplit(std::string_view sSentence, SignalSentence& tFields
 double SignalToDbm(std::string_view sLevel) {
     const double x = runtime::LeadingNumber(sLevel) - 19.0;
     return -0.008658 * (x * x) + 2.08658 * x - 107.0;
+}
+
+void SignalLevels::Keep(const SignalSentence& t, bool bInDbm) {
+    sSignal = t.sSignal;
+    sThreshold = t.sThreshold;
+    sInterval = t.sInterval;
+    bDbm = bInDbm;
+}
+
+SignalLevels SignalLevels::Shown() const {
+    SignalLevels t = *this;
+    if (!bDbm) return t;
+    t.sSignal = runtime::Format(SignalToDbm(sSignal), runtime::PictureWhole);
+    t.sThreshold = runtime::Format(SignalToDbm(sThreshold), runtime::PictureWhole);
+    t.bDbm = false;
+    return t;
 }
 
 }  // namespace decoders

@@ -1,10 +1,7 @@
 // The receiver board: its signal sentence into logs and table, and the two commands that it takes.
-#include <utility>
-
 #include "app/frmMain.h"
 #include "decoders/ReceiverCommand.h"
 #include "decoders/SignalSentence.h"
-#include "platform/runtime/Format.h"
 
 namespace app {
 
@@ -19,38 +16,31 @@ void frmMain::PnmlsDecode(PortIndex Index) {
     const std::string_view sError = decoders::SignalSplit(m_sCommBuffer(Index), t);
     if (!sError.empty()) {
         ShowReports();  // their lines stand before this one
-        LogRx(std::string(sError) + m_sCommBuffer(Index));
+        m_sLogLine.assign(sError).append(m_sCommBuffer(Index));
+        LogRx(m_sLogLine);
         return;
     }
-    std::string sSignal(t.sSignal);
-    std::string sThreshold(t.sThreshold);
-    if (chkRxNasaPower.isChecked()) {
-        sSignal = runtime::Format(decoders::SignalToDbm(sSignal), runtime::PictureWhole);
-        sThreshold = runtime::Format(decoders::SignalToDbm(sThreshold), runtime::PictureWhole);
-    }
-    if (m_bCommLastVdm(Index) && m_lReports > 0) {
-        decoders::AisReport& tNewest = m_tReports[(m_lFirstReport + m_lReports - 1) % m_tReports.size()];
-        if (!tNewest.bSignal) {  // shown together with the report, the newest of all, that it belongs to
-            tNewest.bSignal = true;
-            ++m_lSignals;
-            tNewest.sSignal = std::move(sSignal);
-            tNewest.sThreshold = std::move(sThreshold);
-            tNewest.sInterval = t.sInterval;
-            return;
-        }
-    }
+    const bool bDbm = chkRxNasaPower.isChecked();
+    // Shown together with the report, the newest of all, that the levels belong to.
+    if (m_bCommLastVdm(Index) && m_tReports.AttachSignal(t, bDbm)) return;
     ShowReports();
-    if (!m_bCommLastVdm(Index)) {
-        ShowSignal(m_dtCommLast(Index), nullptr, sSignal, sThreshold, t.sInterval);
-        return;
+    decoders::SignalLevels tLevels;
+    tLevels.Keep(t, bDbm);
+    if (m_bCommLastVdm(Index)) {
+        ShowLevels(m_dtVdm, m_sVdmChannel, tLevels);
+    } else {
+        LogLevels(m_dtCommLast(Index), nullptr, tLevels.Shown());
     }
-    ShowSignal(m_dtVdm, &m_sVdmChannel, sSignal, sThreshold, t.sInterval);
-    TargetSetSignal(sSignal, sThreshold);
 }
 
-// With the time and channel of the message that the levels belong to, or without a channel.
-void frmMain::ShowSignal(DateTime dt, const std::string* pChannel, std::string_view sSignal,
-                         std::string_view sThreshold, std::string_view sInterval) {
+void frmMain::ShowLevels(DateTime dt, const std::string& sChannel, const decoders::SignalLevels& t) {
+    const decoders::SignalLevels tShown = t.Shown();
+    LogLevels(dt, &sChannel, tShown);
+    TargetSetSignal(tShown.sSignal, tShown.sThreshold);
+}
+
+// pChannel is that of the message that the levels belong to, null where they belong to none.
+void frmMain::LogLevels(DateTime dt, const std::string* pChannel, const decoders::SignalLevels& t) {
     std::string& sLine = m_sLogLine;
     sLine = "Time=";
     runtime::AppendTime(sLine, dt);
@@ -61,11 +51,11 @@ void frmMain::ShowSignal(DateTime dt, const std::string* pChannel, std::string_v
     sLine += ", ";
     const std::size_t lLevels = sLine.size();
     sLine += "Sig=";
-    sLine += sSignal;
+    sLine += t.sSignal;
     sLine += ", Thr=";
-    sLine += sThreshold;
+    sLine += t.sThreshold;
     sLine += ", Int=";
-    sLine += sInterval;
+    sLine += t.sInterval;
     LogRx(sLine);
     sLine.replace(0, lLevels, "   ");  // indented under the message that it belongs to
     LogAis(sLine);

@@ -1,4 +1,6 @@
-// Complete AIS messages: counted and registered at once, shown in log and table when the batch ends.
+// Complete AIS messages: counted at once, shown in log and table when the lines at hand have been taken in.
+#include <QScopedValueRollback>
+
 #include "app/frmMain.h"
 #include "decoders/VdmBits.h"
 #include "platform/runtime/Format.h"
@@ -21,47 +23,43 @@ std::size_t NamePrefix(std::int32_t lMessageId) {
 
 void frmMain::KeepReport(decoders::VdmView lData, DateTime dt, std::string_view sChannel) {
     MessageCount(lData[1]);
-    if (m_lReports == m_tReports.size()) {
-        // The oldest would be out of the table and of the AIS log by the end: it only counts.
-        DropOldestSignal();
-        m_lFirstReport = (m_lFirstReport + 1) % m_tReports.size();
-        --m_lReports;
-        ++m_lMessageNumber;
-    }
-    AisReport& t = m_tReports[(m_lFirstReport + m_lReports++) % m_tReports.size()];
+    if (m_tReports.Full()) DropReport();
+    AisReport& t = m_tReports.Add();
     t.KeepValues(lData);
     t.dt = dt;
-    t.lMmsi = VdmMmsi(lData);
-    t.lLast = TargetHeard(dt, t.lMmsi);
     t.sChannel = sChannel;
     t.dOwnLatitude = m_dLatitude;
     t.dOwnLongitude = m_dLongitude;
-    t.bSignal = false;
-    m_bSummaryDue = true;
+    m_bErrorLast = false;
 }
 
-// Its levels are out of the receiver log only when enough others wait behind them.
-void frmMain::DropOldestSignal() {
-    const AisReport& t = m_tReports[m_lFirstReport];
-    if (!t.bSignal) return;
-    --m_lSignals;
-    // Its row is gone by the end, but not the sort that its levels bring, which makes the first cell the current one.
-    if (cmbTargetSort.ListIndex() == targets::SortBySignal) TargetSort();
-    if (m_lSignals < runtime::LogLines::Capacity) ShowSignal(t.dt, &t.sChannel, t.sSignal, t.sThreshold, t.sInterval);
+// The oldest would be out of the table and of the AIS log by the end: it leaves its number and its ship, and what its
+// levels leave.
+void frmMain::DropReport() {
+    const AisReport& t = m_tReports.Oldest();
+    TargetHeard(t.dt, VdmMmsi(t.lData));
+    ++m_lMessageNumber;
+    if (t.bSignal) {
+        // They are out of the receiver log as well when enough others wait behind them.
+        if (m_tReports.Signals() <= runtime::LogLines::Capacity) LogLevels(t.dt, &t.sChannel, t.tSignal.Shown());
+        if (cmbTargetSort.ListIndex() == targets::SortBySignal) TargetSort();
+    }
+    m_tReports.DropOldest();
 }
 
 void frmMain::ShowReports() {
-    if (m_lReports == 0) return;
+    if (m_tReports.Empty()) return;
     const toolkit::RedrawOff tRedraw(grdTargetData);
-    for (; m_lReports > 0; --m_lReports) {
-        ShowReport(m_tReports[m_lFirstReport]);
-        m_lFirstReport = (m_lFirstReport + 1) % m_tReports.size();
-    }
-    m_lSignals = 0;
-    if (m_bSummaryDue) ShowSummary();
+    const std::string sError = m_bErrorLast ? StatusBar.PanelText(ui::PanelSummary) : std::string();
+    m_tReports.Drain([this](const AisReport& t) { ShowReport(t); });
+    if (m_bErrorLast) ShowError(sError);  // it came after the reports
 }
 
 void frmMain::ShowReport(const AisReport& t) {
+    // As things stood when it was heard.
+    const QScopedValueRollback tOwnLatitude(m_dLatitude, t.dOwnLatitude);
+    const QScopedValueRollback tOwnLongitude(m_dLongitude, t.dOwnLongitude);
+    const std::int32_t lMmsi = VdmMmsi(t.lData);
     const std::int32_t lMessageId = t.lData[1];
     const std::string& sName = MessageName(lMessageId);
     std::string& sLine = m_sLogLine;
@@ -72,22 +70,20 @@ void frmMain::ShowReport(const AisReport& t) {
     sLine += ", Id=";
     runtime::AppendInteger(sLine, lMessageId);
     sLine += ", MMSI=";
-    runtime::AppendInteger(sLine, t.lMmsi);
+    runtime::AppendInteger(sLine, lMmsi);
     if (const std::size_t lPrefix = NamePrefix(lMessageId)) {
         sLine += ", ";
         sLine.append(sName, lPrefix);
     }
     LogAis(sLine);
 
-    TargetAddRow(t.dt, t.lMmsi, t.sChannel, sName, t.lLast);
+    TargetUpdate(t.dt, lMmsi, t.sChannel, sName);
     const decoders::VdmLayout eLayout = decoders::LayoutOf(lMessageId);
     if (eLayout != decoders::VdmLayout::None) ShowReportPosition(t);
     if (eLayout == decoders::VdmLayout::ClassA) ShowReportMotion(t, true);
     if (eLayout == decoders::VdmLayout::ClassB) ShowReportMotion(t, false);
     TargetRefresh();
-    if (!t.bSignal) return;
-    ShowSignal(t.dt, &t.sChannel, t.sSignal, t.sThreshold, t.sInterval);
-    TargetSetSignal(t.sSignal, t.sThreshold);
+    if (t.bSignal) ShowLevels(t.dt, t.sChannel, t.tSignal);
 }
 
 void frmMain::ShowReportPosition(const AisReport& t) {
@@ -105,13 +101,13 @@ void frmMain::ShowReportPosition(const AisReport& t) {
     LogAis(sLine);
     TargetSetPosition(sLatitude, sLongitude);
 
-    for (const double dCoordinate : {t.dOwnLatitude, t.dOwnLongitude, dLatitude, dLongitude}) {
+    for (const double dCoordinate : {m_dLatitude, m_dLongitude, dLatitude, dLongitude}) {
         if (dCoordinate == nav::PositionUnknown) return;
     }
     std::string sRange;
     std::string sBearing;
     try {
-        nav::RangeBearingText(t.dOwnLatitude, t.dOwnLongitude, dLatitude, dLongitude, sRange, sBearing);
+        RangeBearingText(dLatitude, dLongitude, sRange, sBearing);
     } catch (const nav::DivisionByZero&) {
         return;  // a target at the own position has no bearing: this message goes without
     }

@@ -12,13 +12,4 @@ SentenceFault TestSentence(std::string_view sLine) {
     return SentenceFault::None;
 }
 
-SentenceKind KindOf(std::string_view sLine) {
-    if (sLine.starts_with("$PNMLS")) return SentenceKind::Pnmls;
-    if (sLine.starts_with("!AIVDM")) return SentenceKind::Aivdm;
-    const std::string_view sFormatter = sLine.substr(3, 3);  // behind start character and two-letter talker
-    if (sFormatter == "GLL") return SentenceKind::Gll;
-    if (sFormatter == "RMC") return SentenceKind::Rmc;
-    return SentenceKind::Other;
-}
-
 }  // namespace nmea

@@ -1,13 +1,14 @@
-// What a received line is: whether its length and checksum pass, and which decoder it belongs to. The dispatch
-// (frmMain_Dispatch) acts on these answers.
+// What a received line is: whether its length and checksum pass, and which decoder it belongs to.
 #pragma once
 
+#include <array>
 #include <string_view>
+
+#include "nmea/PortIndex.h"
 
 namespace nmea {
 
 enum class SentenceFault { None, Size, Checksum };
-enum class SentenceKind { Pnmls, Aivdm, Gll, Rmc, Other };
 
 inline constexpr std::size_t ShortestSentence = 6;  // characters, line end not counted
 
@@ -15,8 +16,31 @@ inline constexpr std::size_t ShortestSentence = 6;  // characters, line end not 
 // checksum of what stands before it. A line without "*" there passes unchecked.
 SentenceFault TestSentence(std::string_view sLine);
 
-// By the address field, case-sensitive, in this order: the first six characters "$PNMLS", "!AIVDM", then characters 4
-// to 6 "GLL", "RMC" of any talker. sLine has at least six characters.
-SentenceKind KindOf(std::string_view sLine);
+// A row for each sentence that is decoded: what its address field says at which place, and the operation of a program's
+// Decoders that takes it.
+template <class Decoders>
+struct SentenceRow {
+    std::string_view sAddress;
+    std::size_t iPlace;  // 3: behind the start character and any two-letter talker
+    void (Decoders::*pDecode)(PortIndex);
+};
+
+// Case counts, and so does the order.
+template <class Decoders>
+inline constexpr std::array SentenceTable = {
+    SentenceRow<Decoders>{"$PNMLS", 0, &Decoders::PnmlsDecode},
+    SentenceRow<Decoders>{"!AIVDM", 0, &Decoders::VdmDecode},
+    SentenceRow<Decoders>{"GLL", 3, &Decoders::GllDecode},
+    SentenceRow<Decoders>{"RMC", 3, &Decoders::RmcDecode},
+};
+
+// The first row that sLine answers to, null where there is none. sLine has at least six characters.
+template <class Decoders>
+const SentenceRow<Decoders>* FindSentence(std::string_view sLine) {
+    for (const auto& tRow : SentenceTable<Decoders>) {
+        if (sLine.substr(tRow.iPlace).starts_with(tRow.sAddress)) return &tRow;
+    }
+    return nullptr;
+}
 
 }  // namespace nmea

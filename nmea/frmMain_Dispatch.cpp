@@ -5,8 +5,7 @@
 namespace app {
 
 void frmMain::SentenceDispatch(PortIndex Index) {
-    const ReportBatch tBatch(*this);
-    const std::string& sLine = m_sCommBuffer(Index);
+    const std::string_view sLine = m_sCommBuffer(Index);
     switch (nmea::TestSentence(sLine)) {
         case nmea::SentenceFault::Size:
             ShowError("Size Error");
@@ -20,27 +19,14 @@ void frmMain::SentenceDispatch(PortIndex Index) {
         case nmea::SentenceFault::None:
             break;
     }
-    const nmea::SentenceKind eKind = nmea::KindOf(sLine);
-    CommData(Index, sLine, eKind != nmea::SentenceKind::Other);
-    switch (eKind) {
-        case nmea::SentenceKind::Pnmls:
-            PnmlsDecode(Index);
-            break;  // reads the flag that is cleared below
-        case nmea::SentenceKind::Aivdm:
-            VdmDecode(Index);
-            break;
-        case nmea::SentenceKind::Gll:
-            GllDecode(Index);
-            if (chkOutputEnabled.isChecked() && chkOutputRMC.isChecked()) RmcFromGll();
-            break;
-        case nmea::SentenceKind::Rmc:
-            RmcDecode(Index);
-            break;
-        case nmea::SentenceKind::Other:
-            break;
-    }
-    m_bCommLastVdm(Index) = eKind == nmea::SentenceKind::Aivdm;
-    if (chkOutputEnabled.isChecked()) OutputForward(sLine);
+    const auto* pSentence = nmea::FindSentence<frmMain>(sLine);
+    CommData(Index, sLine, pSentence != nullptr);
+    const auto pDecode = pSentence ? pSentence->pDecode : nullptr;
+    if (pDecode) (this->*pDecode)(Index);  // the signal sentence's reads the flag that is set below
+    const bool bOutput = chkOutputEnabled.isChecked();
+    if (pDecode == &frmMain::GllDecode && bOutput && chkOutputRMC.isChecked()) RmcFromGll();
+    m_bCommLastVdm(Index) = pDecode == &frmMain::VdmDecode;
+    if (bOutput) OutputForward(sLine);
 }
 
 void frmMain::CommData(PortIndex Index, std::string_view sData, bool bDecoded) {

@@ -18,8 +18,9 @@ void frmMain::MSCommOutput_OnComm() {
     if (iEvent == nmea::CommLost) OutputTellLeft("lost");
 }
 
-void frmMain::OutputForward(const std::string& sLine) {
-    const bool bSent = MSCommOutput.Output(sLine + "\r\n");
+void frmMain::OutputForward(std::string_view sLine) {
+    m_sLogLine.assign(sLine).append("\r\n");
+    const bool bSent = MSCommOutput.Output(m_sLogLine);
     OutputData(sLine, bSent);
     if (!bSent) OutputTellDropped(DropsPerNotice);
 }

@@ -11,14 +11,12 @@ constexpr std::int32_t RowsOfFullTable = 255;  // Kept on purpose: the mark come
 
 }  // namespace
 
-std::string TargetSummary(std::int32_t lTargets, std::int32_t lRows) {
-    std::string sText;
+void AppendTargetSummary(std::string& sText, std::int32_t lTargets, std::int32_t lRows) {
     runtime::AppendInteger(sText, lTargets);
     sText += " Targets, ";
     if (lRows >= RowsOfFullTable) sText += '>';
     runtime::AppendInteger(sText, lRows - 1);
     sText += " Messages";
-    return sText;
 }
 
 }  // namespace targets

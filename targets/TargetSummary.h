@@ -6,8 +6,8 @@
 
 namespace targets {
 
-// "12 Targets, >256 Messages": lRows counts the header row; the ">" appears from 255 rows on, one message before the
-// first could have been removed. Kept on purpose.
-std::string TargetSummary(std::int32_t lTargets, std::int32_t lRows);
+// Appends "12 Targets, >256 Messages": lRows counts the header row; the ">" appears from 255 rows on, one message
+// before the first could have been removed. Kept on purpose.
+void AppendTargetSummary(std::string& sText, std::int32_t lTargets, std::int32_t lRows);
 
 }  // namespace targets

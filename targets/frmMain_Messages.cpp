@@ -10,7 +10,7 @@ constexpr int MessageRows = 35;
 constexpr int TotalRow = 34;  // row 33 stays empty: a spacer above the total
 
 void CountCell(runtime::GridCells& tCells, int iRow) {
-    tCells.SetInteger(iRow, 1, static_cast<std::int64_t>(tCells.Number(iRow, 1)) + 1);
+    tCells.SetInteger(iRow, 1, static_cast<std::int32_t>(tCells.Number(iRow, 1)) + 1);
 }
 
 }  // namespace

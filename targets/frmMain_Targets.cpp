@@ -33,20 +33,6 @@ void frmMain::TargetGridSetup(bool bClear) {
 
 void frmMain::TargetUpdate(DateTime dt, std::int32_t lMmsi, std::string_view sChannel, std::string_view sMessageId) {
     const std::int32_t lLast = TargetHeard(dt, lMmsi);
-    TargetAddRow(dt, lMmsi, sChannel, sMessageId, lLast);
-    ShowSummary();
-}
-
-std::int32_t frmMain::TargetHeard(DateTime dt, std::int32_t lMmsi) {
-    const std::int32_t lNow = runtime::SecondOfDay(dt);
-    runtime::NumberItems::Item& tItem = cmbTargetTarget.Items.FindOrInsert(lMmsi, lNow);
-    if (cmbTargetTarget.Text().empty()) cmbTargetTarget.SetText(tItem.sText);
-    // Kept on purpose: no wrap at midnight, so the difference is negative then.
-    return lNow - std::exchange(tItem.lData, lNow);
-}
-
-void frmMain::TargetAddRow(DateTime dt, std::int32_t lMmsi, std::string_view sChannel, std::string_view sMessageId,
-                           std::int32_t lLast) {
     runtime::GridCells& tCells = grdTargetData.Cells;
     if (tCells.Rows() >= MessageRowLimit) tCells.RemoveNumbersUpTo(m_lMessageNumber - (MessageRowLimit - 1));
     ++m_lMessageNumber;
@@ -59,11 +45,17 @@ void frmMain::TargetAddRow(DateTime dt, std::int32_t lMmsi, std::string_view sCh
     tCells.SetText(iRow, ColTime, runtime::TimeText(dt));
     tCells.SetText(iRow, ColMessageId, sMessageId, runtime::AlignLeft);
     if (lLast != 0) tCells.SetInteger(iRow, ColLast, lLast);
+    m_sLogLine.clear();
+    AppendTargetSummary(m_sLogLine, cmbTargetTarget.Items.Count(), tCells.Rows());
+    StatusBar.SetPanelText(ui::PanelSummary, m_sLogLine);
 }
 
-void frmMain::ShowSummary() {
-    m_bSummaryDue = false;
-    StatusBar.SetPanelText(ui::PanelSummary, TargetSummary(cmbTargetTarget.Items.Count(), grdTargetData.Cells.Rows()));
+std::int32_t frmMain::TargetHeard(DateTime dt, std::int32_t lMmsi) {
+    const std::int32_t lNow = runtime::SecondOfDay(dt);
+    std::int32_t& lHeard = cmbTargetTarget.Items.FindOrInsert(lMmsi, lNow);
+    if (cmbTargetTarget.Text().empty()) cmbTargetTarget.SetText(std::to_string(lMmsi));
+    // Kept on purpose: no wrap at midnight, so the difference is negative then.
+    return lNow - std::exchange(lHeard, lNow);
 }
 
 void frmMain::TargetSetPosition(std::string_view sLatitude, std::string_view sLongitude) {

@@ -2,10 +2,9 @@
 #include "platform/runtime/GridCells.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 
 #include "platform/runtime/Convert.h"
+#include "platform/runtime/Format.h"
 
 namespace runtime {
 
@@ -38,12 +37,10 @@ void GridCells::RemoveRow(int iRow) {
     Changed.Mark();
 }
 
-void GridCells::SetInteger(int iRow, int iCol, std::int64_t lValue) {
-    std::array<char, 20> sDigits;
-    const auto tEnd = std::to_chars(sDigits.data(), sDigits.data() + sDigits.size(), lValue);
-    SetText(iRow, iCol, std::string_view(sDigits.data(), tEnd.ptr));
-    At(iRow, iCol).dNumber = static_cast<double>(lValue);
-    At(iRow, iCol).bNumberKnown = true;
+void GridCells::MakeText(const Cell& tCell) {
+    tCell.sText.clear();
+    AppendInteger(tCell.sText, static_cast<std::int64_t>(tCell.dNumber));
+    tCell.bTextDue = false;
 }
 
 double GridCells::ReadNumber(const Cell& tCell) {
@@ -84,8 +81,9 @@ GridCells::Row* GridCells::NewRow() {
     Row* pRow = m_tSpare.back();
     m_tSpare.pop_back();
     for (Cell& tCell : pRow->tCells) {
-        if (tCell.sText.empty() && tCell.eAlignment == AlignNone) continue;
+        if (tCell.sText.empty() && !tCell.bTextDue && tCell.eAlignment == AlignNone) continue;
         tCell.sText.clear();
+        tCell.bTextDue = false;
         tCell.dNumber = 0;
         tCell.bNumberKnown = true;
         tCell.eAlignment = AlignNone;

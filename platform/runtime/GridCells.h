@@ -27,20 +27,30 @@ public:
     void SetCols(int iCols);
     void RemoveRow(int iRow);
 
-    const std::string& Text(int iRow, int iCol) const { return At(iRow, iCol).sText; }
+    const std::string& Text(int iRow, int iCol) const {
+        const Cell& tCell = At(iRow, iCol);
+        if (tCell.bTextDue) MakeText(tCell);
+        return tCell.sText;
+    }
     void SetText(int iRow, int iCol, std::string_view sText) {
         Cell& tCell = At(iRow, iCol);
         tCell.sText.assign(sText);
+        tCell.bTextDue = false;
         tCell.bNumberKnown = false;
-        if (iRow < m_iSorted && (m_lKeyColumns >> iCol & 1U) != 0) m_iSorted = iRow < 1 ? 1 : iRow;
-        Changed.Mark();
+        Written(iRow, iCol);
     }
     void SetText(int iRow, int iCol, std::string_view sText, Alignment eAlignment) {
         SetText(iRow, iCol, sText);
         SetAlignment(iRow, iCol, eAlignment);
     }
-    // A whole number in decimal.
-    void SetInteger(int iRow, int iCol, std::int64_t lValue);
+    // A whole number in decimal; its text is made when it is asked for.
+    void SetInteger(int iRow, int iCol, std::int32_t lValue) {
+        Cell& tCell = At(iRow, iCol);
+        tCell.dNumber = lValue;
+        tCell.bNumberKnown = true;
+        tCell.bTextDue = true;
+        Written(iRow, iCol);
+    }
     // The leading numeric part of the text, 0 where there is none; read once after each write.
     double Number(int iRow, int iCol) const {
         const Cell& tCell = At(iRow, iCol);
@@ -83,8 +93,9 @@ public:
 
 private:
     struct Cell {
-        std::string sText;
+        mutable std::string sText;
         mutable double dNumber = 0;
+        mutable bool bTextDue = false;  // the text of dNumber, a whole number, has not been made
         mutable bool bNumberKnown = true;
         Alignment eAlignment = AlignNone;
     };
@@ -98,6 +109,11 @@ private:
     Cell& At(int iRow, int iCol) { return m_tRows[Index(iRow)]->tCells[Index(iCol)]; }
     const Cell& At(int iRow, int iCol) const { return m_tRows[Index(iRow)]->tCells[Index(iCol)]; }
     Row* NewRow();
+    void Written(int iRow, int iCol) {
+        if (iRow < m_iSorted && (m_lKeyColumns >> iCol & 1U) != 0) m_iSorted = iRow < 1 ? 1 : iRow;
+        Changed.Mark();
+    }
+    static void MakeText(const Cell& tCell);
     static double ReadNumber(const Cell& tCell);
     void MoveRow(int iFrom, int iTo);
 

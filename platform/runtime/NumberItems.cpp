@@ -1,19 +1,57 @@
-// The sorted list of numbers.
+// A table of slots: a number stands at the place that its bits say, or in the next free one behind. One look at memory
+// finds it, which counts when there are many: a tree or the standard's map of nodes takes several.
 #include "platform/runtime/NumberItems.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace runtime {
 
-NumberItems::Item& NumberItems::FindOrInsert(std::int32_t lNumber, std::int32_t lData) {
-    const auto it = std::ranges::lower_bound(m_tItems, lNumber, {}, &Item::lNumber);
-    if (it != m_tItems.end() && it->lNumber == lNumber) return *it;
+std::size_t NumberItems::Find(std::int32_t lNumber) const {
+    constexpr std::uint32_t Spread = 0x9E3779B1;  // odd, 2^32 by the golden ratio: neighbours come to lie apart
+    const std::size_t lMask = m_tSlots.size() - 1;
+    std::uint32_t lHash = static_cast<std::uint32_t>(lNumber) * Spread;
+    lHash ^= lHash >> 16;
+    std::size_t i = lHash & lMask;
+    while (m_tSlots[i].bUsed && m_tSlots[i].tItem.lNumber != lNumber) i = (i + 1) & lMask;
+    return i;
+}
+
+std::int32_t& NumberItems::FindOrInsert(std::int32_t lNumber, std::int32_t lData) {
+    std::size_t i = Find(lNumber);
+    if (m_tSlots[i].bUsed) return m_tSlots[i].tItem.lData;
+    if ((m_lCount + 1) * 2 > m_tSlots.size()) {
+        Grow();
+        i = Find(lNumber);
+    }
+    m_tSlots[i] = {{lNumber, lData}, true};
+    ++m_lCount;
+    m_lSorted.clear();
     Changed.Mark();
-    return *m_tItems.insert(it, Item{lNumber, lData, std::to_string(lNumber)});
+    return m_tSlots[i].tItem.lData;
+}
+
+void NumberItems::Grow() {
+    const std::vector<Slot> tBefore = std::exchange(m_tSlots, std::vector<Slot>(m_tSlots.size() * 2));
+    for (const Slot& tSlot : tBefore) {
+        if (tSlot.bUsed) m_tSlots[Find(tSlot.tItem.lNumber)] = tSlot;
+    }
+}
+
+NumberItems::Item NumberItems::At(int i) const {
+    if (m_lSorted.empty()) {
+        for (const Slot& tSlot : m_tSlots) {
+            if (tSlot.bUsed) m_lSorted.push_back(tSlot.tItem.lNumber);
+        }
+        std::ranges::sort(m_lSorted);
+    }
+    return m_tSlots[Find(m_lSorted[static_cast<std::size_t>(i)])].tItem;
 }
 
 void NumberItems::Clear() {
-    m_tItems.clear();
+    m_tSlots.assign(FirstSlots, {});
+    m_lCount = 0;
+    m_lSorted.clear();
     Changed.Mark();
 }
 

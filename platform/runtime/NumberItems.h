@@ -1,9 +1,8 @@
-// The items of a list of numbers, kept in ascending order, each with its decimal text and a 32-bit value. Plain memory;
-// the combo box that shows them takes them over on its own beat.
+// The items of a list of numbers, each with a 32-bit value: found by their number at any size, in ascending order for
+// whoever looks at the list. Plain memory; the combo box that shows them takes them over on its own beat.
 #pragma once
 
 #include <cstdint>
-#include <string>
 #include <vector>
 
 #include "platform/runtime/ChangeMark.h"
@@ -15,20 +14,33 @@ public:
     struct Item {
         std::int32_t lNumber;
         std::int32_t lData;
-        std::string sText;  // lNumber in decimal
     };
 
-    int Count() const { return static_cast<int>(m_tItems.size()); }
-    const Item& At(int i) const { return m_tItems[static_cast<std::size_t>(i)]; }
-    // The item of that number, inserted in its place with lData when it is new. The reference holds until the next
+    int Count() const { return static_cast<int>(m_lCount); }
+    // i from 0 (lowest number) to Count() - 1. The first look after an insertion sorts.
+    Item At(int i) const;
+    // The value of that number's item, which is made with lData when it is new. The reference holds until the next
     // insertion.
-    Item& FindOrInsert(std::int32_t lNumber, std::int32_t lData);
+    std::int32_t& FindOrInsert(std::int32_t lNumber, std::int32_t lData);
     void Clear();
 
     ChangeMark Changed;  // marked when items come or go; their data shows nowhere
 
 private:
-    std::vector<Item> m_tItems;
+    struct Slot {
+        Item tItem;
+        bool bUsed = false;
+    };
+
+    // The slot of a number, or the free one where it belongs.
+    std::size_t Find(std::int32_t lNumber) const;
+    void Grow();
+
+    std::vector<Slot> m_tSlots = std::vector<Slot>(FirstSlots);  // a power of two, at least twice as many as items
+    std::size_t m_lCount = 0;
+    mutable std::vector<std::int32_t> m_lSorted;  // empty where a new item is missing in it
+
+    static constexpr std::size_t FirstSlots = 1024;
 };
 
 }  // namespace runtime

@@ -53,7 +53,8 @@ private:
 
     QVariant DataOf(std::int32_t lNumber) const {
         for (int i = 0; i < m_tItems.Count(); ++i) {
-            if (m_tItems.At(i).lNumber == lNumber) return m_tItems.At(i).lData;
+            const runtime::NumberItems::Item t = m_tItems.At(i);
+            if (t.lNumber == lNumber) return t.lData;
         }
         return {};
     }

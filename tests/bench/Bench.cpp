@@ -185,7 +185,7 @@ double DispatchRate(const Recording& tRecording) {
         const double dStart = ProcessorSeconds(RUSAGE_SELF);
         for (std::size_t lStart = 0; lStart < sSentences.size();) {
             const std::size_t lEnd = sSentences.find('\r', lStart);
-            t.m_sCommBuffer(0).assign(sSentences, lStart, lEnd - lStart);
+            t.m_sCommBuffer(0).assign(std::string_view(sSentences).substr(lStart, lEnd - lStart));
             t.SentenceDispatch(0);
             lStart = lEnd + 2;
         }

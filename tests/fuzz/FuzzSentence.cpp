@@ -8,10 +8,10 @@
 #include "decoders/GpsSentence.h"
 #include "decoders/ReceiverCommand.h"
 #include "decoders/SignalSentence.h"
+#include "decoders/VdmAssembly.h"
 #include "decoders/VdmBits.h"
 #include "decoders/VdmFields.h"
 #include "decoders/VdmMessage.h"
-#include "decoders/VdmSentence.h"
 #include "nav/PositionText.h"
 #include "nav/RangeBearing.h"
 #include "nav/Trigonometry.h"
@@ -28,7 +28,6 @@ void Promise(bool bHeld) {
 void Framing(std::string_view sLine) {
     const nmea::SentenceFault eFault = nmea::TestSentence(sLine);
     Promise((sLine.size() < nmea::ShortestSentence) == (eFault == nmea::SentenceFault::Size));
-    if (eFault == nmea::SentenceFault::None) nmea::KindOf(sLine);
     if (sLine.empty()) return;
     const std::string sWhole = std::string(sLine) + "*" + nmea::NmeaChecksum(sLine);
     Promise(sWhole.size() == sLine.size() + 3);
@@ -58,16 +57,10 @@ void Report(decoders::VdmView lData) {
     }
 }
 
-// The sentence's payload behind what an earlier one left, as the window puts them together.
+// The sentence's payload behind what an earlier one left.
 void Vdm(std::string_view sLine) {
     static decoders::VdmMessage tMessage;
-    decoders::VdmSentence t;
-    if (!decoders::VdmSplit(sLine, t).empty()) return;
-    const std::int32_t lHeld = t.lSentence == 1 ? 0 : tMessage.lLength;
-    if (lHeld + static_cast<std::int64_t>(t.sPayload.size()) > decoders::VdmCapacity) return;
-    decoders::VdmUnarmor(t.sPayload, tMessage.lData, lHeld);
-    tMessage.lLength = lHeld + static_cast<std::int32_t>(t.sPayload.size());
-    Report(tMessage.lData);
+    if (decoders::VdmTake(sLine, tMessage).bComplete) Report(tMessage.lData);
 }
 
 void Gps(std::string_view sLine) {

@@ -59,7 +59,7 @@ QJsonObject DumpMessage(const decoders::VdmMessage& t) {
 }
 
 QJsonObject DumpMembers(const ScenarioWindow& t) {
-    const auto tText = [](const std::string& s) { return QJsonValue(Text(s)); };
+    const auto tText = [](std::string_view s) { return QJsonValue(Text(s)); };
     const auto tIso = [](runtime::DateTime dt) { return QJsonValue(Iso(dt)); };
     const auto tSame = [](auto x) { return QJsonValue(x); };
     return {

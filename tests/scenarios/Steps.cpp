@@ -92,7 +92,7 @@ void SetCombo(Stage& tStage, const QJsonObject& t, const QString& sControl) {
         if (Given(t, "text")) {
             tCombo.SetText(Bytes(t, "text"));
         } else if (iIndex >= 0 && iIndex < tCombo.Items.Count()) {
-            tCombo.SetText(tCombo.Items.At(iIndex).sText);
+            tCombo.SetText(std::to_string(tCombo.Items.At(iIndex).lNumber));
         }
         return;
     }

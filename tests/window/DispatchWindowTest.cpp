@@ -263,7 +263,7 @@ void DispatchWindowTest::portThatEndsNoLineIsToldOnce() {
     const std::string sNoise(3840, 'x');
     for (int i = 0; i < 3600; ++i) {  // an hour at full rate
         t.Feed(0, sNoise);
-        QVERIFY(t.m_sCommBuffer(0).capacity() < 200000);
+        QVERIFY(t.m_sCommBuffer(0).size() <= 65537);
     }
     t.Advance(1);
     QCOMPARE(Log(t, t.lstCommData(0)), Texts({TooLong}));

@@ -277,7 +277,7 @@ void PlaybackWindowTest::firstPortIsResetAndTheSecondIsNot() {
     QCOMPARE(p.t.m_lCommSeconds(0), 0);
     QVERIFY(p.t.m_bCommLastVdm(1));
     QVERIFY(p.t.m_bCommReceived(1));
-    QCOMPARE(p.t.m_sCommBuffer(1), std::string("unfinished"));
+    QCOMPARE(std::string(p.t.m_sCommBuffer(1)), std::string("unfinished"));
     QCOMPARE(p.t.m_lCommSeconds(1), 4);
     // So the signal sentence at the file's begin belongs to no message.
     p.t.Advance(1);
@@ -352,7 +352,7 @@ void PlaybackWindowTest::pendingLineWaitsBetweenTicks() {
     p.Press();
     for (int i = 0; i < 9; ++i) {
         p.t.Advance(1);
-        QCOMPARE(p.t.m_sCommBuffer(0), std::string("$GPZDA,2"));
+        QCOMPARE(std::string(p.t.m_sCommBuffer(0)), std::string("$GPZDA,2"));
         QCOMPARE(p.Log(), Log{"$GPZDA,1"});
     }
     p.t.Advance(1);

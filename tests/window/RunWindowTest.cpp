@@ -205,7 +205,7 @@ void RunWindowTest::portThatIsNotOpenedKeepsItsState() {
     t.Press("Start");
     QVERIFY(t.m_bCommLastVdm(1));
     QVERIFY(t.m_bCommReceived(1));
-    QCOMPARE(t.m_sCommBuffer(1), std::string("rest"));
+    QCOMPARE(std::string(t.m_sCommBuffer(1)), std::string("rest"));
     QCOMPARE(t.m_lCommSeconds(1), 0);
 }
 

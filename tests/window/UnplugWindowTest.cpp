@@ -38,7 +38,7 @@ struct Plugged {
     // Turns the event loop until the input has come as far as this.
     void Receive(std::string_view sData, const std::string& sBuffer) {
         QVERIFY(tPty.Write(sData));
-        QTRY_COMPARE(t.m_sCommBuffer(0), sBuffer);
+        QTRY_COMPARE(std::string(t.m_sCommBuffer(0)), sBuffer);
     }
 };
 

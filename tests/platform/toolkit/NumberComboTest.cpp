@@ -336,7 +336,7 @@ void NumberComboTest::dataGoesWithTheItem() {
     Show(t);
     t.Items.FindOrInsert(5, 55);
     QCOMPARE(t.itemData(0).toInt(), 111);  // not yet taken over
-    t.Items.FindOrInsert(10, 0).lData = 112;
+    t.Items.FindOrInsert(10, 0) = 112;
     t.Synchronize();
     QCOMPARE(t.itemData(0).toInt(), 55);
     QCOMPARE(t.itemData(1).toInt(), 112);

@@ -1,0 +1,60 @@
+// The reports that wait to be shown, oldest first. No more than the target table has rows: a burst of a million reports
+// leaves 256 rows and 101 log lines, so most reports never become text.
+#pragma once
+
+#include <array>
+#include <cstddef>
+
+#include "decoders/AisReport.h"
+
+namespace decoders {
+
+class ReportQueue {
+public:
+    static constexpr std::size_t Capacity = 256;
+
+    bool Empty() const { return m_lCount == 0; }
+    bool Full() const { return m_lCount == Capacity; }
+    // How many of them carry signal levels.
+    int Signals() const { return m_iSignals; }
+
+    // A report behind the others, without levels, its values still those of an earlier one. Not while Full().
+    AisReport& Add() {
+        AisReport& t = m_tReports[(m_lFirst + m_lCount++) % Capacity];
+        t.bSignal = false;
+        return t;
+    }
+
+    // Levels for the newest report, if it has none yet; false where they belong to no report here.
+    bool AttachSignal(const SignalSentence& tSignal, bool bDbm) {
+        if (Empty()) return false;
+        AisReport& t = m_tReports[(m_lFirst + m_lCount - 1) % Capacity];
+        if (t.bSignal) return false;
+        t.bSignal = true;
+        t.tSignal.Keep(tSignal, bDbm);
+        ++m_iSignals;
+        return true;
+    }
+
+    // Not while Empty().
+    const AisReport& Oldest() const { return m_tReports[m_lFirst]; }
+    void DropOldest() {
+        if (m_tReports[m_lFirst].bSignal) --m_iSignals;
+        m_lFirst = (m_lFirst + 1) % Capacity;
+        --m_lCount;
+    }
+
+    // Hands every report to tTake, oldest first; each is gone from here once it has been taken.
+    template <class Take>
+    void Drain(const Take& tTake) {
+        for (; !Empty(); DropOldest()) tTake(Oldest());
+    }
+
+private:
+    std::array<AisReport, Capacity> m_tReports;  // a ring: places are used again with their strings
+    std::size_t m_lFirst = 0;
+    std::size_t m_lCount = 0;
+    int m_iSignals = 0;
+};
+
+}  // namespace decoders
