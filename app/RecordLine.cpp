@@ -14,14 +14,12 @@ std::string_view RecordSentence(std::string_view sLine) {
     return sLine.size() > RecordSentenceColumn ? sLine.substr(RecordSentenceColumn) : std::string_view();
 }
 
-std::optional<runtime::DateTime> RecordStampReader::Read(std::string_view sLine) {
+const std::optional<runtime::DateTime>& RecordStampReader::Read(std::string_view sLine) {
     const std::string_view sStamp = sLine.substr(0, RecordStampLength);
-    if (sStamp.size() == RecordStampLength && sStamp == m_sLast) return m_dtLast;
-    const std::optional<runtime::DateTime> dtRead = runtime::FromRecordStamp(sStamp);
-    if (!dtRead) return std::nullopt;
+    if (m_dtLast && sStamp == m_sLast) return m_dtLast;
     m_sLast = sStamp;
-    m_dtLast = *dtRead;
-    return dtRead;
+    m_dtLast = runtime::FromRecordStamp(sStamp);
+    return m_dtLast;
 }
 
 }  // namespace app

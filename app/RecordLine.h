@@ -21,12 +21,12 @@ std::string_view RecordSentence(std::string_view sLine);
 // Reads stamps; remembers the last one, because in a recording hundreds of lines carry the same second.
 class RecordStampReader {
 public:
-    // Nothing where the first 19 characters are not a date and time.
-    std::optional<runtime::DateTime> Read(std::string_view sLine);
+    // Nothing where the first 19 characters are not a date and time. Holds until the next call.
+    const std::optional<runtime::DateTime>& Read(std::string_view sLine);
 
 private:
     std::string m_sLast;
-    runtime::DateTime m_dtLast;
+    std::optional<runtime::DateTime> m_dtLast;  // what m_sLast says
 };
 
 }  // namespace app

@@ -69,7 +69,7 @@ bool frmMain::PlaybackReadLine(PortIndex Index) {
             return false;
         }
         const std::string_view sLine = m_tFiles.ReadLine(m_iRecordFile);
-        const auto dt = m_tStamps.Read(sLine);
+        const auto& dt = m_tStamps.Read(sLine);
         if (!dt) throw runtime::FileError("Line does not begin with a date and time");
         m_dtCommLast(Index) = *dt;
         m_sCommBuffer(Index).assign(RecordSentence(sLine));
