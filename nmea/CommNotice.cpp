@@ -1,6 +1,8 @@
 // The texts of the communication events, the same for input and output ports.
 #include "nmea/CommNotice.h"
 
+#include "platform/runtime/CommEvents.h"
+
 namespace nmea {
 
 namespace {
@@ -14,15 +16,15 @@ std::string Counted(std::int64_t lCount, std::string_view sThing) {
 
 std::string CommNotice(int iEvent) {
     switch (iEvent) {
-        case CommBreak:
+        case runtime::CommBreak:
             return "<<Break Signal Received>>";
-        case CommFrame:
+        case runtime::CommFrame:
             return "<<Framing Error>>";
-        case CommOverrun:
+        case runtime::CommOverrun:
             return "<<Port Overrun>>";
-        case CommRxOver:
+        case runtime::CommRxOver:
             return "<<Rx Overflow>>";
-        case CommRxParity:
+        case runtime::CommRxParity:
             return "<<Parity Error>>";
         default:
             return "<<Event " + std::to_string(iEvent) + ">>";

@@ -2,6 +2,7 @@
 #include "app/frmMain.h"
 #include "nmea/CommNotice.h"
 #include "nmea/RmcSentence.h"
+#include "platform/runtime/CommEvents.h"
 
 namespace app {
 
@@ -15,7 +16,7 @@ constexpr std::int64_t DropsPerNotice = 25;
 void frmMain::MSCommOutput_OnComm() {
     const int iEvent = MSCommOutput.CommEvent();
     OutputData(nmea::CommNotice(iEvent), false);
-    if (iEvent == nmea::CommLost) OutputTellLeft("lost");
+    if (iEvent == runtime::CommLost) OutputTellLeft("lost");
 }
 
 void frmMain::OutputForward(std::string_view sLine) {

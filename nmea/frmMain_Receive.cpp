@@ -4,6 +4,7 @@
 
 #include "app/frmMain.h"
 #include "nmea/CommNotice.h"
+#include "platform/runtime/CommEvents.h"
 
 namespace app {
 
@@ -16,9 +17,9 @@ constexpr double SecondsOfDay = 86400;
 
 void frmMain::MSComm_OnComm(PortIndex Index) {
     const int iEvent = MSComm(Index).CommEvent();
-    if (iEvent != nmea::CommReceive) {
+    if (iEvent != runtime::CommReceive) {
         CommData(Index, nmea::CommNotice(iEvent), false);
-        if (iEvent == nmea::CommRestored) CommDropHalfLine(Index);
+        if (iEvent == runtime::CommRestored) CommDropHalfLine(Index);
         return;
     }
     const std::string sInput = MSComm(Index).Input();

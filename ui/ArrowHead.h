@@ -5,12 +5,11 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/runtime/Geometry.h"
+
 namespace ui {
 
-struct Stroke {
-    std::int32_t lX1, lY1, lX2, lY2;  // twips
-    friend bool operator==(const Stroke&, const Stroke&) = default;
-};
+using runtime::Stroke;
 
 // Heads at the point (lX, lY), 60 twips long and 60 wide: pointing right where the tag contains "Right", down where it
 // contains "Bottom" (case-sensitive); both, one or none.

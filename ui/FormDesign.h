@@ -64,7 +64,7 @@ struct TimingLabels {
 
 // A connection of the flow diagram that ends in an arrow head; the tag says where the head goes.
 struct DiagramLine {
-    Stroke tLine;
+    runtime::Stroke tLine;
     std::string sTag;
 };
 

@@ -3,18 +3,13 @@
 #pragma once
 
 #include <array>
-#include <cstdint>
+
+#include "platform/runtime/Geometry.h"
 
 namespace ui {
 
-struct Rect {  // twips; left and top relative to the tab control, except for the tab control itself
-    double dLeft = 0, dTop = 0, dWidth = 0, dHeight = 0;
-    friend bool operator==(const Rect&, const Rect&) = default;
-};
-
-struct Size {
-    double dWidth = 0, dHeight = 0;
-};
+using runtime::Rect;  // left and top relative to the tab control, except for the tab control itself
+using runtime::Size;
 
 inline constexpr double TabBottomGap = 90;     // tab control to status bar
 inline constexpr double ListBottomGap = 60;    // list to the tab control's bottom

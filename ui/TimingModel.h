@@ -8,23 +8,16 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/runtime/Geometry.h"
+
 namespace ui {
 
-struct Rgb {
-    std::uint8_t iRed, iGreen, iBlue;
-    friend bool operator==(const Rgb&, const Rgb&) = default;
-};
+using runtime::Primitive;
+using runtime::Rgb;
+
 inline constexpr Rgb ChannelAColour{128, 255, 128};
 inline constexpr Rgb ChannelBColour{255, 128, 128};
 inline constexpr Rgb TickColour{0, 0, 0};
-
-// A filled rectangle or a straight line from (lX1, lY1) to (lX2, lY2) in the drawing units of the picture.
-struct Primitive {
-    enum class Kind { Rectangle, Line } eKind;
-    std::int32_t lX1, lY1, lX2, lY2;
-    Rgb tColour;
-    friend bool operator==(const Primitive&, const Primitive&) = default;
-};
 
 // Where a row's bar stands: between its name label and its percentage label.
 struct TimingRow {

@@ -1,5 +1,6 @@
 // The arrow heads of the flow diagram.
 #include "app/frmMain.h"
+#include "ui/ArrowHead.h"
 
 namespace app {
 
@@ -9,7 +10,7 @@ void frmMain::LayOutDiagram() {
 }
 
 void frmMain::DiagramArrowHead(toolkit::LinePicture& pct, const ui::DiagramLine& tLine) {
-    for (const ui::Stroke& t : ui::ArrowHead(tLine.tLine.lX2, tLine.tLine.lY2, tLine.sTag)) pct.DrawLine(t);
+    for (const runtime::Stroke& t : ui::ArrowHead(tLine.tLine.lX2, tLine.tLine.lY2, tLine.sTag)) pct.DrawLine(t);
 }
 
 }  // namespace app

@@ -7,7 +7,7 @@
 
 #include <vector>
 
-#include "nmea/CommNotice.h"
+#include "platform/runtime/CommEvents.h"
 
 namespace toolkit {
 
@@ -37,11 +37,11 @@ public:
         serial_icounter_struct tNow{};
         if (!m_bSupported || m_pCounters(iDescriptor, &tNow) != 0) return {};
         std::vector<int> iEvents;
-        if (Grew(m_tLast.brk, tNow.brk)) iEvents.push_back(nmea::CommBreak);
-        if (Grew(m_tLast.frame, tNow.frame)) iEvents.push_back(nmea::CommFrame);
-        if (Grew(m_tLast.overrun, tNow.overrun)) iEvents.push_back(nmea::CommOverrun);
-        if (Grew(m_tLast.buf_overrun, tNow.buf_overrun)) iEvents.push_back(nmea::CommRxOver);
-        if (Grew(m_tLast.parity, tNow.parity)) iEvents.push_back(nmea::CommRxParity);
+        if (Grew(m_tLast.brk, tNow.brk)) iEvents.push_back(runtime::CommBreak);
+        if (Grew(m_tLast.frame, tNow.frame)) iEvents.push_back(runtime::CommFrame);
+        if (Grew(m_tLast.overrun, tNow.overrun)) iEvents.push_back(runtime::CommOverrun);
+        if (Grew(m_tLast.buf_overrun, tNow.buf_overrun)) iEvents.push_back(runtime::CommRxOver);
+        if (Grew(m_tLast.parity, tNow.parity)) iEvents.push_back(runtime::CommRxParity);
         m_tLast = tNow;
         return iEvents;
     }

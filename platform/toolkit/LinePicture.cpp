@@ -19,7 +19,7 @@ void LinePicture::Clear() {
     ClearDrawing();
 }
 
-void LinePicture::DrawLine(const ui::Stroke& tStroke) {
+void LinePicture::DrawLine(const runtime::Stroke& tStroke) {
     m_tDrawn.push_back(tStroke);
     update();
 }
@@ -33,12 +33,12 @@ void LinePicture::paintEvent(QPaintEvent*) {
     QPainter tPainter(this);
     tPainter.setRenderHint(QPainter::Antialiasing);
     tPainter.setPen(QPen(palette().color(QPalette::WindowText), LineWidth, Qt::SolidLine, Qt::RoundCap));
-    const auto tDraw = [&tPainter](const ui::Stroke& t) {
+    const auto tDraw = [&tPainter](const runtime::Stroke& t) {
         tPainter.drawLine(QPointF(t.lX1 / TwipsPerPixel, t.lY1 / TwipsPerPixel),
                           QPointF(t.lX2 / TwipsPerPixel, t.lY2 / TwipsPerPixel));
     };
-    for (const ui::Stroke& t : m_tLines) tDraw(t);
-    for (const ui::Stroke& t : m_tDrawn) tDraw(t);
+    for (const runtime::Stroke& t : m_tLines) tDraw(t);
+    for (const runtime::Stroke& t : m_tDrawn) tDraw(t);
     tPainter.setPen(QPen(palette().color(QPalette::Text), LineWidth, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
     tPainter.setBrush(palette().base());
     for (const QRect& t : m_tBoxes) tPainter.drawRect(QRectF(t));

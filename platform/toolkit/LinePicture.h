@@ -6,7 +6,7 @@
 #include <QWidget>
 #include <vector>
 
-#include "ui/ArrowHead.h"
+#include "platform/runtime/Geometry.h"
 
 namespace toolkit {
 
@@ -17,23 +17,23 @@ public:
 
     // Lines, and boxes around captions, that belong to the design and stay until Clear. A box is drawn here and not by
     // its label: a border at a widget's edge is lost where a scale leaves the edge between two pixels of the screen.
-    void AddLine(const ui::Stroke& tLine) { m_tLines.push_back(tLine); }
+    void AddLine(const runtime::Stroke& tLine) { m_tLines.push_back(tLine); }
     void AddBox(const QRect& tBox) { m_tBoxes.push_back(tBox); }  // device-independent pixels
     void Clear();
     // What is drawn on top; ClearDrawing removes it.
-    void DrawLine(const ui::Stroke& tStroke);
+    void DrawLine(const runtime::Stroke& tStroke);
     void ClearDrawing();
 
-    const std::vector<ui::Stroke>& Lines() const { return m_tLines; }
-    const std::vector<ui::Stroke>& Drawn() const { return m_tDrawn; }
+    const std::vector<runtime::Stroke>& Lines() const { return m_tLines; }
+    const std::vector<runtime::Stroke>& Drawn() const { return m_tDrawn; }
 
 protected:
     void paintEvent(QPaintEvent* pEvent) override;
 
 private:
-    std::vector<ui::Stroke> m_tLines;
+    std::vector<runtime::Stroke> m_tLines;
     std::vector<QRect> m_tBoxes;
-    std::vector<ui::Stroke> m_tDrawn;
+    std::vector<runtime::Stroke> m_tDrawn;
 };
 
 }  // namespace toolkit

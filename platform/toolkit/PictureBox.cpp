@@ -17,15 +17,15 @@ void PictureBox::FitCanvas() {
     m_tCanvas = tCanvas;
 }
 
-void PictureBox::Draw(std::span<const ui::Primitive> tPrimitives) {
+void PictureBox::Draw(std::span<const runtime::Primitive> tPrimitives) {
     FitCanvas();
     if (m_tCanvas.isNull()) return;
     QPainter tPainter(&m_tCanvas);
-    for (const ui::Primitive& t : tPrimitives) {
+    for (const runtime::Primitive& t : tPrimitives) {
         const QColor tColour(t.tColour.iRed, t.tColour.iGreen, t.tColour.iBlue);
         const int iWidth = t.lX2 - t.lX1;
         const int iHeight = t.lY2 - t.lY1;
-        if (t.eKind == ui::Primitive::Kind::Rectangle) {
+        if (t.eKind == runtime::Primitive::Kind::Rectangle) {
             tPainter.fillRect(QRect(t.lX1, t.lY1, iWidth, iHeight), tColour);
         } else {
             tPainter.fillRect(QRect(t.lX1, t.lY1, iWidth + 1, iHeight), tColour);

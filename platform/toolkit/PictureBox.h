@@ -5,7 +5,7 @@
 #include <QWidget>
 #include <span>
 
-#include "ui/TimingModel.h"
+#include "platform/runtime/Geometry.h"
 
 namespace toolkit {
 
@@ -15,7 +15,7 @@ public:
     explicit PictureBox(QWidget* pParent = nullptr);
 
     // Draws over what is there; coordinates in device-independent pixels of this widget.
-    void Draw(std::span<const ui::Primitive> tPrimitives);
+    void Draw(std::span<const runtime::Primitive> tPrimitives);
     void Clear();
 
 protected:

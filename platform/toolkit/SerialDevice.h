@@ -39,7 +39,7 @@ public:
 
 signals:
     void Received();             // characters wait
-    void LineEvent(int iEvent);  // nmea::CommEvent: 1001, 1004, 1006, 1008, 1009
+    void LineEvent(int iEvent);  // runtime::CommEvent: 1001, 1004, 1006, 1008, 1009
     void Lost();                 // the device vanished; it is closed by now
 };
 

@@ -6,7 +6,7 @@
 #include <deque>
 #include <utility>
 
-#include "nmea/CommNotice.h"
+#include "platform/runtime/CommEvents.h"
 #include "platform/toolkit/Latin1.h"
 #include "platform/toolkit/NativeSerialDevice.h"
 #include "platform/toolkit/PortNames.h"
@@ -165,7 +165,7 @@ bool SerialPort::Output(std::string_view sData) {
     if (!d->bOpen || d->bAway) return false;
     if (!d->QueueTakes(sData.size())) {
         ++d->lDropped;
-        if (!std::exchange(d->bFull, true)) RaiseEvent(nmea::CommTxFull);
+        if (!std::exchange(d->bFull, true)) RaiseEvent(runtime::CommTxFull);
         return false;
     }
     d->pDevice->Write(sData);
@@ -195,7 +195,7 @@ void SerialPort::Retry() {
     }
     d->bAway = false;
     d->tmrRetry.stop();
-    RaiseEvent(nmea::CommRestored);
+    RaiseEvent(runtime::CommRestored);
 }
 
 void SerialPort::Private::MakeDevice() {
@@ -234,11 +234,11 @@ void SerialPort::Private::Receive() {
         if (sBatch.empty()) return;
         if (!bReceiveEvents) continue;
         if (sInput.size() >= MostInput) {
-            if (!std::exchange(bInputFull, true)) tPort.RaiseEvent(nmea::CommRxOver);
+            if (!std::exchange(bInputFull, true)) tPort.RaiseEvent(runtime::CommRxOver);
             continue;
         }
         sInput += sBatch;
-        tPort.RaiseEvent(nmea::CommReceive);
+        tPort.RaiseEvent(runtime::CommReceive);
     }
 }
 
@@ -248,7 +248,7 @@ void SerialPort::Private::DeviceLost() {
     bFull = false;
     tmrRetry.start();
     tWaiting.Keep(pDevice->BytesToWrite());
-    tPort.RaiseEvent(nmea::CommLost);
+    tPort.RaiseEvent(runtime::CommLost);
     tWaiting.Clear();  // told
 }
 

@@ -14,7 +14,7 @@ namespace {
 QString Text(std::string_view sText) { return toolkit::FromLatin1(sText); }
 QString Iso(runtime::DateTime dt) { return Text(runtime::IsoText(dt)); }
 QJsonArray Place(const ui::Rect& t) { return {t.dLeft, t.dTop, t.dWidth, t.dHeight}; }
-QJsonArray Line(const ui::Stroke& t) { return {t.lX1, t.lY1, t.lX2, t.lY2}; }
+QJsonArray Line(const runtime::Stroke& t) { return {t.lX1, t.lY1, t.lX2, t.lY2}; }
 
 template <class Array, class Convert>
 QJsonArray Both(const Array& t, Convert tConvert) {
@@ -171,7 +171,7 @@ QJsonObject DumpLayout(const ScenarioWindow& t) {
     QJsonObject tRects;
     for (const auto& [sName, tRect] : t.Rects()) tRects[Text(sName)] = Place(tRect);
     QJsonArray tStrokes;
-    for (const ui::Stroke& tStroke : t.pctDiagram.Drawn()) tStrokes.append(Line(tStroke));
+    for (const runtime::Stroke& tStroke : t.pctDiagram.Drawn()) tStrokes.append(Line(tStroke));
     return {{QStringLiteral("tab"), t.SSTab.Tab()},
             {QStringLiteral("window_state"), WindowState(t)},
             {QStringLiteral("rects"), tRects},

@@ -11,7 +11,7 @@ using support::World;
 
 namespace {
 
-using Strokes = std::vector<ui::Stroke>;
+using Strokes = std::vector<runtime::Stroke>;
 
 bool Inked(const QImage& tImage, int iX, int iY, QRgb tGround) {
     return tImage.valid(iX, iY) && tImage.pixel(iX, iY) != tGround;
@@ -91,7 +91,7 @@ void DiagramWindowTest::nothingCrossesACaption() {
     World tWorld;
     TestWindow t(tWorld);
     t.LoadAndShow();
-    for (const ui::Stroke& l : t.pctDiagram.Lines()) {
+    for (const runtime::Stroke& l : t.pctDiagram.Lines()) {
         const QRect tLine = QRect(QPoint(std::min(l.lX1, l.lX2), std::min(l.lY1, l.lY2)) / 15,
                                   QPoint(std::max(l.lX1, l.lX2), std::max(l.lY1, l.lY2)) / 15);
         for (const QLabel* pBox : t.pctDiagram.findChildren<QLabel*>()) {
@@ -193,7 +193,7 @@ void DiagramWindowTest::picturesDrawInTheTextColour() {
     t.setPalette(QPalette(QColor(50, 50, 50), QColor(30, 30, 30)));  // a dark one, made of its two grounds
     t.resize(1200, 700);
     const QImage tImage = t.grab(QRect(t.pctDiagram.mapTo(&t, QPoint(0, 0)), t.pctDiagram.size())).toImage();
-    const ui::Stroke& l = t.LnArrow.front().tLine;
+    const runtime::Stroke& l = t.LnArrow.front().tLine;
     const QColor tInk = tImage.pixelColor((l.lX1 + l.lX2) / 30, l.lY1 / 15);
     QVERIFY2(tInk.lightness() > 128, qPrintable(tInk.name()));
     QVERIFY(tImage.pixelColor(1, 1).lightness() < 64);
