@@ -2,11 +2,11 @@
 #include "platform/toolkit/Platform.h"
 
 #include <QCoreApplication>
-#include <QFileDialog>
 #include <QGuiApplication>
 #include <QMessageBox>
 #include <QThread>
 
+#include "platform/toolkit/FileDialog.h"
 #include "platform/toolkit/NativeSerialDevice.h"
 #include "platform/toolkit/PortNames.h"
 
@@ -15,16 +15,6 @@ namespace toolkit {
 namespace {
 
 constexpr unsigned long YieldMicroseconds = 500;  // so that a waiting loop leaves the processor to others
-
-std::optional<QString> NativeAskFile(QWidget* pWindow, const FileRequest& tRequest) {
-    QFileDialog tDialog(pWindow, tRequest.sTitle, tRequest.sFolder, tRequest.sFilter);
-    tDialog.setAcceptMode(tRequest.bSave ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-    tDialog.setFileMode(tRequest.bSave ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
-    tDialog.setDefaultSuffix(tRequest.sExtension);
-    tDialog.selectFile(tRequest.sFileName);
-    if (tDialog.exec() != QDialog::Accepted || tDialog.selectedFiles().isEmpty()) return std::nullopt;
-    return tDialog.selectedFiles().constFirst();
-}
 
 void NativeShowMessage(QWidget* pWindow, const QString& sText, MessageIcon eIcon) {
     QMessageBox tBox(eIcon == MessageIcon::Exclamation ? QMessageBox::Warning : QMessageBox::NoIcon,
@@ -50,7 +40,7 @@ Platform Platform::Native() {
         QCoreApplication::processEvents();
         QThread::usleep(YieldMicroseconds);
     };
-    t.AskFile = NativeAskFile;
+    t.AskFile = AskForFile;
     t.ShowMessage = NativeShowMessage;
     t.ShowBusyPointer = NativeShowBusyPointer;
     t.Serial.Resolve = [](const QString& sPort) { return PortDevice(sPort); };

@@ -7,22 +7,13 @@
 #include <optional>
 
 #include "platform/runtime/DateTime.h"
+#include "platform/toolkit/FileChoice.h"
 #include "platform/toolkit/Focus.h"
 #include "platform/toolkit/SerialPort.h"
 
 namespace toolkit {
 
 enum class MessageIcon { Plain, Exclamation };
-
-// What a file dialog is to ask for.
-struct FileRequest {
-    bool bSave;  // save, asking before an existing file is replaced; else open an existing file
-    QString sTitle;
-    QString sFolder;     // initial folder; empty: the one last used
-    QString sFileName;   // proposed name
-    QString sFilter;     // "Text (*.txt)"
-    QString sExtension;  // added to a name without one, "txt"
-};
 
 struct Platform {
     std::function<runtime::DateTime()> Now;

@@ -1,7 +1,9 @@
 // The real file dialogs and the real message box, as the window has them shown: what they ask, and what they answer.
 #include <QApplication>
+#include <QComboBox>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
@@ -49,6 +51,69 @@ bool PressAndLook(TestWindow& t, const char* sKey, const Look& tLook) {
     return bSeen;
 }
 
+// Answers what is asked while a button is pressed: file dialogs by a name that is typed, boxes by a button's text, in
+// the order of the answers; when these have run out, by Escape.
+class User {
+public:
+    explicit User(QStringList sAnswers) : m_sAnswers(std::move(sAnswers)) {}
+
+    // What was asked, in its order: "name?" for a file dialog, else the text of a box.
+    QStringList Press(TestWindow& t, const char* sKey) {
+        Look();
+        t.Press(sKey);
+        return m_sAsked;
+    }
+
+private:
+    // Looks again before it answers, because an answer may lead to another question before it returns.
+    void Look() {
+        QTimer::singleShot(5, &m_tContext, [this] {
+            QWidget* pDialog = QApplication::activeModalWidget();
+            Look();
+            if (pDialog != nullptr && pDialog->isVisible()) Answer(*pDialog);
+        });
+    }
+
+    void Answer(QWidget& tDialog) {
+        const QString sAnswer = m_sAnswers.isEmpty() ? QString() : m_sAnswers.takeFirst();
+        auto* pName = tDialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        const auto* pBox = qobject_cast<QMessageBox*>(&tDialog);
+        m_sAsked << (pBox != nullptr ? pBox->text() : QStringLiteral("name?"));
+        if (pName != nullptr && !sAnswer.isEmpty()) {
+            pName->setText(sAnswer);
+            QTest::keyClick(pName, Qt::Key_Return);
+            return;
+        }
+        for (QPushButton* pButton : tDialog.findChildren<QPushButton*>()) {
+            if (pBox != nullptr && pButton->text().remove(QLatin1Char('&')) == sAnswer) return pButton->click();
+        }
+        QTest::keyClick(&tDialog, Qt::Key_Escape);
+    }
+
+    QObject m_tContext;
+    QStringList m_sAnswers;
+    QStringList m_sAsked;
+};
+
+// The filter as the dialog shows it.
+QString ShownFilter(const QFileDialog& t) {
+    const auto* pBox = t.findChild<QComboBox*>(QStringLiteral("fileTypeCombo"));
+    return pBox == nullptr ? QString() : pBox->currentText();
+}
+
+// The names that the dialog's list offers.
+QStringList OfferedNames(const QFileDialog& t) {
+    const auto* pList = t.findChild<QListView*>(QStringLiteral("listView"));
+    QStringList sNames;
+    for (int i = 0; i < pList->model()->rowCount(pList->rootIndex()); ++i) {
+        sNames << pList->model()->index(i, 0, pList->rootIndex()).data().toString();
+    }
+    sNames.sort();
+    return sNames;
+}
+
+constexpr const char* Recorded = "05/15/2011 12:00:00 $GPZDA,";
+
 }  // namespace
 
 class DialogsWindowTest : public QObject {
@@ -59,6 +124,13 @@ private slots:
     void recordAsksBeforeAFileIsReplaced();
     void playbackTakesExistingFilesOnly_data();
     void playbackTakesExistingFilesOnly();
+    void textFilesOfEveryCaseAreOffered();
+    void nameToRecordGetsItsSuffix_data();
+    void nameToRecordGetsItsSuffix();
+    void refusedReplacementAsksForAnotherName_data();
+    void refusedReplacementAsksForAnotherName();
+    void nameToPlayIsTakenAsItIsIfItExists_data();
+    void nameToPlayIsTakenAsItIsIfItExists();
     void rejectedDialogsChangeNothing();
     void chosenFileIsPlayed();
     void refusalOfABurstHasAnOkButtonOnly();
@@ -73,8 +145,7 @@ void DialogsWindowTest::recordAsksBeforeAFileIsReplaced() {
         QCOMPARE(t.acceptMode(), QFileDialog::AcceptSave);
         QVERIFY(!t.testOption(QFileDialog::DontConfirmOverwrite));
         QCOMPARE(t.windowTitle(), QStringLiteral("Tidewatch - Save As"));
-        QCOMPARE(t.nameFilters(), QStringList{QStringLiteral("Text (*.txt)")});
-        QCOMPARE(t.defaultSuffix(), QStringLiteral("txt"));
+        QCOMPARE(ShownFilter(t), QStringLiteral("Text (*.txt)"));
         QCOMPARE(QFileInfo(t.selectedFiles().value(0)).fileName(), QStringLiteral("Tidewatch.Txt"));
     }));
 }
@@ -92,9 +163,114 @@ void DialogsWindowTest::playbackTakesExistingFilesOnly() {
         QCOMPARE(t.acceptMode(), QFileDialog::AcceptOpen);
         QCOMPARE(t.fileMode(), QFileDialog::ExistingFile);
         QCOMPARE(t.windowTitle(), QStringLiteral("Tidewatch - Open"));
-        QCOMPARE(t.nameFilters(), QStringList{QStringLiteral("Text (*.txt)")});
+        QCOMPARE(ShownFilter(t), QStringLiteral("Text (*.txt)"));
         QCOMPARE(t.directory().absolutePath(), n.tWorld.Folder());
     }));
+}
+
+void DialogsWindowTest::textFilesOfEveryCaseAreOffered() {
+    Native n;
+    for (const char* sName : {"Tidewatch.Txt", "TIDES.TXT", "night.txt", "night.log", "night"}) {
+        n.tWorld.WriteFile(n.tWorld.Path(QLatin1String(sName)), "");
+    }
+    QVERIFY(PressAndLook<QFileDialog>(*n.pWindow, "Playback", [](QFileDialog& t) {
+        QTRY_COMPARE(OfferedNames(t).join(QLatin1Char(' ')), QStringLiteral("TIDES.TXT Tidewatch.Txt night.txt"));
+    }));
+}
+
+void DialogsWindowTest::nameToRecordGetsItsSuffix_data() {
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("existing");
+    QTest::addColumn<QString>("question");  // the name that it is about
+    QTest::addColumn<QString>("recorded");
+    const auto tRow = [](const char* sRow, const char* sName, const char* sExisting, const char* sQuestion,
+                         const char* sRecorded) {
+        QTest::newRow(sRow) << QString::fromLatin1(sName) << QString::fromLatin1(sExisting)
+                            << QString::fromLatin1(sQuestion) << QString::fromLatin1(sRecorded);
+    };
+    tRow("new", "fresh", "", "", "fresh.txt");
+    tRow("new with suffix", "fresh.txt", "", "", "fresh.txt");
+    tRow("the suffix leads to a file", "keep", "keep.txt", "keep.txt", "keep.txt");
+    tRow("a file", "keep.txt", "keep.txt", "keep.txt", "keep.txt");
+    tRow("another suffix", "keep.log", "keep.log", "keep.log", "keep.log");
+    tRow("not the file of that name", "keep", "keep", "keep", "keep.txt");
+}
+
+void DialogsWindowTest::nameToRecordGetsItsSuffix() {
+    QFETCH(QString, name);
+    QFETCH(QString, existing);
+    QFETCH(QString, question);
+    QFETCH(QString, recorded);
+    Native n;
+    if (!existing.isEmpty()) n.tWorld.WriteFile(n.tWorld.Path(existing), "old");
+    n.pWindow->StartBoth();
+    QStringList sAsked{QStringLiteral("name?")};
+    if (!question.isEmpty()) sAsked << question + QStringLiteral(" already exists.\nDo you want to replace it?");
+    User tUser({n.tWorld.Path(name), QStringLiteral("Yes")});
+    QCOMPARE(tUser.Press(*n.pWindow, "Record"), sAsked);
+    QCOMPARE(n.pWindow->Panel(1), std::string("Record"));
+    QCOMPARE(n.tWorld.ReadFile(n.tWorld.Path(recorded)), std::string());
+    if (existing != recorded && !existing.isEmpty()) {
+        QCOMPARE(n.tWorld.ReadFile(n.tWorld.Path(existing)), std::string("old"));
+    }
+}
+
+void DialogsWindowTest::refusedReplacementAsksForAnotherName_data() {
+    QTest::addColumn<QString>("then");
+    QTest::addColumn<QByteArray>("state");
+    QTest::newRow("given up") << QString() << QByteArray("Running");
+    QTest::newRow("another, in the same folder") << QStringLiteral("other") << QByteArray("Record");
+}
+
+void DialogsWindowTest::refusedReplacementAsksForAnotherName() {
+    QFETCH(QString, then);
+    QFETCH(QByteArray, state);
+    Native n;
+    n.tWorld.WriteFile(n.tWorld.Path(QStringLiteral("keep.txt")), "old");
+    n.pWindow->StartBoth();
+    User tUser({n.tWorld.Path(QStringLiteral("keep")), QStringLiteral("No"), then});
+    const QString sQuestion = QStringLiteral("keep.txt already exists.\nDo you want to replace it?");
+    const QString sName = QStringLiteral("name?");
+    QCOMPARE(tUser.Press(*n.pWindow, "Record"), (QStringList{sName, sQuestion, sName}));
+    QCOMPARE(n.pWindow->Panel(1), state.toStdString());
+    QCOMPARE(n.tWorld.ReadFile(n.tWorld.Path(QStringLiteral("keep.txt"))), std::string("old"));
+    QCOMPARE(QFile::exists(n.tWorld.Path(QStringLiteral("other.txt"))), !then.isEmpty());
+}
+
+void DialogsWindowTest::nameToPlayIsTakenAsItIsIfItExists_data() {
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("existing");
+    QTest::addColumn<QString>("played");
+    const auto tRow = [](const char* sRow, const char* sName, const char* sExisting, const char* sPlayed) {
+        QTest::newRow(sRow) << QString::fromLatin1(sName) << QString::fromLatin1(sExisting)
+                            << QString::fromLatin1(sPlayed);
+    };
+    tRow("with suffix", "aaa.txt", "aaa aaa.txt", "aaa.txt");
+    tRow("without suffix", "aaa", "aaa aaa.txt", "aaa");
+    tRow("without suffix, alone", "recording", "recording", "recording");
+    tRow("the suffix is missing", "night", "night.txt", "night.txt");
+    tRow("not there", "nowhere", "night.txt", "");
+}
+
+void DialogsWindowTest::nameToPlayIsTakenAsItIsIfItExists() {
+    QFETCH(QString, name);
+    QFETCH(QString, existing);
+    QFETCH(QString, played);
+    Native n;
+    for (const QString& sFile : existing.split(QLatin1Char(' '))) {
+        n.tWorld.WriteFile(n.tWorld.Path(sFile), Recorded + sFile.toStdString() + "\r\n");
+    }
+    User tUser({name});
+    const QStringList sAsked = tUser.Press(*n.pWindow, "Playback Burst");
+    if (played.isEmpty()) {
+        QCOMPARE(sAsked.size(), 3);  // a box says that it is not there, the dialog is back, and given up
+        QVERIFY(sAsked[1].contains(QLatin1String("File not found")));
+        QCOMPARE(n.pWindow->windowTitle(), QStringLiteral("Tidewatch"));
+        return;
+    }
+    QCOMPARE(sAsked, QStringList{QStringLiteral("name?")});
+    QCOMPARE(n.pWindow->windowTitle(), QStringLiteral("Tidewatch - ") + played);
+    QCOMPARE(n.pWindow->LastLine(n.pWindow->lstCommData(0)), "$GPZDA," + played.toStdString());
 }
 
 void DialogsWindowTest::rejectedDialogsChangeNothing() {
