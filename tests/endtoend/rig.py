@@ -357,9 +357,10 @@ class Eyes:
         await_that(lambda: bar.name == caption, f"the tab {caption} shows")
 
     def panels(self):
-        """The texts of the status bar, left to right."""
+        """The texts of the status bar that show, left to right."""
         bar = next(node for node in self.all() if node.getRoleName() == "status bar")
-        labels = [node for node in self.all(bar) if node.getRoleName() in ("label", "static")]
+        labels = [node for node in self.all(bar) if node.getRoleName() in ("label", "static")
+                  and self.has_state(node, self.atspi.STATE_SHOWING)]
         return [label.name for label in sorted(labels, key=lambda label: self.extents(label).x)]
 
     def lines(self, name):
