@@ -61,7 +61,8 @@ public:
     // Recording and playback (app/frmMain_Record, _Playback)
     void RecordStart();
     void RecordWrite(DateTime dt, std::string_view sSentence);
-    void RecordFlush();  // hands what is recorded to the system; nothing while not recording
+    void RecordFlush();   // hands what is recorded to the system; nothing while not recording
+    void RecordFinish();  // waits until it is on the disk
     void PlaybackStart(bool bBurst);
     void PlaybackStep(PortIndex Index);
     void PlaybackBurst(PortIndex Index);
@@ -243,7 +244,7 @@ protected:
     std::int16_t m_iRecordFile = 0;  // one number serves both
     DateTime m_dtPlaybackStart;
     DateTime m_dtRecordStart;
-    runtime::TextFiles m_tFiles;
+    runtime::TextFiles m_tFiles{m_tPlatform.Synchronize};
     RecordStampReader m_tStamps;
     std::string m_sRecordLine;
 

@@ -21,7 +21,7 @@ void frmMain::tmrTime_Timer() {
     StatusBar.SetPanelText(ui::PanelClock, runtime::TimeText(m_tPlatform.Now()));
     if (m_bPlayback) PlaybackStep(0);
     if (MSCommOutput.PortOpen()) OutputTellDropped(1);
-    RecordFlush();  // a power cut loses no more than the last second
+    RecordFlush();  // a kill loses no more than the last second
 }
 
 }  // namespace app

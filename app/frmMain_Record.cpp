@@ -1,9 +1,17 @@
 // Recording what is decoded.
 #include <QFile>
+#include <chrono>
 
 #include "app/frmMain.h"
+#include "platform/toolkit/Scopes.h"
 
 namespace app {
+
+namespace {
+
+constexpr std::chrono::milliseconds PointerPatience{500};  // a wait that is over by then needs no busy pointer
+
+}  // namespace
 
 void frmMain::RecordStart() {
     toolkit::FileRequest tRequest{};
@@ -41,6 +49,19 @@ void frmMain::RecordFlush() {
     try {
         m_tFiles.Flush(m_iRecordFile);
         m_tFiles.CheckInPlace(m_iRecordFile);
+    } catch (const runtime::FileError& tError) {
+        RecordFailed(tError);
+    }
+}
+
+// Before the file is closed: closing tells neither of a full disk nor of one that failed.
+void frmMain::RecordFinish() {
+    RecordFlush();
+    if (!m_bRecording) return;
+    try {
+        if (m_tFiles.AwaitDisk(m_iRecordFile, PointerPatience)) return;
+        const toolkit::BusyPointer tBusy(m_tPlatform.ShowBusyPointer);
+        m_tFiles.AwaitDisk(m_iRecordFile);
     } catch (const runtime::FileError& tError) {
         RecordFailed(tError);
     }

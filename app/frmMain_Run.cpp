@@ -57,7 +57,7 @@ void frmMain::CommStop() {
     for (PortIndex i = 0; i < nmea::PortCount; ++i) {
         if (MSComm(i).PortOpen()) MSComm(i).ClosePort();
     }
-    RecordFlush();  // closing a file tells of no full disk
+    RecordFinish();
     // Kept on purpose: m_bPlaybackBurst is not asked, so the file of a burst stays open after its end.
     if (m_bRecording || m_bPlayback) m_tFiles.Close(m_iRecordFile);
     if (MSCommOutput.PortOpen()) OutputClose();

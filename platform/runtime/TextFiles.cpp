@@ -12,6 +12,7 @@
 #include <cstring>
 #include <limits>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 namespace runtime {
@@ -80,7 +81,8 @@ struct TextFiles::File {
     std::size_t Find(char c, std::size_t iFrom, std::size_t iTo) const;
     std::size_t FirstLineEnd();
     int WriteOut() noexcept;
-    int Synchronize() noexcept;
+    void RaiseDiskError() const;
+    void BeginOutput(const std::string& sOpened, const DiskSync::Function& tSynchronize);
 
     const int iDescriptor;
     const bool bOutput;
@@ -95,7 +97,8 @@ struct TextFiles::File {
     std::string sPath;
     std::string sWhereabouts;      // at opening
     std::string sPending;          // not yet written
-    bool bUnsynchronized = false;  // written, but perhaps not on the disk yet
+    bool bUnsynchronized = false;  // written since the disk was asked last
+    std::unique_ptr<DiskSync> pDisk;
 };
 
 mode_t TextFiles::File::Kind() const {
@@ -160,14 +163,22 @@ int TextFiles::File::WriteOut() noexcept {
     return iError;
 }
 
-// Returns 0 or the system's error number. A device that cannot be synchronised has nothing to lose.
-int TextFiles::File::Synchronize() noexcept {
-    if (!bUnsynchronized) return 0;
-    bUnsynchronized = false;
-    return ::fdatasync(iDescriptor) == 0 || errno == EINVAL ? 0 : errno;
+void TextFiles::File::RaiseDiskError() const {
+    if (const int iError = pDisk->TakeError(); iError != 0) Raise(iError);
 }
 
-TextFiles::TextFiles() = default;
+// Raises FileError.
+void TextFiles::File::BeginOutput(const std::string& sOpened, const DiskSync::Function& tSynchronize) {
+    sPath = sOpened;
+    sWhereabouts = Whereabouts(iDescriptor);
+    try {
+        pDisk = std::make_unique<DiskSync>(iDescriptor, tSynchronize);
+    } catch (const std::system_error& tError) {
+        Raise(tError.code().value());
+    }
+}
+
+TextFiles::TextFiles(DiskSync::Function tSynchronize) : m_tSynchronize(std::move(tSynchronize)) {}
 
 TextFiles::~TextFiles() {
     for (std::size_t i = 1; i < m_tFiles.size(); ++i) Close(static_cast<std::int16_t>(i));
@@ -208,8 +219,7 @@ void TextFiles::OpenForOutput(std::int16_t iFile, const std::string& sPath) {
     auto tFile = std::make_unique<File>(OpenDescriptor(sPath, O_WRONLY | O_CREAT | O_TRUNC), true);
     const mode_t eKind = tFile->Kind();
     if (eKind != S_IFREG && eKind != S_IFCHR) throw FileError("Not a regular file");
-    tFile->sPath = sPath;
-    tFile->sWhereabouts = Whereabouts(tFile->iDescriptor);
+    tFile->BeginOutput(sPath, m_tSynchronize);
     tSlot = std::move(tFile);
 }
 
@@ -275,7 +285,22 @@ void TextFiles::Flush(std::int16_t iFile) {
     File& tFile = Opened(iFile);
     if (!tFile.bOutput) return;
     if (const int iError = tFile.WriteOut(); iError != 0) Raise(iError);
-    if (const int iError = tFile.Synchronize(); iError != 0) Raise(iError);
+    tFile.RaiseDiskError();
+    if (!std::exchange(tFile.bUnsynchronized, false)) return;
+    tFile.pDisk->Request();
+}
+
+void TextFiles::AwaitDisk(std::int16_t iFile) {
+    if (!IsOpen(iFile) || !Opened(iFile).bOutput) return;
+    Opened(iFile).pDisk->Wait();
+    Opened(iFile).RaiseDiskError();
+}
+
+bool TextFiles::AwaitDisk(std::int16_t iFile, std::chrono::milliseconds tPatience) {
+    if (!IsOpen(iFile) || !Opened(iFile).bOutput) return true;
+    if (!Opened(iFile).pDisk->Wait(tPatience)) return false;
+    Opened(iFile).RaiseDiskError();
+    return true;
 }
 
 void TextFiles::CheckInPlace(std::int16_t iFile) const {

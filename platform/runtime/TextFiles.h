@@ -3,11 +3,14 @@
 #pragma once
 
 #include <array>
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+
+#include "platform/runtime/DiskSync.h"
 
 namespace runtime {
 
@@ -20,7 +23,8 @@ class TextFiles {
 public:
     static constexpr std::size_t LongestLine = 1 << 20;  // bytes; a longer line is a FileError, so memory stays bounded
 
-    TextFiles();
+    // tSynchronize is run on another thread, for one file at a time.
+    explicit TextFiles(DiskSync::Function tSynchronize = DiskSync::ToDisk);
     ~TextFiles();  // flushes and closes what is open
     TextFiles(const TextFiles&) = delete;
     TextFiles& operator=(const TextFiles&) = delete;
@@ -34,8 +38,8 @@ public:
     void OpenForInput(std::int16_t iFile, const std::string& sPath);
     // Creates or empties a file for writing. Raises FileError.
     void OpenForOutput(std::int16_t iFile, const std::string& sPath);
-    // Closes the file; a number that is not open is left alone. Output still buffered is written; a failure then is
-    // not reported.
+    // Closes the file; a number that is not open is left alone. Output still buffered is written, but not waited for
+    // until it is on the disk; a failure then is not reported.
     void Close(std::int16_t iFile) noexcept;
     bool IsOpen(std::int16_t iFile) const noexcept;
     // For an input file that is not needed any more: it stays open until FreeFile needs its number, but keeps no
@@ -53,9 +57,14 @@ public:
 
     // Appends the line and CR LF to the buffer, which is written out when it is full. Raises FileError (disk full).
     void WriteLine(std::int16_t iFile, std::string_view sLine);
-    // Brings everything written so far to the disk, so that neither a kill nor a power cut loses it. Raises FileError.
-    // A number that is not open for output is left alone.
+    // Hands everything written so far to the system, so that a kill does not lose it, and has it brought to the disk,
+    // without waiting for that. Raises FileError, also when the disk has failed since the last call. A number that is
+    // not open for output is left alone.
     void Flush(std::int16_t iFile);
+    // Waits until everything that was flushed is on the disk, so that a power cut does not lose it. With a patience:
+    // false when it took longer than that. Raises FileError when the disk failed.
+    void AwaitDisk(std::int16_t iFile);
+    bool AwaitDisk(std::int16_t iFile, std::chrono::milliseconds tPatience);
     // Raises FileError when what is written leads nowhere any more: the file was removed, moved or replaced, or its
     // medium has been taken away. Asks no medium while all is well. A number that is not open for output is left alone.
     void CheckInPlace(std::int16_t iFile) const;
@@ -64,6 +73,7 @@ private:
     struct File;
     File& Opened(std::int16_t iFile) const;
     std::unique_ptr<File>& Unused(std::int16_t iFile);
+    DiskSync::Function m_tSynchronize;
     std::array<std::unique_ptr<File>, 256> m_tFiles;
     std::uint64_t m_lRetired = 0;  // how many were retired so far
 };

@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "platform/runtime/DateTime.h"
+#include "platform/runtime/DiskSync.h"
 #include "platform/toolkit/FileChoice.h"
 #include "platform/toolkit/Focus.h"
 #include "platform/toolkit/SerialPort.h"
@@ -23,6 +24,8 @@ struct Platform {
     std::function<void(QWidget* pWindow, const QString& sText, MessageIcon)> ShowMessage;
     std::function<void(bool bBusy)> ShowBusyPointer;
     std::function<bool(const QWidget& tControl)> HasFocus = toolkit::HasFocus;  // does it hold the keyboard focus
+    // Brings a written file to the disk, on a thread that is not the window's.
+    runtime::DiskSync::Function Synchronize = runtime::DiskSync::ToDisk;
     SerialAccess Serial;
     QString sProgramFile;  // path of the program; the profile and the playback folder follow it
 

@@ -114,6 +114,10 @@ class Soak:
         rig.xdotool("mousemove", "--window", self.window, 30, 20, "click", 1)
         rig.await_that(lambda: all(line.listened() for line in self.lines), "the three ports are open")
 
+    def press_stop(self):
+        rig.xdotool("mousemove", "--window", self.window, 120, 20, "click", 1)
+        rig.await_that(lambda: not self.lines[1].listened(), "Stop has closed the ports")
+
     def record(self):
         file = os.path.join(self.folder, "soak.txt")
         rig.xdotool("mousemove", "--window", self.window, 200, 20, "click", 1)
@@ -232,8 +236,7 @@ class Soak:
             time.sleep(TICK)
         self.took = time.monotonic() - began
         self.processor = self.program.processor_seconds()
-        rig.xdotool("mousemove", "--window", self.window, 120, 20, "click", 1)
-        rig.await_that(lambda: not self.lines[1].listened(), "Stop has closed the ports")
+        self.press_stop()
         self.output.credit = 512
         while data := self.lines[2].read():
             self.output.data += data

@@ -50,6 +50,7 @@ toolkit::Platform World::MakePlatform() {
         eMessageIcons.push_back(eIcon);
     };
     t.ShowBusyPointer = [this](bool bBusy) { bBusyPointer.push_back(bBusy); };
+    t.Synchronize = tSynchronize;
     t.Serial.Resolve = [](const QString& sPort) {
         if (const auto iNumber = toolkit::PortNumber(sPort); iNumber && *iNumber >= 1 && *iNumber <= 255) {
             return QStringLiteral("memory:%1").arg(*iNumber);

@@ -31,6 +31,9 @@ public:
     std::function<void()> tYield;                     // what a turn of the event loop does; the real one when empty
     std::function<void(toolkit::Platform&)> tAdjust;  // the last word on the platform that is handed out
 
+    // The disk: done at once, unless a test puts something else here before the window is made.
+    runtime::DiskSync::Function tSynchronize = [](int) { return 0; };
+
     // Dialog answers, first come first served; nothing in one means cancelled. A dialog without an answer is cancelled
     // and counted in iUnanswered.
     std::deque<std::optional<QString>> tFileAnswers;

@@ -3,7 +3,6 @@
 #include <QFileInfo>
 #include <QProcess>
 #include <QTest>
-#include <cerrno>
 
 #include "tests/support/AisEncoder.h"
 #include "tests/support/Bytes.h"
@@ -22,18 +21,7 @@ namespace {
 constexpr const char* Report = support::RecordedReport;
 constexpr int Patience = 60000;  // milliseconds until a wait is given up
 
-// How often the program has brought a file to the disk, and what the system answers: 0 or an error number.
-int iSynchronizations = 0;
-int iSynchronizationError = 0;
-
 }  // namespace
-
-// Stands in for the system's own in this program.
-extern "C" int fdatasync(int) {
-    ++iSynchronizations;
-    errno = iSynchronizationError;
-    return iSynchronizationError == 0 ? 0 : -1;
-}
 
 class RecordWindowTest : public QObject {
     Q_OBJECT
@@ -55,10 +43,8 @@ private slots:
     void nothingIsWrittenBeforeAndAfterTheLines();
     void recordingBeginsAndEndsWithTheButtons();
     void wallClockBringsLinesToTheDisk();
-    void powerCutLosesTheLastSecondAtMost();
     void stopBringsLinesToTheDisk();
     void killedProgramLosesTheLastSecondAtMost();
-    void diskThatFailsEndsTheRecording();
     void fileOfAFinishedBurstCanBeRecordedOver();
 };
 
@@ -281,22 +267,6 @@ void RecordWindowTest::wallClockBringsLinesToTheDisk() {
     }
 }
 
-void RecordWindowTest::powerCutLosesTheLastSecondAtMost() {
-    Recording r;
-    iSynchronizations = 0;
-    r.t.Advance(3);
-    QCOMPARE(iSynchronizations, 0);  // nothing new: the disk is left alone
-    for (int i = 1; i <= 4; ++i) {
-        for (int j = 0; j < 50; ++j) r.t.FeedLine(0, Report);
-        QCOMPARE(iSynchronizations, i - 1);
-        r.t.Advance(1);
-        QCOMPARE(iSynchronizations, i);
-    }
-    r.t.FeedLine(0, Report);
-    r.t.Press("Stop");
-    QCOMPARE(iSynchronizations, 5);
-}
-
 void RecordWindowTest::stopBringsLinesToTheDisk() {
     Recording r;
     r.t.FeedLine(0, "$PNMLS,1,1,1*");
@@ -329,17 +299,6 @@ void RecordWindowTest::killedProgramLosesTheLastSecondAtMost() {
     const QByteArray sContent = Bytes(tWorld.ReadFile(sFile));
     QVERIFY(sContent.startsWith(sTicked));
     QVERIFY(sAll.startsWith(sContent));
-}
-
-void RecordWindowTest::diskThatFailsEndsTheRecording() {
-    Recording r;
-    r.t.FeedLine(0, Report);
-    iSynchronizationError = EIO;
-    r.t.Advance(1);
-    iSynchronizationError = 0;
-    QVERIFY(!r.t.m_bRecording);
-    QCOMPARE(r.t.Panel(1), std::string("Running"));
-    QVERIFY2(r.t.Panel(2).find("Input/output error") != std::string::npos, r.t.Panel(2).c_str());
 }
 
 void RecordWindowTest::fileOfAFinishedBurstCanBeRecordedOver() {

@@ -13,8 +13,9 @@ inline constexpr const char* RecordedReport = "!AIVDM,1,1,,A,15M67F@uQqG?w<hK?Mu
 
 // Both inputs are open; what is decoded goes into a file of the world's folder, or into any that begins with "/".
 struct Recording {
-    explicit Recording(const QString& sName = QStringLiteral("record.txt"))
-        : sFile(sName.startsWith(QLatin1Char('/')) ? sName : tWorld.Path(sName)), t(tWorld) {
+    explicit Recording(
+        const QString& sName = QStringLiteral("record.txt"), runtime::DiskSync::Function tDisk = [](int) { return 0; })
+        : tWorld(std::move(tDisk)), sFile(sName.startsWith(QLatin1Char('/')) ? sName : tWorld.Path(sName)), t(tWorld) {
         QDir().mkpath(QFileInfo(sFile).path());
         t.LoadAndShow();
         t.StartBoth();
@@ -23,7 +24,10 @@ struct Recording {
     }
     QByteArray Content() const { return Bytes(tWorld.ReadFile(sFile)); }
 
-    World tWorld;
+    struct DiskWorld : World {
+        explicit DiskWorld(runtime::DiskSync::Function tDisk) { tSynchronize = std::move(tDisk); }
+    };
+    DiskWorld tWorld;
     QString sFile;
     TestWindow t;
 };
