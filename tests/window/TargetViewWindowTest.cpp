@@ -253,7 +253,7 @@ void TargetViewWindowTest::sortByHandActsAtOnce() {
         QTest::mouseClick(&t.cmbTargetSort, Qt::LeftButton);
         QAbstractItemView* pList = t.cmbTargetSort.view();
         QTRY_VERIFY(pList->isVisible());
-        const QRect tEntry = pList->visualRect(pList->model()->index(1, 0));
+        const QRect tEntry = pList->visualRect(pList->model()->index(1, 0)) & pList->viewport()->rect();
         QTest::mouseMove(pList->viewport(), tEntry.center());
         QTest::qWait(QApplication::doubleClickInterval() + 50);  // the press that opened it must not count as this one
         QTest::mouseClick(pList->viewport(), Qt::LeftButton, {}, tEntry.center());
