@@ -122,8 +122,9 @@ void NumberCombo::TakeOver() {
     const QSignalBlocker tBlocker(this);
     const QSignalBlocker tEditBlocker(lineEdit());
     const LineState tBefore = LineState::Of(*lineEdit());
-    // What the user is typing is not typed on to a text of the program's.
-    const bool bTyping = HasFocus(*this) && tBefore.bModified;
+    // What the user is typing is not typed on to a text of the program's. An emptied line is nothing typed yet: what
+    // the program has put there shows, marked, so that typing replaces it.
+    const bool bTyping = HasFocus(*this) && tBefore.bModified && !tBefore.sText.isEmpty();
     const QString sText = bTyping ? tBefore.sText : FromLatin1(m_sText);
     if (Items.Changed.Marked()) {
         Items.Changed.Clear();

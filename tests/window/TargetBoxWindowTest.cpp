@@ -78,11 +78,11 @@ void TargetBoxWindowTest::emptiedBoxIsTheUsersToFill() {
     tListening.Key(Qt::Key_A, Qt::ControlModifier);
     tListening.Key(Qt::Key_Delete);
     tListening.Hear(205000000);
-    QCOMPARE(tListening.Text(), QByteArray());
+    QCOMPARE(tListening.Text(), QByteArray("205000000"));  // what is tracked, marked: typing replaces it
     tListening.Type("204000000");
     tListening.Hear(203000000);
     QCOMPARE(tListening.Text(), QByteArray("204000000"));
-    // Emptied and left: the next one heard is the selected target.
+    // Emptied and left: the next one heard stays the selected target.
     tListening.Key(Qt::Key_A, Qt::ControlModifier);
     tListening.Key(Qt::Key_Delete);
     tListening.Hear(202000000);
