@@ -20,7 +20,7 @@ struct Desk {
         t.LoadAndShow();
         t.activateWindow();
         if (!QTest::qWaitForWindowActive(&t)) qFatal("the window does not become the active one");
-        QObject::connect(qApp, &QApplication::focusChanged, &t, [this](QWidget*, const QWidget* pNow) {
+        QObject::connect(qApp, &QApplication::focusChanged, &tListener, [this](QWidget*, const QWidget* pNow) {
             if (t.Toolbar.isAncestorOf(pNow)) ++iOnButtons;
         });
     }
@@ -64,6 +64,7 @@ struct Desk {
     QString sRecord = tWorld.Path(QStringLiteral("record.txt"));
     TestWindow t;
     int iOnButtons = 0;  // how often the focus has come to a button, if only in passing
+    QObject tListener;   // gone before the window is
 };
 
 // A control of each tab that can hold the focus while the ports are open; nothing on the tabs that have none.
