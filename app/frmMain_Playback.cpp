@@ -10,15 +10,15 @@ namespace app {
 
 void frmMain::PlaybackStart(bool bBurst) {
     if (bBurst && chkOutputEnabled.isChecked()) {
-        m_tPlatform.ShowMessage(this, tr("Comm Output is not available with Burst Playback"),
+        m_tPlatform.ShowMessage(this, QStringLiteral("Comm Output is not available with Burst Playback"),
                                 toolkit::MessageIcon::Plain);
         return;
     }
     toolkit::FileRequest tRequest{};
-    tRequest.sTitle = windowTitle() + tr(" - Open");
+    tRequest.sTitle = windowTitle() + QStringLiteral(" - Open");
     tRequest.sFolder = QFileInfo(m_tPlatform.sProgramFile).absolutePath();
     tRequest.sFileName = QStringLiteral("Tidewatch.Txt");
-    tRequest.sFilter = tr("Text (*.txt)");
+    tRequest.sFilter = QStringLiteral("Text (*.txt)");
     tRequest.sExtension = QStringLiteral("txt");
     const auto sFile = m_tPlatform.AskFile(this, tRequest);
     if (!sFile) return;
@@ -29,7 +29,7 @@ void frmMain::PlaybackStart(bool bBurst) {
         ShowError(std::string("Playback - ") + tError.what());
         return;
     }
-    setWindowTitle(tr("Tidewatch - ") + QFileInfo(*sFile).fileName());
+    setWindowTitle(QStringLiteral("Tidewatch - ") + QFileInfo(*sFile).fileName());
     Toolbar.SetEnabled(QLatin1String(ui::KeyStart), false);
     Toolbar.SetEnabled(QLatin1String(ui::KeyStop), true);
     Toolbar.SetPressed(QLatin1String(ui::KeyStop), false);

@@ -16,9 +16,9 @@ constexpr std::chrono::milliseconds PointerPatience{500};  // a wait that is ove
 void frmMain::RecordStart() {
     toolkit::FileRequest tRequest{};
     tRequest.bSave = true;
-    tRequest.sTitle = windowTitle() + tr(" - Save As");
+    tRequest.sTitle = windowTitle() + QStringLiteral(" - Save As");
     tRequest.sFileName = QStringLiteral("Tidewatch.Txt");
-    tRequest.sFilter = tr("Text (*.txt)");
+    tRequest.sFilter = QStringLiteral("Text (*.txt)");
     tRequest.sExtension = QStringLiteral("txt");
     const auto sFile = m_tPlatform.AskFile(this, tRequest);
     if (!sFile) return;

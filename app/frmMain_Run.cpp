@@ -14,7 +14,7 @@ void frmMain::OpenPort(toolkit::SerialPort& tPort, toolkit::PortBox& txtPort, co
         throw toolkit::CommError(tError.what());
     }
     tPort.OpenPort();
-    txtPort.SetNote(tPort.ReportsLineErrors() ? QString() : tr("This adapter reports no line errors."));
+    txtPort.SetNote(tPort.ReportsLineErrors() ? QString() : QStringLiteral("This adapter reports no line errors."));
 }
 
 void frmMain::ShowError(std::string_view sText) {
@@ -98,10 +98,10 @@ void frmMain::CommSetControls(bool bRunning) {
 
 void frmMain::Toolbar_ButtonClick(const QString& sKey) {
     if (sKey == QLatin1String(ui::KeyStart)) {
-        setWindowTitle(tr("Tidewatch"));
+        setWindowTitle(QStringLiteral("Tidewatch"));
         CommStart();
     } else if (sKey == QLatin1String(ui::KeyStop)) {
-        setWindowTitle(tr("Tidewatch"));
+        setWindowTitle(QStringLiteral("Tidewatch"));
         CommStop();
     } else if (sKey == QLatin1String(ui::KeyRecord)) {
         RecordStart();

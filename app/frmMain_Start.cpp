@@ -20,10 +20,10 @@ void frmMain::Form_Load() {
     lblAboutDescription.setText(QStringLiteral("Version %1.%2\r\rTidewatch Data for NMEA 0183 Interface")
                                     .arg(QLatin1String(VersionMajor), QLatin1String(VersionMinor)));
     lblAboutDisclaimer.setText(
-        tr("Tidewatch shows what an AIS receiver hears.\r"
-           "It is no aid to navigation: ships may be nearer, faster\r"
-           "or more in number than what is received.\r"
-           "Copyright Tidewatch developers"));
+        QStringLiteral("Tidewatch shows what an AIS receiver hears.\r"
+                       "It is no aid to navigation: ships may be nearer, faster\r"
+                       "or more in number than what is received.\r"
+                       "Copyright Tidewatch developers"));
     SpecGridSetup();
     TimingPlan();
     CommStop();

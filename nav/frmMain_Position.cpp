@@ -7,7 +7,7 @@ bool frmMain::LatitudeFromString(std::string_view sLatitude, double& dLatitude, 
     const auto dParsed = nav::ParseLatitude(sLatitude);
     dLatitude = dParsed.value_or(nav::PositionUnknown);
     if (!dParsed && bDisplayError) {
-        m_tPlatform.ShowMessage(this, tr("Unable for decode Latitude ") + toolkit::FromLatin1(sLatitude),
+        m_tPlatform.ShowMessage(this, QStringLiteral("Unable for decode Latitude ") + toolkit::FromLatin1(sLatitude),
                                 toolkit::MessageIcon::Exclamation);
     }
     return dParsed.has_value();
@@ -17,7 +17,7 @@ bool frmMain::LongitudeFromString(std::string_view sLongitude, double& dLongitud
     const auto dParsed = nav::ParseLongitude(sLongitude);
     dLongitude = dParsed.value_or(nav::PositionUnknown);
     if (!dParsed && bDisplayError) {
-        m_tPlatform.ShowMessage(this, tr("Unable for decode Longitude ") + toolkit::FromLatin1(sLongitude),
+        m_tPlatform.ShowMessage(this, QStringLiteral("Unable for decode Longitude ") + toolkit::FromLatin1(sLongitude),
                                 toolkit::MessageIcon::Exclamation);
     }
     return dParsed.has_value();

@@ -38,7 +38,7 @@ void frmMain::SortCompare(const toolkit::Grid& grd, std::int32_t lRow1, std::int
         const SortKey& tKey = m_tSortKeys[static_cast<std::size_t>(i)];
         const auto iResult = CompareValues(tKey.lType, tValue(lRow1, tKey), tValue(lRow2, tKey));
         if (!iResult) {
-            m_tPlatform.ShowMessage(this, tr("SortCompare, Sort Direction Not Supported"),
+            m_tPlatform.ShowMessage(this, QStringLiteral("SortCompare, Sort Direction Not Supported"),
                                     toolkit::MessageIcon::Exclamation);
             return;
         }

@@ -109,39 +109,39 @@ void FormDesign::DesignNames() {
 }
 
 void FormDesign::DesignWindow() {
-    setWindowTitle(tr("Tidewatch"));
+    setWindowTitle(QStringLiteral("Tidewatch"));
     setWindowIcon(toolkit::ProgramIcon());
     setMinimumSize(520, 360);
     resize(980, 640);
 
-    Toolbar.AddButton(QLatin1String(KeyStart), tr("&Start"), tr("Open the ports and start listening"),
-                      toolkit::StartIcon());
-    Toolbar.AddButton(QLatin1String(KeyStop), tr("S&top"), tr("Stop listening, recording or playing"),
-                      toolkit::StopIcon());
+    Toolbar.AddButton(QLatin1String(KeyStart), QStringLiteral("&Start"),
+                      QStringLiteral("Open the ports and start listening"), toolkit::StartIcon());
+    Toolbar.AddButton(QLatin1String(KeyStop), QStringLiteral("S&top"),
+                      QStringLiteral("Stop listening, recording or playing"), toolkit::StopIcon());
     Toolbar.addSeparator();
-    Toolbar.AddButton(QLatin1String(KeyRecord), tr("&Record"), tr("Record what is decoded to a file"),
-                      toolkit::RecordIcon());
-    Toolbar.AddButton(QLatin1String(KeyPlayback), tr("&Playback"), tr("Play a recording at its own pace"),
-                      toolkit::PlaybackIcon());
-    Toolbar.AddButton(QLatin1String(KeyPlaybackBurst), tr("Playback &Burst"),
-                      tr("Play a recording as fast as possible"), toolkit::BurstIcon());
-    Toolbar.setAccessibleName(tr("Run control"));
+    Toolbar.AddButton(QLatin1String(KeyRecord), QStringLiteral("&Record"),
+                      QStringLiteral("Record what is decoded to a file"), toolkit::RecordIcon());
+    Toolbar.AddButton(QLatin1String(KeyPlayback), QStringLiteral("&Playback"),
+                      QStringLiteral("Play a recording at its own pace"), toolkit::PlaybackIcon());
+    Toolbar.AddButton(QLatin1String(KeyPlaybackBurst), QStringLiteral("Playback &Burst"),
+                      QStringLiteral("Play a recording as fast as possible"), toolkit::BurstIcon());
+    Toolbar.setAccessibleName(QStringLiteral("Run control"));
     addToolBar(&Toolbar);
 
-    StatusBar.AddPanel(tr("Run state"), tr("Recording"), false);
-    StatusBar.AddPanel(tr("Targets and messages heard, or the last error"), {}, true);
-    StatusBar.AddPanel(tr("Time since the last line on input #1"), tr("000:00"), false);
-    StatusBar.AddPanel(tr("Time since the last line on input #2"), tr("000:00"), false);
-    StatusBar.AddPanel(tr("Clock"), tr("00:00:00"), false);
+    StatusBar.AddPanel(QStringLiteral("Run state"), QStringLiteral("Recording"), false);
+    StatusBar.AddPanel(QStringLiteral("Targets and messages heard, or the last error"), {}, true);
+    StatusBar.AddPanel(QStringLiteral("Time since the last line on input #1"), QStringLiteral("000:00"), false);
+    StatusBar.AddPanel(QStringLiteral("Time since the last line on input #2"), QStringLiteral("000:00"), false);
+    StatusBar.AddPanel(QStringLiteral("Clock"), QStringLiteral("00:00:00"), false);
     setStatusBar(&StatusBar);
     setCentralWidget(&Client);
 
     m_tDesignRects[Name(SSTab)] = {90, 60, 0, 0};
     tmrComm.setInterval(1000);
     tmrTime.setInterval(1000);
-    MSComm(0).SetTitle(tr("input #1"));
-    MSComm(1).SetTitle(tr("input #2"));
-    MSCommOutput.SetTitle(tr("output"));
+    MSComm(0).SetTitle(QStringLiteral("input #1"));
+    MSComm(1).SetTitle(QStringLiteral("input #2"));
+    MSCommOutput.SetTitle(QStringLiteral("output"));
     MSCommOutput.SetReceiveEvents(false);  // nothing is expected from that side
     for (toolkit::SerialPort* pPort : {&MSComm(0), &MSComm(1), &MSCommOutput}) pPort->SetAccess(m_tPlatform.Serial);
 }

@@ -84,14 +84,14 @@ public:
     toolkit::SerialPort& MSCommOutput = *new toolkit::SerialPort(this);
 
     // "Input"
-    QWidget& PageInput = *SSTab.AddTab(tr("Input"));
+    QWidget& PageInput = *SSTab.AddTab(QStringLiteral("Input"));
     toolkit::ControlArray<QCheckBox> chkCommEnabled{&PageInput};
     toolkit::ControlArray<toolkit::PortBox> txtCommPort{&PageInput};
     toolkit::ControlArray<toolkit::TextBox> txtCommSettings{&PageInput};
     toolkit::ControlArray<toolkit::LogList> lstCommData{&PageInput};
 
     // "Receiver"
-    QWidget& PageReceiver = *SSTab.AddTab(tr("Receiver"));
+    QWidget& PageReceiver = *SSTab.AddTab(QStringLiteral("Receiver"));
     toolkit::LogList& lstRxData = *new toolkit::LogList(&PageReceiver);
     QGroupBox& frmRxNasa = *new QGroupBox(&PageReceiver);
     toolkit::TextBox& txtRxNasaChannel = *new toolkit::TextBox(&frmRxNasa);
@@ -102,37 +102,37 @@ public:
     QGroupBox& frmRxLabel = *new QGroupBox(&PageReceiver);
 
     // "AIS", "GPS"
-    QWidget& PageAis = *SSTab.AddTab(tr("AIS"));
+    QWidget& PageAis = *SSTab.AddTab(QStringLiteral("AIS"));
     toolkit::LogList& lstAisData = *new toolkit::LogList(&PageAis);
-    QWidget& PageGps = *SSTab.AddTab(tr("GPS"));
+    QWidget& PageGps = *SSTab.AddTab(QStringLiteral("GPS"));
     toolkit::MaskedBox& txtGpsLat = *new toolkit::MaskedBox(&PageGps);
     toolkit::MaskedBox& txtGpsLon = *new toolkit::MaskedBox(&PageGps);
     toolkit::LogList& lstGpsData = *new toolkit::LogList(&PageGps);
 
     // "Targets", "Messages"
-    QWidget& PageTargets = *SSTab.AddTab(tr("Targets"));
+    QWidget& PageTargets = *SSTab.AddTab(QStringLiteral("Targets"));
     toolkit::ComboBox& cmbTargetDetail = *new toolkit::ComboBox(&PageTargets);
     toolkit::ComboBox& cmbTargetSort = *new toolkit::ComboBox(&PageTargets);
     QCheckBox& chkTargetTrack = *new QCheckBox(&PageTargets);
     toolkit::NumberCombo& cmbTargetTarget = *new toolkit::NumberCombo(&PageTargets);
     toolkit::Grid& grdTargetData = *new toolkit::Grid(&PageTargets);
-    QWidget& PageMessages = *SSTab.AddTab(tr("Messages"));
+    QWidget& PageMessages = *SSTab.AddTab(QStringLiteral("Messages"));
     toolkit::Grid& grdMessageData = *new toolkit::Grid(&PageMessages);
 
     // "Diagram", "About", "Spec"
-    QWidget& PageDiagram = *SSTab.AddTab(tr("Diagram"));
+    QWidget& PageDiagram = *SSTab.AddTab(QStringLiteral("Diagram"));
     toolkit::LinePicture& pctDiagram = *new toolkit::LinePicture(&PageDiagram);
     std::vector<DiagramLine> LnArrow;
-    QWidget& PageAbout = *SSTab.AddTab(tr("About"));
+    QWidget& PageAbout = *SSTab.AddTab(QStringLiteral("About"));
     QLabel& picAboutIcon = *new QLabel(&PageAbout);
     QLabel& lblAboutTitle = *new QLabel(&PageAbout);
     QLabel& lblAboutDescription = *new QLabel(&PageAbout);
     QLabel& lblAboutDisclaimer = *new QLabel(&PageAbout);
-    QWidget& PageSpec = *SSTab.AddTab(tr("Spec"));
+    QWidget& PageSpec = *SSTab.AddTab(QStringLiteral("Spec"));
     toolkit::Grid& grdSpecData = *new toolkit::Grid(&PageSpec);
 
     // "Timing"
-    QWidget& PageTiming = *SSTab.AddTab(tr("Timing"));
+    QWidget& PageTiming = *SSTab.AddTab(QStringLiteral("Timing"));
     toolkit::TextBox& txtTimingRateTx = *new toolkit::TextBox(&PageTiming);
     toolkit::TextBox& txtTimingRateRc = *new toolkit::TextBox(&PageTiming);
     toolkit::TextBox& txtTimingTimeSpan = *new toolkit::TextBox(&PageTiming);
@@ -145,7 +145,7 @@ public:
     QLabel& lblTimingSummary = *new QLabel(&pctTiming);  // lblTimingChAlternate, index 3
 
     // "Output"
-    QWidget& PageOutput = *SSTab.AddTab(tr("Output"));
+    QWidget& PageOutput = *SSTab.AddTab(QStringLiteral("Output"));
     QCheckBox& chkOutputEnabled = *new QCheckBox(&PageOutput);
     toolkit::PortBox& txtOutputPort = *new toolkit::PortBox(&PageOutput);
     toolkit::TextBox& txtOutputSettings = *new toolkit::TextBox(&PageOutput);

@@ -2,6 +2,7 @@
 // playback and output beside it. Captions are labels; the picture draws the boxes around them and the lines between.
 #include <algorithm>
 
+#include "platform/toolkit/Latin1.h"
 #include "platform/toolkit/Twips.h"
 #include "ui/FormDesign.h"
 
@@ -96,11 +97,11 @@ void Connect(const Raster& t, toolkit::LinePicture& pct, std::vector<DiagramLine
 
 void FormDesign::DesignDiagram() {
     for (const Box& t : Boxes) {
-        auto* pBox = new QLabel(tr(t.sCaption), &pctDiagram);
+        auto* pBox = new QLabel(toolkit::FromLatin1(t.sCaption), &pctDiagram);
         pBox->setAlignment(Qt::AlignCenter);
         pBox->setForegroundRole(QPalette::Text);
     }
-    pctDiagram.setAccessibleName(tr("Flow diagram"));
+    pctDiagram.setAccessibleName(QStringLiteral("Flow diagram"));
 }
 
 void FormDesign::PutDiagram() {

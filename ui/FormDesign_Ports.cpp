@@ -4,12 +4,14 @@
 
 #include "nmea/PortIndex.h"
 #include "platform/toolkit/FieldWidth.h"
+#include "platform/toolkit/Latin1.h"
 #include "platform/toolkit/Twips.h"
 #include "ui/FormDesign.h"
 
 namespace ui {
 
 using toolkit::FieldWidth;
+using toolkit::FromLatin1;
 using toolkit::ToTwips;
 
 namespace {
@@ -27,40 +29,41 @@ constexpr char SettingsTip[] = "Baud rate, parity (n, e, o, m, s), data bits, st
 }  // namespace
 
 void FormDesign::DesignPort(toolkit::PortBox& txtPort, toolkit::TextBox& txtSettings, const QString& sPort) {
-    AddLabel(txtPort, tr("Port"));
-    AddLabel(txtSettings, tr("Settings"));
-    txtPort.SetTip(tr("Serial port: a number (6 or COM6 is /dev/ttyS5), a name such as ttyUSB0, or a path"));
-    txtSettings.setToolTip(tr(SettingsTip));
+    AddLabel(txtPort, QStringLiteral("Port"));
+    AddLabel(txtSettings, QStringLiteral("Settings"));
+    txtPort.SetTip(
+        QStringLiteral("Serial port: a number (6 or COM6 is /dev/ttyS5), a name such as ttyUSB0, or a path"));
+    txtSettings.setToolTip(FromLatin1(SettingsTip));
     txtSettings.SetTypingLimit(79);  // what the profile keeps of a value
-    txtPort.setAccessibleName(tr("Port of %1").arg(sPort));
-    txtSettings.setAccessibleName(tr("Settings of %1").arg(sPort));
+    txtPort.setAccessibleName(QStringLiteral("Port of %1").arg(sPort));
+    txtSettings.setAccessibleName(QStringLiteral("Settings of %1").arg(sPort));
 }
 
 void FormDesign::DesignPorts() {
     const std::array<const char*, 2> sSettings = {"38400,n,8,1", "4800,n,8,1"};
     const std::array<const char*, 2> sPorts = {"6", "5"};
     for (nmea::PortIndex i = 0; i < nmea::PortCount; ++i) {
-        const QString sPort = tr("input #%1").arg(i + 1);
-        chkCommEnabled(i).setText(i == 0 ? tr("Input #&1") : tr("Input #&2"));
-        chkCommEnabled(i).setToolTip(tr("Listen on %1").arg(sPort));
+        const QString sPort = QStringLiteral("input #%1").arg(i + 1);
+        chkCommEnabled(i).setText(i == 0 ? QStringLiteral("Input #&1") : QStringLiteral("Input #&2"));
+        chkCommEnabled(i).setToolTip(QStringLiteral("Listen on %1").arg(sPort));
         chkCommEnabled(i).setChecked(i == 0);
         txtCommPort(i).SetText(sPorts[static_cast<std::size_t>(i)]);
         txtCommSettings(i).SetText(sSettings[static_cast<std::size_t>(i)]);
         DesignPort(txtCommPort(i), txtCommSettings(i), sPort);
         lstCommData(i).SetShowsMarks(true);
-        lstCommData(i).setToolTip(tr("#%1, NEMA 0183 Data, Highlighted indicates Decoded Data").arg(i + 1));
-        lstCommData(i).setAccessibleName(tr("Lines of %1").arg(sPort));
+        lstCommData(i).setToolTip(QStringLiteral("#%1, NEMA 0183 Data, Highlighted indicates Decoded Data").arg(i + 1));
+        lstCommData(i).setAccessibleName(QStringLiteral("Lines of %1").arg(sPort));
     }
-    chkOutputEnabled.setText(tr("&Output"));
-    chkOutputEnabled.setToolTip(tr("Forward every accepted line to the output port"));
+    chkOutputEnabled.setText(QStringLiteral("&Output"));
+    chkOutputEnabled.setToolTip(QStringLiteral("Forward every accepted line to the output port"));
     txtOutputPort.SetText("6");
     txtOutputSettings.SetText("38400,n,8,1");
-    DesignPort(txtOutputPort, txtOutputSettings, tr("output"));
-    chkOutputRMC.setText(tr("R&MC from GLL"));
-    chkOutputRMC.setToolTip(tr("Create RMC Data from GLL Data"));
+    DesignPort(txtOutputPort, txtOutputSettings, QStringLiteral("output"));
+    chkOutputRMC.setText(QStringLiteral("R&MC from GLL"));
+    chkOutputRMC.setToolTip(QStringLiteral("Create RMC Data from GLL Data"));
     lstOutputData.SetShowsMarks(true);
-    lstOutputData.setToolTip(tr("NMEA 0183 Output, Highlighted indicates forwarded or created Data"));
-    lstOutputData.setAccessibleName(tr("Lines of output"));
+    lstOutputData.setToolTip(QStringLiteral("NMEA 0183 Output, Highlighted indicates forwarded or created Data"));
+    lstOutputData.setAccessibleName(QStringLiteral("Lines of output"));
 }
 
 double FormDesign::PutPortRow(QCheckBox& chk, toolkit::PortBox& txtPort, toolkit::TextBox& txtSettings, double dTop) {
@@ -87,26 +90,26 @@ void FormDesign::PutPorts() {
 }
 
 void FormDesign::DesignReceiver() {
-    lstRxData.setAccessibleName(tr("Receiver signal log"));
-    frmRxNasa.setTitle(tr("NASA AIS Engine"));
+    lstRxData.setAccessibleName(QStringLiteral("Receiver signal log"));
+    frmRxNasa.setTitle(QStringLiteral("NASA AIS Engine"));
     txtRxNasaChannel.SetText("S");
     txtRxNasaInterval.SetText("3");
-    const QString sChannelTip = tr("A = Ch 1, B = Ch 2, S = Alternate (default)");
-    const QString sIntervalTip = tr("Threshold Setting  Interval (Sec), 1-7, 3=Default");
+    const QString sChannelTip = QStringLiteral("A = Ch 1, B = Ch 2, S = Alternate (default)");
+    const QString sIntervalTip = QStringLiteral("Threshold Setting  Interval (Sec), 1-7, 3=Default");
     txtRxNasaChannel.setToolTip(sChannelTip);
     txtRxNasaInterval.setToolTip(sIntervalTip);
-    txtRxNasaChannel.setAccessibleName(tr("Receive channel"));
-    txtRxNasaInterval.setAccessibleName(tr("Report interval"));
-    cmdRxNasaChannel.setText(tr("Set &Channel"));
-    cmdRxNasaInterval.setText(tr("Set &Interval"));
+    txtRxNasaChannel.setAccessibleName(QStringLiteral("Receive channel"));
+    txtRxNasaInterval.setAccessibleName(QStringLiteral("Report interval"));
+    cmdRxNasaChannel.setText(QStringLiteral("Set &Channel"));
+    cmdRxNasaInterval.setText(QStringLiteral("Set &Interval"));
     cmdRxNasaChannel.setToolTip(sChannelTip);
     cmdRxNasaInterval.setToolTip(sIntervalTip);
-    chkRxNasaPower.setText(tr("Show &dBm"));
-    chkRxNasaPower.setToolTip(tr("Show signal and threshold levels in dBm"));
+    chkRxNasaPower.setText(QStringLiteral("Show &dBm"));
+    chkRxNasaPower.setToolTip(QStringLiteral("Show signal and threshold levels in dBm"));
 
     auto* pGrid = new QGridLayout(&frmRxNasa);
-    auto* pChannelLabel = new QLabel(tr("Channel"), &frmRxNasa);
-    auto* pIntervalLabel = new QLabel(tr("Interval"), &frmRxNasa);
+    auto* pChannelLabel = new QLabel(QStringLiteral("Channel"), &frmRxNasa);
+    auto* pIntervalLabel = new QLabel(QStringLiteral("Interval"), &frmRxNasa);
     pChannelLabel->setToolTip(sChannelTip);
     pIntervalLabel->setToolTip(sIntervalTip);
     pGrid->addWidget(pChannelLabel, 0, 0);
@@ -118,14 +121,14 @@ void FormDesign::DesignReceiver() {
     pGrid->addWidget(&chkRxNasaPower, 2, 0, 1, 3);
     int iRow = 3;
     for (const char* sLevel : {"19=1uV=-107dBm", "29=10 uV=-87dBm", "40=100uV=-67dBm"}) {
-        pGrid->addWidget(new QLabel(tr(sLevel), &frmRxNasa), iRow++, 0, 1, 3);
+        pGrid->addWidget(new QLabel(FromLatin1(sLevel), &frmRxNasa), iRow++, 0, 1, 3);
     }
     pGrid->setRowStretch(iRow, 1);
 
-    frmRxLabel.setTitle(tr("Channels"));
+    frmRxLabel.setTitle(QStringLiteral("Channels"));
     auto* pLegend = new QGridLayout(&frmRxLabel);
-    pLegend->addWidget(new QLabel(tr("A = VHF 87 161.975 MHz"), &frmRxLabel), 0, 0);
-    pLegend->addWidget(new QLabel(tr("B = VHF 88 162.025 MHz"), &frmRxLabel), 1, 0);
+    pLegend->addWidget(new QLabel(QStringLiteral("A = VHF 87 161.975 MHz"), &frmRxLabel), 0, 0);
+    pLegend->addWidget(new QLabel(QStringLiteral("B = VHF 88 162.025 MHz"), &frmRxLabel), 1, 0);
     pLegend->setRowStretch(2, 1);
 }
 

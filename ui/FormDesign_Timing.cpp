@@ -3,11 +3,13 @@
 #include <array>
 
 #include "platform/toolkit/FieldWidth.h"
+#include "platform/toolkit/Latin1.h"
 #include "platform/toolkit/Twips.h"
 #include "ui/FormDesign.h"
 
 namespace ui {
 
+using toolkit::FromLatin1;
 using toolkit::ToTwips;
 
 namespace {
@@ -37,28 +39,28 @@ void FormDesign::DesignTiming() {
          "Time Span (seconds), should be multiple of Tx Rate and Rc Alternating Rate"},
     }};
     for (const Input& t : tInputs) {
-        AddLabel(t.txt, tr(t.sLabel));
-        LabelOf(t.txt)->setToolTip(tr(t.sTip));
+        AddLabel(t.txt, FromLatin1(t.sLabel));
+        LabelOf(t.txt)->setToolTip(FromLatin1(t.sTip));
         t.txt.SetText(t.sText);
-        t.txt.setToolTip(tr(t.sTip));
-        t.txt.setAccessibleName(tr(t.sLabel));
+        t.txt.setToolTip(FromLatin1(t.sTip));
+        t.txt.setAccessibleName(FromLatin1(t.sLabel));
     }
-    cmdTimingApply.setText(tr("&Apply"));
+    cmdTimingApply.setText(QStringLiteral("&Apply"));
     lblTimingMessage.setTextFormat(Qt::PlainText);
 
-    lblTimingChA.Name.setText(tr("Ch A"));
-    lblTimingChB.Name.setText(tr("Ch B"));
-    lblTimingChAlternate.Name.setText(tr("Ch Alternating"));
-    lblTimingChA.Percentage.setToolTip(tr("Percentage of  Messages for Channel A"));
-    lblTimingChB.Percentage.setToolTip(tr("Percentage of Messages for Channel B"));
-    lblTimingChAlternate.Percentage.setToolTip(tr("Percentage of Total Messages for Alternating Channel"));
+    lblTimingChA.Name.setText(QStringLiteral("Ch A"));
+    lblTimingChB.Name.setText(QStringLiteral("Ch B"));
+    lblTimingChAlternate.Name.setText(QStringLiteral("Ch Alternating"));
+    lblTimingChA.Percentage.setToolTip(QStringLiteral("Percentage of  Messages for Channel A"));
+    lblTimingChB.Percentage.setToolTip(QStringLiteral("Percentage of Messages for Channel B"));
+    lblTimingChAlternate.Percentage.setToolTip(QStringLiteral("Percentage of Total Messages for Alternating Channel"));
     for (const TimingLabels& t : {lblTimingChA, lblTimingChB, lblTimingChAlternate}) {
-        t.Percentage.setText(tr("100%"));
+        t.Percentage.setText(QStringLiteral("100%"));
         t.Percentage.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     }
     lblTimingSummary.setTextFormat(Qt::PlainText);
     lblTimingSummary.setTextInteractionFlags(Qt::TextSelectableByMouse);  // also what breaks lines at a CR
-    lblTimingSummary.setText(tr("Time Between Messages, Min 30 Sec, Max 210 Sec"));
+    lblTimingSummary.setText(QStringLiteral("Time Between Messages, Min 30 Sec, Max 210 Sec"));
     lblTimingSummary.setAlignment(Qt::AlignLeft | Qt::AlignTop);
 }
 
@@ -73,8 +75,8 @@ void FormDesign::PutTiming() {
     const QFontMetrics tMetrics = lblTimingSummary.fontMetrics();
     const double dLine = ToTwips(tMetrics.lineSpacing());
     const double dNameWidth = ToTwips(lblTimingChAlternate.Name.sizeHint().width()) + Margin;
-    const double dPercentageWidth = ToTwips(tMetrics.horizontalAdvance(tr(" 100% ")));
-    const double dSummaryWidth = ToTwips(tMetrics.horizontalAdvance(tr(SummaryTemplate)));
+    const double dPercentageWidth = ToTwips(tMetrics.horizontalAdvance(QStringLiteral(" 100% ")));
+    const double dSummaryWidth = ToTwips(tMetrics.horizontalAdvance(FromLatin1(SummaryTemplate)));
     const double dWidth = dNameWidth + std::max(dSummaryWidth, dPercentageWidth);
     const double dBar = std::max(BarHeight, dLine);
     double dTop = Margin;

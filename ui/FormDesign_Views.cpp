@@ -25,36 +25,36 @@ constexpr int AboutLines = 6;
 }  // namespace
 
 void FormDesign::DesignViews() {
-    lstAisData.setAccessibleName(tr("AIS messages"));
-    lstGpsData.setAccessibleName(tr("GPS positions"));
-    AddLabel(txtGpsLat, tr("L&atitude"));
-    AddLabel(txtGpsLon, tr("L&ongitude"));
-    txtGpsLat.setToolTip(tr("Latitude"));
-    txtGpsLon.setToolTip(tr("Longitude"));
-    txtGpsLat.setAccessibleName(tr("Own latitude"));
-    txtGpsLon.setAccessibleName(tr("Own longitude"));
+    lstAisData.setAccessibleName(QStringLiteral("AIS messages"));
+    lstGpsData.setAccessibleName(QStringLiteral("GPS positions"));
+    AddLabel(txtGpsLat, QStringLiteral("L&atitude"));
+    AddLabel(txtGpsLon, QStringLiteral("L&ongitude"));
+    txtGpsLat.setToolTip(QStringLiteral("Latitude"));
+    txtGpsLon.setToolTip(QStringLiteral("Longitude"));
+    txtGpsLat.setAccessibleName(QStringLiteral("Own latitude"));
+    txtGpsLon.setAccessibleName(QStringLiteral("Own longitude"));
     txtGpsLat.SetText("00 00.00 N");
     txtGpsLon.SetText("000 00.00 W");
 
     cmbTargetDetail.SetItems(targets::DetailModes);
     cmbTargetDetail.SetListIndex(0);
     cmbTargetSort.SetItems(targets::SortCriteria);
-    cmbTargetDetail.setToolTip(tr("Detail Data"));
-    cmbTargetSort.setToolTip(tr("Sort Targets Criteria"));
-    cmbTargetTarget.setToolTip(tr("Selected Target"));
+    cmbTargetDetail.setToolTip(QStringLiteral("Detail Data"));
+    cmbTargetSort.setToolTip(QStringLiteral("Sort Targets Criteria"));
+    cmbTargetTarget.setToolTip(QStringLiteral("Selected Target"));
     for (QComboBox* pBox : {static_cast<QComboBox*>(&cmbTargetDetail), static_cast<QComboBox*>(&cmbTargetSort)}) {
         pBox->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     }
     cmbTargetTarget.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     cmbTargetTarget.setMinimumContentsLength(MmsiDigits);
-    chkTargetTrack.setText(tr("Trac&k"));
-    chkTargetTrack.setToolTip(tr("Track Selected Target"));
-    cmbTargetTarget.setAccessibleName(tr("Selected target"));
-    AddLabel(cmbTargetDetail, tr("&Detail"));
-    AddLabel(cmbTargetSort, tr("Sort b&y"));
-    AddLabel(cmbTargetTarget, tr("Tar&get"));
+    chkTargetTrack.setText(QStringLiteral("Trac&k"));
+    chkTargetTrack.setToolTip(QStringLiteral("Track Selected Target"));
+    cmbTargetTarget.setAccessibleName(QStringLiteral("Selected target"));
+    AddLabel(cmbTargetDetail, QStringLiteral("&Detail"));
+    AddLabel(cmbTargetSort, QStringLiteral("Sort b&y"));
+    AddLabel(cmbTargetTarget, QStringLiteral("Tar&get"));
 
-    grdTargetData.setAccessibleName(tr("Targets"));
+    grdTargetData.setAccessibleName(QStringLiteral("Targets"));
     grdTargetData.Cells.SetCols(targets::TargetColumnCount);
     grdTargetData.Cells.SetRows(1);
     for (int iCol = 0; iCol < targets::TargetColumnCount; ++iCol) {
@@ -63,8 +63,8 @@ void FormDesign::DesignViews() {
         grdTargetData.Cells.SetText(0, iCol, tColumn.sHeader, runtime::AlignCentre);
         grdTargetData.SetColumn(iCol, tColumn.sTemplate, bShown, grdTargetData.TextWidth(tColumn.sTemplate));
     }
-    grdMessageData.setAccessibleName(tr("Message counts"));
-    grdSpecData.setAccessibleName(tr("AIS reporting rates"));
+    grdMessageData.setAccessibleName(QStringLiteral("Message counts"));
+    grdSpecData.setAccessibleName(QStringLiteral("AIS reporting rates"));
 }
 
 void FormDesign::PutViews() {
@@ -90,8 +90,8 @@ void FormDesign::PutViews() {
 
 void FormDesign::DesignAbout() {
     picAboutIcon.setPixmap(toolkit::ProgramIcon().pixmap(QSize(64, 64), devicePixelRatioF()));
-    picAboutIcon.setAccessibleName(tr("Program icon"));
-    lblAboutTitle.setText(tr("Tidewatch"));
+    picAboutIcon.setAccessibleName(QStringLiteral("Program icon"));
+    lblAboutTitle.setText(QStringLiteral("Tidewatch"));
     for (QLabel* pLabel : {&lblAboutTitle, &lblAboutDescription, &lblAboutDisclaimer}) {
         pLabel->setTextFormat(Qt::PlainText);
         pLabel->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);

@@ -13,7 +13,7 @@ ButtonBar::ButtonBar(QWidget* pParent) : QToolBar(pParent) {
     setContextMenuPolicy(Qt::PreventContextMenu);  // the bar cannot be hidden: there is no menu to bring it back
     // Shown when the window is too narrow for all the buttons.
     if (auto* pMore = findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"))) {
-        pMore->setAccessibleName(tr("More buttons"));
+        pMore->setAccessibleName(QStringLiteral("More buttons"));
     }
 }
 

@@ -42,7 +42,7 @@ private:
 
 // In the words of the dialogs' own question.
 bool MayReplace(QWidget* pWindow, const FileRequest& tRequest, const QString& sFile) {
-    const QString sText = QFileDialog::tr("%1 already exists.\nDo you want to replace it?");
+    const QString sText = QStringLiteral("%1 already exists.\nDo you want to replace it?");
     return QMessageBox::warning(pWindow, tRequest.sTitle, sText.arg(QFileInfo(sFile).fileName()),
                                 QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
 }

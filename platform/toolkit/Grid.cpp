@@ -226,10 +226,10 @@ void Grid::keyPressEvent(QKeyEvent* pEvent) {
 
 void Grid::contextMenuEvent(QContextMenuEvent* pEvent) {
     QMenu tMenu(this);
-    QAction* pCopy = tMenu.addAction(tr("&Copy"), this, &Grid::CopySelection);
+    QAction* pCopy = tMenu.addAction(QStringLiteral("&Copy"), this, &Grid::CopySelection);
     pCopy->setShortcut(QKeySequence::Copy);
     pCopy->setEnabled(selectionModel()->hasSelection());
-    tMenu.addAction(tr("Select &All"), this, &Grid::selectAll)->setShortcut(QKeySequence::SelectAll);
+    tMenu.addAction(QStringLiteral("Select &All"), this, &Grid::selectAll)->setShortcut(QKeySequence::SelectAll);
     tMenu.exec(pEvent->globalPos());
 }
 

@@ -102,10 +102,10 @@ void LogList::keyPressEvent(QKeyEvent* pEvent) {
 
 void LogList::contextMenuEvent(QContextMenuEvent* pEvent) {
     QMenu tMenu(this);
-    QAction* pCopy = tMenu.addAction(tr("&Copy"), this, &LogList::CopySelection);
+    QAction* pCopy = tMenu.addAction(QStringLiteral("&Copy"), this, &LogList::CopySelection);
     pCopy->setShortcut(QKeySequence::Copy);
     pCopy->setEnabled(selectionModel()->hasSelection());
-    tMenu.addAction(tr("Select &All"), this, &LogList::selectAll)->setShortcut(QKeySequence::SelectAll);
+    tMenu.addAction(QStringLiteral("Select &All"), this, &LogList::selectAll)->setShortcut(QKeySequence::SelectAll);
     tMenu.exec(pEvent->globalPos());
 }
 

@@ -22,7 +22,7 @@ QVariant LogModel::data(const QModelIndex& tIndex, int iRole) const {
             return bShowsMarks && m_tLines.Mark(iLine);
         case Qt::AccessibleDescriptionRole:
             if (!bShowsMarks) return {};
-            return m_tLines.Mark(iLine) ? tr("highlighted") : tr("not highlighted");
+            return m_tLines.Mark(iLine) ? QStringLiteral("highlighted") : QStringLiteral("not highlighted");
         default:
             return {};
     }

@@ -44,8 +44,8 @@ QString PortBox::DeviceTip() const {
     try {
         const QString sDevice = PortDevice(text());
         const QFileInfo tInfo(sDevice);
-        sTip += QLatin1Char('\n') +
-                (tInfo.exists() ? tr("Device: %1").arg(tInfo.canonicalFilePath()) : tr("%1 is not there").arg(sDevice));
+        sTip += QLatin1Char('\n') + (tInfo.exists() ? QStringLiteral("Device: %1").arg(tInfo.canonicalFilePath())
+                                                    : QStringLiteral("%1 is not there").arg(sDevice));
     } catch (const CommError& tError) {
         sTip += QLatin1Char('\n') + QString::fromUtf8(tError.what());
     }
