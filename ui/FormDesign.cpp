@@ -137,8 +137,10 @@ void FormDesign::DesignWindow() {
     setCentralWidget(&Client);
 
     m_tDesignRects[Name(SSTab)] = {90, 60, 0, 0};
-    tmrComm.setInterval(1000);
-    tmrTime.setInterval(1000);
+    for (QTimer* pTimer : {&tmrComm, &tmrTime}) {
+        pTimer->setInterval(1000);
+        pTimer->setTimerType(Qt::PreciseTimer);  // a coarse one moves its ticks by up to 50 ms
+    }
     MSComm(0).SetTitle(QStringLiteral("input #1"));
     MSComm(1).SetTitle(QStringLiteral("input #2"));
     MSCommOutput.SetTitle(QStringLiteral("output"));

@@ -107,7 +107,7 @@ def judge(run, record, ticks, syncs):
     rig.check(syncs, "the disk was never asked")
     least = min(sum(first < at < last for at in run.seen) for first, last in syncs)
     print(f"{sum(run.sent.values())} sentences, {sum(lost.values())} lost; most delay {1000 * max(run.delays):.1f} ms; "
-          f"{len(steps)} ticks, a second apart within {1000 * max(abs(step - 1) for step in steps):.1f} ms; "
+          f"{len(steps)} ticks, {1000 * min(steps):.1f} to {1000 * max(steps):.1f} ms apart; "
           f"{len(syncs)} times the disk worked, at least {least} lines forwarded meanwhile")
     rig.check(not lost, f"sentences lost, such as {list(lost)[:3]}")
     rig.check(least > 0, "nothing was forwarded while the disk worked")

@@ -166,6 +166,8 @@ void StartWindowTest::wallClockRunsAndMessageClockDoesNot() {
     t.LoadAndShow();
     QVERIFY(t.tmrTime.isActive());
     QCOMPARE(t.tmrTime.interval(), 1000);
+    QCOMPARE(t.tmrTime.timerType(), Qt::PreciseTimer);
+    QCOMPARE(t.tmrComm.timerType(), Qt::PreciseTimer);
     QVERIFY(!t.tmrComm.isActive());
     QCOMPARE(t.tmrComm.interval(), 1000);
 }
