@@ -57,6 +57,7 @@ private slots:
     void pauseEndsAlsoAcrossMidnight();
     void inputIsTakenWhileSending();
     void secondPressDoesNotMixTwoCommands();
+    void commandThatThePortTakesNoMoreSaysSo();
     void stopEndsTheSending();
     void closingTheWindowEndsTheSending();
     void frameShowsCalibrationAndTips();
@@ -395,6 +396,17 @@ void ReceiverWindowTest::secondPressDoesNotMixTwoCommands() {
     const QByteArray sBefore = tListening.Sent();
     t.cmdRxNasaInterval.click();
     QCOMPARE(tListening.Sent(), sBefore + Bytes(WithChecksum("$PNMLT,\x03") + "\r\n"));
+}
+
+void ReceiverWindowTest::commandThatThePortTakesNoMoreSaysSo() {
+    Listening tListening;
+    TestWindow& t = tListening.t;
+    tListening.tWorld.tYield = [&] {
+        if (tListening.Sent().size() == 5) t.Device(t.MSComm(0))->Stick(1000000);
+    };
+    t.cmdRxNasaChannel.click();
+    QCOMPARE(tListening.Sent(), QByteArray("$PNML"));
+    QCOMPARE(Panel(t, ui::PanelSummary), QByteArray("Receiver - The command was cut off, input #1 takes no more"));
 }
 
 void ReceiverWindowTest::stopEndsTheSending() {
