@@ -10,7 +10,6 @@ int main(int argc, char* argv[]) {
     std::signal(SIGXFSZ, SIG_IGN);  // a file that may grow no further is a failed write, not the end of the program
     QApplication tApplication(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tidewatch"));
-    QApplication::setApplicationVersion(QStringLiteral("1.25"));
     QApplication::setDesktopFileName(QStringLiteral("tidewatch"));
     app::frmMain tWindow;
     tWindow.Form_Load();
