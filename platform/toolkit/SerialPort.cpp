@@ -3,6 +3,7 @@
 #include "platform/toolkit/SerialPort.h"
 
 #include <QFileInfo>
+#include <QScopedValueRollback>
 #include <deque>
 #include <utility>
 
@@ -28,18 +29,6 @@ SerialAccess NativeAccess() {
     return {[](const QString& sPort) { return PortDevice(sPort); },
             [] { return std::make_unique<NativeSerialDevice>(); }};
 }
-
-// True while the scope lasts.
-class Flag {
-public:
-    explicit Flag(bool& bFlag) : m_bFlag(bFlag) { m_bFlag = true; }
-    ~Flag() { m_bFlag = false; }
-    Flag(const Flag&) = delete;
-    Flag& operator=(const Flag&) = delete;
-
-private:
-    bool& m_bFlag;
-};
 
 // The sizes of the texts in a queue of bytes that empties from its front: tells bytes as texts.
 class WaitingTexts {
@@ -228,7 +217,7 @@ void SerialPort::Private::CheckSiblings(const QString& sCanonical) const {
 // within leaves its characters to the loop outside. A batch that nobody takes waits for the next reception.
 void SerialPort::Private::Receive() {
     if (!bOpen || bReceiving) return;
-    const Flag tGuard(bReceiving);
+    const QScopedValueRollback tGuard(bReceiving, true);
     while (bOpen) {
         const std::string sBatch = pDevice->ReadAll();
         if (sBatch.empty()) return;
