@@ -269,7 +269,7 @@ protected:
     std::array<targets::SortKey, 2> m_tSortKeys{};
     float m_fLastMouseX = 0;
     float m_fLastMouseY = 0;
-    bool m_bTargetGridLaidOut = false;
+    bool m_bTargetGridLaidOut = false;  // TargetGridSetup has run: told by the scenario runner
 
     // Layout and timing
     bool m_bLayoutReady = false;                      // a layout may run: the window has been loaded

@@ -191,7 +191,6 @@ private:
     double PutPortRow(QCheckBox& chk, toolkit::PortBox& txtPort, toolkit::TextBox& txtSettings, double dTop);
     void PutReceiver();
     void PutViews();
-    void PutTargets();
     void PutAbout();
     void PutDiagram();
     void PutTiming();

@@ -113,19 +113,6 @@ std::string RmcDateText(DateTime dt) {
     return sText;
 }
 
-std::string IsoText(DateTime dt) {
-    const CivilDate tDate = DateOf(dt);
-    std::string sText;
-    AppendYear(sText, tDate.iYear);
-    sText += '-';
-    AppendTwoDigits(sText, tDate.iMonth);
-    sText += '-';
-    AppendTwoDigits(sText, tDate.iDay);
-    sText += 'T';
-    AppendTime(sText, dt);
-    return sText;
-}
-
 std::optional<DateTime> FromRecordStamp(std::string_view sText) {
     if (sText.size() != StampLength) return std::nullopt;
     FixedReader tReader(sText);
@@ -133,16 +120,6 @@ std::optional<DateTime> FromRecordStamp(std::string_view sText) {
     tReader.Mark(2, '/');
     tReader.Mark(5, '/');
     tReader.Mark(10, ' ');
-    return FinishStamp(tReader, tDate);
-}
-
-std::optional<DateTime> FromIso(std::string_view sText) {
-    if (sText.size() != StampLength) return std::nullopt;
-    FixedReader tReader(sText);
-    const CivilDate tDate{tReader.Digits(0, 4), tReader.Digits(5, 2), tReader.Digits(8, 2)};
-    tReader.Mark(4, '-');
-    tReader.Mark(7, '-');
-    tReader.Mark(10, 'T');
     return FinishStamp(tReader, tDate);
 }
 

@@ -31,13 +31,10 @@ void AppendTime(std::string& sText, DateTime dt);         // "hh:nn:ss", 24-hour
 std::string TimeText(DateTime dt);                        // "hh:nn:ss"
 void AppendRecordStamp(std::string& sText, DateTime dt);  // "mm/dd/yyyy hh:nn:ss"
 std::string RmcDateText(DateTime dt);                     // "ddmmyy"
-std::string IsoText(DateTime dt);                         // "yyyy-mm-ddThh:nn:ss"
 
 // Reads exactly "mm/dd/yyyy hh:nn:ss" (19 characters, digits in every place, a real date from year 1 on and a real
 // time); nothing otherwise.
 std::optional<DateTime> FromRecordStamp(std::string_view sText);
-// Reads exactly "yyyy-mm-ddThh:nn:ss"; nothing otherwise.
-std::optional<DateTime> FromIso(std::string_view sText);
 
 // The computer's local clock.
 DateTime LocalNow();

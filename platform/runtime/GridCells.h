@@ -41,7 +41,7 @@ public:
     }
     void SetText(int iRow, int iCol, std::string_view sText, Alignment eAlignment) {
         SetText(iRow, iCol, sText);
-        SetAlignment(iRow, iCol, eAlignment);
+        At(iRow, iCol).eAlignment = eAlignment;
     }
     // A whole number in decimal; its text is made when it is asked for.
     void SetInteger(int iRow, int iCol, std::int32_t lValue) {
@@ -57,16 +57,11 @@ public:
         return tCell.bNumberKnown ? tCell.dNumber : ReadNumber(tCell);
     }
     Alignment CellAlignment(int iRow, int iCol) const { return At(iRow, iCol).eAlignment; }
-    void SetAlignment(int iRow, int iCol, Alignment eAlignment) {
-        At(iRow, iCol).eAlignment = eAlignment;
-        Changed.Mark();
-    }
 
     bool Hidden(int iRow) const { return m_tRows[Index(iRow)]->bHidden; }
     void SetHidden(int iRow, bool bHidden);
 
     // A number beside the row that moves with it; 0 for a new row.
-    std::int32_t RowNumber(int iRow) const { return m_lNumbers[Index(iRow)]; }
     void SetRowNumber(int iRow, std::int32_t lNumber) { m_lNumbers[Index(iRow)] = lNumber; }
     // The last row with that number among rows 1 to Rows() - 1, or -1.
     int FindRowNumber(std::int32_t lNumber) const;

@@ -36,19 +36,15 @@ void ButtonBar::AddButton(const QString& sKey, const QString& sCaption, const QS
 }
 
 void ButtonBar::Triggered(const QString& sKey) {
-    m_pActions.at(sKey)->setChecked(m_bPressed.at(sKey));  // the click itself has toggled it
+    Action(sKey).setChecked(m_bPressed.at(sKey));  // the click itself has toggled it
     emit ButtonClick(sKey);
 }
 
-void ButtonBar::SetEnabled(const QString& sKey, bool bEnabled) { m_pActions.at(sKey)->setEnabled(bEnabled); }
+void ButtonBar::SetEnabled(const QString& sKey, bool bEnabled) { Action(sKey).setEnabled(bEnabled); }
 
 void ButtonBar::SetPressed(const QString& sKey, bool bPressed) {
     m_bPressed.at(sKey) = bPressed;
-    m_pActions.at(sKey)->setChecked(bPressed);
+    Action(sKey).setChecked(bPressed);
 }
-
-bool ButtonBar::Enabled(const QString& sKey) const { return m_pActions.at(sKey)->isEnabled(); }
-
-bool ButtonBar::Pressed(const QString& sKey) const { return m_pActions.at(sKey)->isChecked(); }
 
 }  // namespace toolkit

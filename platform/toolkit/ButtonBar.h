@@ -21,8 +21,6 @@ public:
 
     void SetEnabled(const QString& sKey, bool bEnabled);
     void SetPressed(const QString& sKey, bool bPressed);
-    bool Enabled(const QString& sKey) const;
-    bool Pressed(const QString& sKey) const;
     QAction& Action(const QString& sKey) const { return *m_pActions.at(sKey); }
 
 signals:

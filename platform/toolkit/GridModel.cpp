@@ -56,26 +56,16 @@ QVariant GridModel::headerData(int iSection, Qt::Orientation eOrientation, int i
 }
 
 void GridModel::Publish() {
-    PublishColumns();
-    std::vector<std::uint64_t> lSerials;
-    for (int iRow = 1; iRow < m_tCells.Rows(); ++iRow) lSerials.push_back(m_tCells.RowSerial(iRow));
-    if (lSerials != m_lPublished) PublishMoves(lSerials);
-    if (lSerials.empty() || m_iPublishedCols == 0) return;
-    emit dataChanged(index(0, 0), index(rowCount() - 1, m_iPublishedCols - 1));
-}
-
-void GridModel::PublishColumns() {
     if (m_iPublishedCols != m_tCells.Cols()) {
         beginResetModel();
         m_iPublishedCols = m_tCells.Cols();
         endResetModel();
     }
-    std::vector<std::string> sHeader;
-    for (int iCol = 0; iCol < m_iPublishedCols && m_tCells.Rows() > 0; ++iCol)
-        sHeader.push_back(m_tCells.Text(0, iCol));
-    if (sHeader == m_sPublishedHeader) return;  // painting a header costs as much as painting the rows
-    m_sPublishedHeader = std::move(sHeader);
-    if (m_iPublishedCols > 0) emit headerDataChanged(Qt::Horizontal, 0, m_iPublishedCols - 1);
+    std::vector<std::uint64_t> lSerials;
+    for (int iRow = 1; iRow < m_tCells.Rows(); ++iRow) lSerials.push_back(m_tCells.RowSerial(iRow));
+    if (lSerials != m_lPublished) PublishMoves(lSerials);
+    if (lSerials.empty() || m_iPublishedCols == 0) return;
+    emit dataChanged(index(0, 0), index(rowCount() - 1, m_iPublishedCols - 1));
 }
 
 void GridModel::PublishMoves(const std::vector<std::uint64_t>& lSerials) {

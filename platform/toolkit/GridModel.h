@@ -4,7 +4,6 @@
 
 #include <QAbstractTableModel>
 #include <cstdint>
-#include <string>
 #include <vector>
 
 #include "platform/runtime/GridCells.h"
@@ -29,12 +28,10 @@ public:
     void Publish();
 
 private:
-    void PublishColumns();
     void PublishMoves(const std::vector<std::uint64_t>& lSerials);
 
     const runtime::GridCells& m_tCells;
     std::vector<std::uint64_t> m_lPublished;  // serial of each row that the view knows, header left out
-    std::vector<std::string> m_sPublishedHeader;
     int m_iPublishedCols = 0;
 };
 

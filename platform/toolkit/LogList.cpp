@@ -90,8 +90,6 @@ void LogList::TakeOver() {
 
 void LogList::Synchronize() { m_pBeat->Synchronize(); }
 
-int LogList::CurrentLine() const { return currentIndex().row(); }
-
 void LogList::keyPressEvent(QKeyEvent* pEvent) {
     if (pEvent->matches(QKeySequence::Copy)) {
         CopySelection();

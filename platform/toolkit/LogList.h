@@ -24,7 +24,6 @@ public:
     void SetShowsMarks(bool bShowsMarks);
 
     void Synchronize();
-    int CurrentLine() const;  // index of the current line, -1 when there is none
     QString SelectedText() const;
     void CopySelection() const;
 

@@ -24,8 +24,7 @@ public:
     // Panels count from 1.
     const std::string& PanelText(int iPanel) const { return m_sTexts[static_cast<std::size_t>(iPanel) - 1]; }
     void SetPanelText(int iPanel, std::string_view sText);
-    // What the label shows, once synchronised.
-    QString ShownText(int iPanel) const { return m_pLabels[static_cast<std::size_t>(iPanel) - 1]->text(); }
+    // Shows the text once synchronised.
     QLabel& Panel(int iPanel) const { return *m_pLabels[static_cast<std::size_t>(iPanel) - 1]; }
 
     // A status tip beside the panels, which stay in sight; an empty one goes.

@@ -46,7 +46,7 @@ void TabControl::SetTab(int iTab) {
 // The new page is shown, and given the focus, before the old one goes: Qt would move the focus on to the next control
 // in the window, whichever that is.
 void TabControl::ShowPage(int iTab) {
-    QWidget* pNew = Page(iTab);
+    QWidget* pNew = m_pPages[static_cast<std::size_t>(iTab)];
     pNew->show();
     QWidget* pHolder = window()->focusWidget();
     for (QWidget* pPage : m_pPages) {

@@ -13,13 +13,11 @@ class TabControl : public QWidget {
 public:
     explicit TabControl(QWidget* pParent = nullptr);
 
-    // Adds a tab and returns its page. Children of a page are placed relative to the tab control (see PagePlace).
+    // Adds a tab and returns its page. Children of a page are placed relative to the tab control (see PageOrigin).
     QWidget* AddTab(const QString& sCaption);
-    QString Caption(int iTab) const { return m_pBar->tabText(iTab); }
     int Count() const { return m_pBar->count(); }
     int Tab() const { return m_pBar->currentIndex(); }
     void SetTab(int iTab);  // Click follows, also for the tab that is showing
-    QWidget* Page(int iTab) const { return m_pPages[static_cast<std::size_t>(iTab)]; }
     // The place of a page inside the tab control, device-independent pixels.
     QPoint PageOrigin() const { return {PageMargin, m_pBar->sizeHint().height()}; }
     QTabBar& Bar() const { return *m_pBar; }

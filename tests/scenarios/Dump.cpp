@@ -6,13 +6,14 @@
 
 #include "platform/toolkit/Twips.h"
 #include "tests/scenarios/Controls.h"
+#include "tests/support/IsoTime.h"
 
 namespace scenarios {
 
 namespace {
 
 QString Text(std::string_view sText) { return toolkit::FromLatin1(sText); }
-QString Iso(runtime::DateTime dt) { return Text(runtime::IsoText(dt)); }
+QString Iso(runtime::DateTime dt) { return Text(support::IsoText(dt)); }
 QJsonArray Place(const ui::Rect& t) { return {t.dLeft, t.dTop, t.dWidth, t.dHeight}; }
 QJsonArray Line(const runtime::Stroke& t) { return {t.lX1, t.lY1, t.lX2, t.lY2}; }
 
@@ -23,7 +24,7 @@ QJsonArray Both(const Array& t, Convert tConvert) {
 
 QJsonArray DumpStatus(const ScenarioWindow& t) {
     QJsonArray tPanels;
-    for (int i = ui::PanelState; i <= ui::PanelClock; ++i) tPanels.append(t.StatusBar.ShownText(i));
+    for (int i = ui::PanelState; i <= ui::PanelClock; ++i) tPanels.append(t.StatusBar.Panel(i).text());
     return tPanels;
 }
 
@@ -31,8 +32,8 @@ QJsonObject DumpToolbar(const ScenarioWindow& t) {
     QJsonObject tButtons;
     for (const char* sKey : {ui::KeyStart, ui::KeyStop, ui::KeyRecord, ui::KeyPlayback, ui::KeyPlaybackBurst}) {
         const QString sName = QLatin1String(sKey);
-        tButtons[sName] = QJsonObject{{QStringLiteral("enabled"), t.Toolbar.Enabled(sName)},
-                                      {QStringLiteral("pressed"), t.Toolbar.Pressed(sName)}};
+        tButtons[sName] = QJsonObject{{QStringLiteral("enabled"), t.Toolbar.Action(sName).isEnabled()},
+                                      {QStringLiteral("pressed"), t.Toolbar.Action(sName).isChecked()}};
     }
     return tButtons;
 }

@@ -9,8 +9,8 @@
 #include <limits>
 #include <map>
 
-#include "platform/runtime/DateTime.h"
 #include "tests/scenarios/Controls.h"
+#include "tests/support/IsoTime.h"
 
 namespace scenarios {
 
@@ -118,7 +118,7 @@ bool IsOrder(const QJsonValue& t) {
     return true;
 }
 
-bool IsClock(const QJsonValue& t) { return t.isString() && runtime::FromIso(t.toString().toStdString()).has_value(); }
+bool IsClock(const QJsonValue& t) { return t.isString() && support::FromIso(t.toString().toStdString()).has_value(); }
 
 // Empty when the value fits, else what it must be.
 QString Mismatch(const KeyRule& tRule, const QJsonValue& t) {

@@ -75,7 +75,8 @@ int main(int argc, char* argv[]) {
         QApplication::processEvents();
         t.Synchronize();
         QApplication::processEvents();
-        const QString sName = QStringLiteral("%1-%2.png").arg(iTab, 2, 10, QLatin1Char('0')).arg(t.SSTab.Caption(iTab));
+        const QString sName =
+            QStringLiteral("%1-%2.png").arg(iTab, 2, 10, QLatin1Char('0')).arg(t.SSTab.Bar().tabText(iTab));
         t.grab().save(tFolder.filePath(sName.toLower()));
     }
     return 0;

@@ -69,7 +69,7 @@ std::string TestWindow::LastLine(toolkit::LogList& lst) {
 
 std::string TestWindow::Panel(int iPanel) {
     StatusBar.Synchronize();
-    return toolkit::ToLatin1(StatusBar.ShownText(iPanel));
+    return toolkit::ToLatin1(StatusBar.Panel(iPanel).text());
 }
 
 std::string TestWindow::Cell(toolkit::Grid& grd, int iRow, int iCol) {

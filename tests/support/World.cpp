@@ -7,6 +7,7 @@
 
 #include "platform/toolkit/NativeSerialDevice.h"
 #include "platform/toolkit/PortNames.h"
+#include "tests/support/IsoTime.h"
 
 namespace support {
 
@@ -16,9 +17,9 @@ constexpr double SecondsOfDay = 86400;
 
 }  // namespace
 
-World::World() : dtNow(*runtime::FromIso("2011-05-15T12:00:00")) {}
+World::World() : dtNow(*FromIso("2011-05-15T12:00:00")) {}
 
-void World::SetClock(std::string_view sIso) { dtNow = *runtime::FromIso(sIso); }
+void World::SetClock(std::string_view sIso) { dtNow = *FromIso(sIso); }
 
 toolkit::Platform World::MakePlatform() {
     toolkit::Platform t;

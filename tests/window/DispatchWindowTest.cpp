@@ -311,7 +311,7 @@ void DispatchWindowTest::arrivalIsTheTimeOfTheCarriageReturn() {
     t.Feed(0, "\r");
     tListening.tWorld.SetClock("2011-05-15T12:00:40");
     t.Feed(0, "\n");
-    QCOMPARE(t.m_dtCommLast(0), *runtime::FromIso("2011-05-15T12:00:25"));
+    QCOMPARE(t.m_dtCommLast(0), runtime::MakeDateTime({2011, 5, 15}, 12, 0, 25));
     QVERIFY(t.Lines(t.lstAisData).at(0).starts_with("Time=12:00:25, "));
     QCOMPARE(Cell(t, 1, targets::ColTime), QByteArray("12:00:25"));
 }
@@ -699,7 +699,7 @@ void DispatchWindowTest::newestLineIsCurrentAndInView() {
         t.FeedLine(0, "$GPZDA,1");
         if (i != 0 && i != 149) continue;
         t.Synchronize();
-        QCOMPARE(t.lstCommData(0).CurrentLine(), i == 0 ? 0 : 100);
+        QCOMPARE(t.lstCommData(0).currentIndex().row(), i == 0 ? 0 : 100);
     }
     const QRect tLast = t.lstCommData(0).visualRect(t.lstCommData(0).model()->index(100, 0));
     QVERIFY(t.lstCommData(0).viewport()->rect().intersects(tLast));

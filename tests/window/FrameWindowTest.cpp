@@ -66,13 +66,17 @@ void FrameWindowTest::elevenTabsStandInTheirOrder() {
     TestWindow t(tWorld);
     t.LoadAndShow();
     QStringList sCaptions;
-    for (int i = 0; i < t.SSTab.Count(); ++i) sCaptions << Plain(t.SSTab.Caption(i));
+    for (int i = 0; i < t.SSTab.Count(); ++i) sCaptions << Plain(t.SSTab.Bar().tabText(i));
     QCOMPARE(sCaptions.join(QLatin1Char('|')),
              QStringLiteral("Input|Receiver|AIS|GPS|Targets|Messages|Diagram|About|Spec|Timing|Output"));
     QCOMPARE(t.SSTab.Tab(), 0);
+    const std::vector<QWidget*> pPages = {&t.PageInput,   &t.PageReceiver, &t.PageAis,     &t.PageGps,
+                                          &t.PageTargets, &t.PageMessages, &t.PageDiagram, &t.PageAbout,
+                                          &t.PageSpec,    &t.PageTiming,   &t.PageOutput};
+    QCOMPARE(t.SSTab.Count(), static_cast<int>(pPages.size()));
     for (int i = 0; i < t.SSTab.Count(); ++i) {
         t.SSTab.SetTab(i);
-        for (int j = 0; j < t.SSTab.Count(); ++j) QCOMPARE(t.SSTab.Page(j)->isVisible(), i == j);
+        for (int j = 0; j < t.SSTab.Count(); ++j) QCOMPARE(pPages[static_cast<std::size_t>(j)]->isVisible(), i == j);
     }
 }
 
@@ -147,7 +151,7 @@ void FrameWindowTest::newestLineIsTheCurrentOne() {
             if (i % 50 != 0) continue;
             t.Synchronize();
             const int iLast = tWriter.lst.model()->rowCount() - 1;
-            QVERIFY2(tWriter.lst.CurrentLine() == iLast, tWriter.sName);
+            QVERIFY2(tWriter.lst.currentIndex().row() == iLast, tWriter.sName);
             const QRect tLine = tWriter.lst.visualRect(tWriter.lst.model()->index(iLast, 0));
             QVERIFY2(tWriter.lst.viewport()->rect().contains(tLine.center().x(), tLine.bottom()) ||
                          tWriter.lst.viewport()->rect().contains(1, tLine.center().y()),

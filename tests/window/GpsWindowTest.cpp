@@ -276,7 +276,7 @@ void GpsWindowTest::logKeepsTheNewest101Lines() {
         sExpected << QStringLiteral("Error - Latitude, $GPGLL,,line %1").arg(i);
     }
     QCOMPARE(tListening.Log(), sExpected.mid(19));
-    QCOMPARE(t.lstGpsData.CurrentLine(), 100);
+    QCOMPARE(t.lstGpsData.currentIndex().row(), 100);
 }
 
 void GpsWindowTest::timeIsTheArrival() {

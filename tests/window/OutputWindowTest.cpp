@@ -190,7 +190,7 @@ void OutputWindowTest::newestLineIsCurrent() {
     TestWindow& t = tForwarding.t;
     for (int i = 1; i <= 120; ++i) t.OutputData("line", false);
     t.Synchronize();
-    QCOMPARE(t.lstOutputData.CurrentLine(), 100);
+    QCOMPARE(t.lstOutputData.currentIndex().row(), 100);
 }
 
 void OutputWindowTest::portEventsAreUnmarkedNotices_data() {

@@ -252,7 +252,7 @@ void ReceiverWindowTest::receiverLogKeeps101Lines() {
         sExpected << QStringLiteral("Time=12:00:00, Sig=%1, Thr=19, Int=3").arg(i);
     }
     QCOMPARE(tListening.RxLog(), sExpected.mid(39));
-    QCOMPARE(tListening.t.lstRxData.CurrentLine(), 100);
+    QCOMPARE(tListening.t.lstRxData.currentIndex().row(), 100);
     QCOMPARE(tListening.AisLog().size(), 101);
 }
 

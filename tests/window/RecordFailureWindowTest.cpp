@@ -75,11 +75,11 @@ void RecordFailureWindowTest::fullDiskEndsTheRecordingOnly() {
         QCOMPARE(t.Panel(1), std::string("Running"));
         QVERIFY(t.MSComm(0).PortOpen());
         QVERIFY(t.tmrComm.isActive());
-        QVERIFY(t.Toolbar.Enabled(QStringLiteral("Record")));
+        QVERIFY(t.Toolbar.Action(QStringLiteral("Record")).isEnabled());
     }
     QVERIFY2(t.Panel(2).find("No space left on device") != std::string::npos, t.Panel(2).c_str());
     QVERIFY(!t.m_bRecording);
-    QVERIFY(!t.Toolbar.Pressed(QStringLiteral("Record")));
+    QVERIFY(!t.Toolbar.Action(QStringLiteral("Record")).isChecked());
     QCOMPARE(t.grdTargetData.Cells.Rows(), 2);
     QCOMPARE(t.Lines(t.lstCommData(0)).front(), std::string(Report));
     QVERIFY(tWorld.sMessages.isEmpty());
@@ -204,8 +204,8 @@ void RecordFailureWindowTest::fileThatIsGoneEndsTheRecording() {
     QCOMPARE(r.t.Panel(1), std::string("Running"));
     QCOMPARE(r.t.Panel(2), "Record - " + Gone);
     QCOMPARE(r.t.Lines(r.t.lstCommData(0)), (Log{Report, "<<Record - " + Gone + ">>"}));
-    QVERIFY(r.t.Toolbar.Enabled(QStringLiteral("Record")));
-    QVERIFY(!r.t.Toolbar.Pressed(QStringLiteral("Record")));
+    QVERIFY(r.t.Toolbar.Action(QStringLiteral("Record")).isEnabled());
+    QVERIFY(!r.t.Toolbar.Action(QStringLiteral("Record")).isChecked());
     r.t.Advance(5);
     QCOMPARE(r.t.Lines(r.t.lstCommData(0)).size(), std::size_t{2});  // told once
     r.t.FeedLine(0, Report);                                         // the run goes on

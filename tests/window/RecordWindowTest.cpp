@@ -83,8 +83,8 @@ void RecordWindowTest::cancelledDialogChangesNothing() {
     tWorld.tFileAnswers = {std::nullopt};
     t.Press("Record");
     QCOMPARE(t.Panel(1), std::string("Running"));
-    QVERIFY(t.Toolbar.Enabled(QStringLiteral("Record")));
-    QVERIFY(!t.Toolbar.Pressed(QStringLiteral("Record")));
+    QVERIFY(t.Toolbar.Action(QStringLiteral("Record")).isEnabled());
+    QVERIFY(!t.Toolbar.Action(QStringLiteral("Record")).isChecked());
     QVERIFY(!t.m_bRecording);
     QVERIFY(tWorld.sMessages.isEmpty());
 }
@@ -92,14 +92,14 @@ void RecordWindowTest::cancelledDialogChangesNothing() {
 void RecordWindowTest::recordingShowsInButtonAndPanel() {
     Recording r;
     QCOMPARE(r.t.Panel(1), std::string("Record"));
-    QVERIFY(!r.t.Toolbar.Enabled(QStringLiteral("Record")));
-    QVERIFY(r.t.Toolbar.Pressed(QStringLiteral("Record")));
-    QVERIFY(r.t.Toolbar.Enabled(QStringLiteral("Stop")));
+    QVERIFY(!r.t.Toolbar.Action(QStringLiteral("Record")).isEnabled());
+    QVERIFY(r.t.Toolbar.Action(QStringLiteral("Record")).isChecked());
+    QVERIFY(r.t.Toolbar.Action(QStringLiteral("Stop")).isEnabled());
     QVERIFY(r.t.m_bRecording);
     QCOMPARE(r.t.windowTitle(), QStringLiteral("Tidewatch"));
     r.t.Press("Stop");
     QCOMPARE(r.t.Panel(1), std::string("Stopped"));
-    QVERIFY(!r.t.Toolbar.Pressed(QStringLiteral("Record")));
+    QVERIFY(!r.t.Toolbar.Action(QStringLiteral("Record")).isChecked());
     QVERIFY(!r.t.m_bRecording);
 }
 
@@ -139,8 +139,8 @@ void RecordWindowTest::fileThatCannotBeCreatedSaysWhy() {
     QVERIFY(!t.m_bRecording);
     QCOMPARE(t.Panel(1), std::string("Running"));
     QCOMPARE(t.Panel(2), reason);
-    QVERIFY(t.Toolbar.Enabled(QStringLiteral("Record")));
-    QVERIFY(!t.Toolbar.Pressed(QStringLiteral("Record")));
+    QVERIFY(t.Toolbar.Action(QStringLiteral("Record")).isEnabled());
+    QVERIFY(!t.Toolbar.Action(QStringLiteral("Record")).isChecked());
     t.FeedLine(0, Report);
     t.Advance(1);
     QCOMPARE(t.grdTargetData.Cells.Rows(), 3);

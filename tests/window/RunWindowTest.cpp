@@ -21,8 +21,8 @@ std::string Buttons(const TestWindow& t) {
     for (const char* sKey : {"Start", "Stop", "Record", "Playback", "Playback Burst"}) {
         if (!sState.empty()) sState += ' ';
         sState += sKey;
-        if (t.Toolbar.Enabled(QLatin1String(sKey))) sState += '+';
-        if (t.Toolbar.Pressed(QLatin1String(sKey))) sState += '!';
+        if (t.Toolbar.Action(QLatin1String(sKey)).isEnabled()) sState += '+';
+        if (t.Toolbar.Action(QLatin1String(sKey)).isChecked()) sState += '!';
     }
     return sState;
 }

@@ -152,8 +152,8 @@ void StartWindowTest::everythingIsStopped() {
     QVERIFY(!t.MSComm(0).PortOpen());
     QVERIFY(!t.MSComm(1).PortOpen());
     QVERIFY(!t.MSCommOutput.PortOpen());
-    QVERIFY(t.Toolbar.Enabled(QStringLiteral("Start")));
-    QVERIFY(t.Toolbar.Pressed(QStringLiteral("Stop")));
+    QVERIFY(t.Toolbar.Action(QStringLiteral("Start")).isEnabled());
+    QVERIFY(t.Toolbar.Action(QStringLiteral("Stop")).isChecked());
     QVERIFY(t.txtCommPort(0).isEnabled());
     QCOMPARE(t.windowTitle(), QStringLiteral("Tidewatch"));
     QVERIFY(tWorld.sMessages.isEmpty());

@@ -756,7 +756,7 @@ void VdmWindowTest::logKeepsTheNewest101Lines() {
             QCOMPARE(tListening.Log(), sExpected.mid(std::max<qsizetype>(sExpected.size(), 101) - 101));
     }
     QCOMPARE(tListening.Log(), sExpected.mid(29));
-    QCOMPARE(t.lstAisData.CurrentLine(), 100);
+    QCOMPARE(t.lstAisData.currentIndex().row(), 100);
     QVERIFY(!Marks(t, t.lstAisData).contains('+'));
 }
 

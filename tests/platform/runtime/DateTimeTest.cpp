@@ -50,9 +50,6 @@ private slots:
     void otherStampsAreRefused_data();
     void otherStampsAreRefused();
     void everySecondOfADayReadsBack();
-    void isoTextsAreReadBack();
-    void otherIsoTextsAreRefused_data();
-    void otherIsoTextsAreRefused();
     void clockShowsLocalTime_data();
     void clockShowsLocalTime();
     void cleanup();
@@ -87,18 +84,17 @@ void DateTimeTest::textsHaveTheirFixedForms_data() {
     QTest::addColumn<QByteArray>("sTime");
     QTest::addColumn<QByteArray>("sStamp");
     QTest::addColumn<QByteArray>("sRmc");
-    QTest::addColumn<QByteArray>("sIso");
     const auto Row = [](CivilDate t, int iHour, int iMinute, int iSecond, const char* sTime, const char* sStamp,
-                        const char* sRmc, const char* sIso) {
+                        const char* sRmc) {
         QTest::newRow(sStamp) << qint64(MakeDateTime(t, iHour, iMinute, iSecond).lSeconds) << QByteArray(sTime)
-                              << QByteArray(sStamp) << QByteArray(sRmc) << QByteArray(sIso);
+                              << QByteArray(sStamp) << QByteArray(sRmc);
     };
-    Row({2005, 3, 7}, 4, 5, 6, "04:05:06", "03/07/2005 04:05:06", "070305", "2005-03-07T04:05:06");
-    Row({2024, 12, 31}, 23, 59, 59, "23:59:59", "12/31/2024 23:59:59", "311224", "2024-12-31T23:59:59");
-    Row({2000, 2, 29}, 0, 0, 0, "00:00:00", "02/29/2000 00:00:00", "290200", "2000-02-29T00:00:00");
-    Row({1899, 12, 29}, 23, 59, 59, "23:59:59", "12/29/1899 23:59:59", "291299", "1899-12-29T23:59:59");
-    Row({1, 1, 1}, 12, 0, 0, "12:00:00", "01/01/0001 12:00:00", "010101", "0001-01-01T12:00:00");
-    Row({9999, 10, 10}, 13, 0, 0, "13:00:00", "10/10/9999 13:00:00", "101099", "9999-10-10T13:00:00");
+    Row({2005, 3, 7}, 4, 5, 6, "04:05:06", "03/07/2005 04:05:06", "070305");
+    Row({2024, 12, 31}, 23, 59, 59, "23:59:59", "12/31/2024 23:59:59", "311224");
+    Row({2000, 2, 29}, 0, 0, 0, "00:00:00", "02/29/2000 00:00:00", "290200");
+    Row({1899, 12, 29}, 23, 59, 59, "23:59:59", "12/29/1899 23:59:59", "291299");
+    Row({1, 1, 1}, 12, 0, 0, "12:00:00", "01/01/0001 12:00:00", "010101");
+    Row({9999, 10, 10}, 13, 0, 0, "13:00:00", "10/10/9999 13:00:00", "101099");
 }
 
 void DateTimeTest::textsHaveTheirFixedForms() {
@@ -106,11 +102,9 @@ void DateTimeTest::textsHaveTheirFixedForms() {
     QFETCH(QByteArray, sTime);
     QFETCH(QByteArray, sStamp);
     QFETCH(QByteArray, sRmc);
-    QFETCH(QByteArray, sIso);
     QCOMPARE(QByteArray::fromStdString(TimeText({lSeconds})), sTime);
     QCOMPARE(StampOf({lSeconds}), sStamp);
     QCOMPARE(QByteArray::fromStdString(RmcDateText({lSeconds})), sRmc);
-    QCOMPARE(QByteArray::fromStdString(IsoText({lSeconds})), sIso);
 }
 
 void DateTimeTest::timeIsAppended() {
@@ -196,30 +190,6 @@ void DateTimeTest::everySecondOfADayReadsBack() {
         AppendRecordStamp(sText, dt);
         QVERIFY(FromRecordStamp(sText) == dt);
     }
-}
-
-void DateTimeTest::isoTextsAreReadBack() {
-    for (const char* sText : {"2005-03-07T04:05:06", "2000-02-29T23:59:59", "0001-01-01T00:00:00"}) {
-        const auto dt = FromIso(sText);
-        QVERIFY(dt.has_value());
-        QCOMPARE(IsoText(*dt), std::string(sText));
-    }
-    QVERIFY(FromIso("2005-03-07T04:05:06") == MakeDateTime({2005, 3, 7}, 4, 5, 6));
-}
-
-void DateTimeTest::otherIsoTextsAreRefused_data() {
-    QTest::addColumn<QByteArray>("sText");
-    for (const char* sText :
-         {"", "2005-03-07", "2005-03-07 04:05:06", "2005-03-07T04:05:06Z", "2005-03-07T04:05:6", "2005/03/07T04:05:06",
-          "2005-13-07T04:05:06", "2005-02-29T04:05:06", "2005-03-07T24:05:06", "2005-03-07T04:05:60",
-          "x005-03-07T04:05:06", "0000-03-07T04:05:06"}) {
-        QTest::addRow("\"%s\"", sText) << QByteArray(sText);
-    }
-}
-
-void DateTimeTest::otherIsoTextsAreRefused() {
-    QFETCH(QByteArray, sText);
-    QVERIFY(!FromIso(sText.toStdString()));
 }
 
 void DateTimeTest::clockShowsLocalTime_data() {

@@ -99,14 +99,14 @@ void LogListTest::unseenListWaitsUntilItIsShown() {
 void LogListTest::newestLineIsCurrentAndInView() {
     LogList t;
     Show(t);
-    QCOMPARE(t.CurrentLine(), -1);
+    QCOMPARE(t.currentIndex().row(), -1);
     AddLines(t, 1, 1);
     t.Synchronize();
-    QCOMPARE(t.CurrentLine(), 0);
+    QCOMPARE(t.currentIndex().row(), 0);
     AddLines(t, 2, 300);
     t.Synchronize();
     QCoreApplication::processEvents();
-    QCOMPARE(t.CurrentLine(), 100);
+    QCOMPARE(t.currentIndex().row(), 100);
     QVERIFY(t.viewport()->rect().contains(t.visualRect(t.model()->index(100, 0)).center()));
 }
 
@@ -185,10 +185,10 @@ void LogListTest::clearEmptiesTheView() {
     t.Lines.Clear();
     t.Synchronize();
     QCOMPARE(Shown(t), QStringList());
-    QCOMPARE(t.CurrentLine(), -1);
+    QCOMPARE(t.currentIndex().row(), -1);
     AddLines(t, 1, 2);
     t.Synchronize();
-    QCOMPARE(t.CurrentLine(), 1);
+    QCOMPARE(t.currentIndex().row(), 1);
 }
 
 void LogListTest::copyTakesTheSelectedLines() {
