@@ -15,7 +15,7 @@ void frmMain::ConnectEvents() {
     connect(&SSTab, &toolkit::TabControl::Click, this, &frmMain::FormLayout);
     connect(&tmrComm, &QTimer::timeout, this, &frmMain::tmrComm_Timer);
     connect(&tmrTime, &QTimer::timeout, this, &frmMain::tmrTime_Timer);
-    for (PortIndex i = 0; i < nmea::PortCount; ++i) {
+    for (PortIndex i = 0; i < runtime::PortCount; ++i) {
         connect(&MSComm(i), &toolkit::SerialPort::OnComm, this, [this, i] { MSComm_OnComm(i); });
         connect(&chkCommEnabled(i), &QCheckBox::toggled, this, [this, i] { chkCommEnabled_Click(i); });
     }

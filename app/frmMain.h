@@ -20,8 +20,8 @@
 #include "nav/Trigonometry.h"
 #include "nmea/LineBuffer.h"
 #include "nmea/NmeaChecksum.h"
-#include "nmea/PortIndex.h"
 #include "platform/runtime/DateTime.h"
+#include "platform/runtime/PortIndex.h"
 #include "platform/runtime/TextFiles.h"
 #include "targets/MessageNames.h"
 #include "targets/TargetColumns.h"
@@ -32,9 +32,9 @@
 
 namespace app {
 
-using nmea::PerPort;
-using nmea::PortIndex;
 using runtime::DateTime;
+using runtime::PerPort;
+using runtime::PortIndex;
 
 class frmMain : public ui::FormDesign {
 public:

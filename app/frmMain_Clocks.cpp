@@ -5,7 +5,7 @@
 namespace app {
 
 void frmMain::tmrComm_Timer() {
-    for (PortIndex i = 0; i < nmea::PortCount; ++i) {
+    for (PortIndex i = 0; i < runtime::PortCount; ++i) {
         if (!MSComm(i).PortOpen() && !m_bPlayback) continue;
         if (m_bCommReceived(i)) {
             m_bCommReceived(i) = false;

@@ -68,7 +68,7 @@ void frmMain::ReadProfileText() {
 
 void frmMain::ProfileLoad() {
     const runtime::Profile t(m_sProfileText);
-    for (PortIndex i = 0; i < nmea::PortCount; ++i) {
+    for (PortIndex i = 0; i < runtime::PortCount; ++i) {
         Restore(t, "Nmea Data", PortKey("Enabled #", i), IntoCheck(chkCommEnabled(i)));
         Restore(t, "Nmea Data", PortKey("Comm Port #", i), IntoText(txtCommPort(i)));
         Restore(t, "Nmea Data", PortKey("Settings #", i), IntoText(txtCommSettings(i)));
@@ -90,7 +90,7 @@ void frmMain::ProfileLoad() {
 void frmMain::ProfileSave() {
     ReadProfileText();  // keys that others have put there since are kept
     runtime::Profile t(m_sProfileText);
-    for (PortIndex i = 0; i < nmea::PortCount; ++i) {
+    for (PortIndex i = 0; i < runtime::PortCount; ++i) {
         t.Write("Nmea Data", PortKey("Enabled #", i), CheckText(chkCommEnabled(i)));
         t.Write("Nmea Data", PortKey("Comm Port #", i), txtCommPort(i).Text());
         t.Write("Nmea Data", PortKey("Settings #", i), txtCommSettings(i).Text());

@@ -31,7 +31,7 @@ void frmMain::ReportOpenFailure(std::string_view sPrefix, const toolkit::CommErr
 void frmMain::CommStart() {
     ClearDisplays();
     try {
-        for (PortIndex i = 0; i < nmea::PortCount; ++i) {
+        for (PortIndex i = 0; i < runtime::PortCount; ++i) {
             if (chkCommEnabled(i).isChecked()) {
                 OpenPort(MSComm(i), txtCommPort(i), txtCommSettings(i));
                 m_bCommLastVdm(i) = false;
@@ -54,7 +54,7 @@ void frmMain::CommStart() {
 }
 
 void frmMain::CommStop() {
-    for (PortIndex i = 0; i < nmea::PortCount; ++i) {
+    for (PortIndex i = 0; i < runtime::PortCount; ++i) {
         if (MSComm(i).PortOpen()) MSComm(i).ClosePort();
     }
     RecordFinish();
@@ -66,7 +66,7 @@ void frmMain::CommStop() {
 
 void frmMain::CommSetControls(bool bRunning) {
     StatusBar.SetPanelText(ui::PanelState, bRunning ? "Running" : "Stopped");
-    for (PortIndex i = 0; i < nmea::PortCount; ++i) {
+    for (PortIndex i = 0; i < runtime::PortCount; ++i) {
         chkCommEnabled(i).setEnabled(!bRunning);
         txtCommPort(i).setEnabled(!bRunning);
         txtCommSettings(i).setEnabled(!bRunning);

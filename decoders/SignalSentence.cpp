@@ -1,33 +1,17 @@
 // Cuts the signal sentence and turns its levels into dBm.
 #include "decoders/SignalSentence.h"
 
-#include <cstddef>
-
+#include "nmea/FieldReader.h"
 #include "platform/runtime/Convert.h"
 #include "platform/runtime/Format.h"
 
 namespace decoders {
 
-namespace {
-
-constexpr std::size_t FirstField = 7;  // behind "$PNMLS" and its comma
-
-// The text from iStart up to cEnd; iStart moves behind it. False when cEnd is missing or follows at once.
-bool NextField(std::string_view sSentence, char cEnd, std::size_t& iStart, std::string_view& sField) {
-    const std::size_t iEnd = sSentence.find(cEnd, iStart);
-    if (iEnd == std::string_view::npos || iEnd == iStart) return false;
-    sField = sSentence.substr(iStart, iEnd - iStart);
-    iStart = iEnd + 1;
-    return true;
-}
-
-}  // namespace
-
 std::string_view SignalSplit(std::string_view sSentence, SignalSentence& tFields) {
-    std::size_t iStart = FirstField;
-    if (!NextField(sSentence, ',', iStart, tFields.sSignal)) return "Error - Signal, ";
-    if (!NextField(sSentence, ',', iStart, tFields.sThreshold)) return "Error - Threshold, ";
-    if (!NextField(sSentence, '*', iStart, tFields.sInterval)) return "Error - Interval, ";
+    nmea::FieldReader tReader(sSentence);
+    if (!tReader.NextFilled(tFields.sSignal)) return "Error - Signal, ";
+    if (!tReader.NextFilled(tFields.sThreshold)) return "Error - Threshold, ";
+    if (!tReader.NextFilled(tFields.sInterval, '*')) return "Error - Interval, ";
     return {};
 }
 

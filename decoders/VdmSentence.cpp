@@ -3,34 +3,14 @@
 
 #include <cstddef>
 
+#include "nmea/FieldReader.h"
 #include "platform/runtime/Convert.h"
 
 namespace decoders {
 
 namespace {
 
-constexpr std::size_t FirstField = 7;   // "!AIVDM" and its comma, which is taken to stand there
 constexpr std::size_t PlainDigits = 9;  // as many decimal digits always fit 32 bits
-
-// Hands out one field after the other. A field ends at its comma: without one it is missing.
-class FieldReader {
-public:
-    explicit FieldReader(std::string_view sSentence) : m_sSentence(sSentence) {}
-
-    bool Next(std::string_view& sField) {
-        const std::size_t iComma = m_sSentence.find(',', m_iStart);
-        if (iComma == std::string_view::npos) return false;
-        sField = m_sSentence.substr(m_iStart, iComma - m_iStart);
-        m_iStart = iComma + 1;
-        return true;
-    }
-
-    bool NextFilled(std::string_view& sField) { return Next(sField) && !sField.empty(); }
-
-private:
-    std::string_view m_sSentence;
-    std::size_t m_iStart = FirstField;
-};
 
 // Nearly every number here is one digit. Whatever is not made of digits alone ("1.0", " 2", "x") is left to ToInteger.
 bool ReadNumber(std::string_view sField, std::int32_t& lNumber) {
@@ -55,7 +35,7 @@ bool ReadNumber(std::string_view sField, std::int32_t& lNumber) {
 }  // namespace
 
 std::string_view VdmSplit(std::string_view sSentence, VdmSentence& tFields) {
-    FieldReader tReader(sSentence);
+    nmea::FieldReader tReader(sSentence);
     std::string_view sField;
     if (!tReader.NextFilled(sField) || !ReadNumber(sField, tFields.lSentences)) return "Error - Sentences, ";
     if (!tReader.NextFilled(sField) || !ReadNumber(sField, tFields.lSentence)) return "Error - Sentence, ";

@@ -4,7 +4,7 @@
 #include <array>
 #include <string_view>
 
-#include "nmea/PortIndex.h"
+#include "platform/runtime/PortIndex.h"
 
 namespace nmea {
 
@@ -22,7 +22,7 @@ template <class Decoders>
 struct SentenceRow {
     std::string_view sAddress;
     std::size_t iPlace;  // 3: behind the start character and any two-letter talker
-    void (Decoders::*pDecode)(PortIndex);
+    void (Decoders::*pDecode)(runtime::PortIndex);
 };
 
 // Case counts, and so does the order.

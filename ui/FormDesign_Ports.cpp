@@ -2,7 +2,7 @@
 #include <QGridLayout>
 #include <array>
 
-#include "nmea/PortIndex.h"
+#include "platform/runtime/PortIndex.h"
 #include "platform/toolkit/FieldWidth.h"
 #include "platform/toolkit/Latin1.h"
 #include "platform/toolkit/Twips.h"
@@ -42,7 +42,7 @@ void FormDesign::DesignPort(toolkit::PortBox& txtPort, toolkit::TextBox& txtSett
 void FormDesign::DesignPorts() {
     const std::array<const char*, 2> sSettings = {"38400,n,8,1", "4800,n,8,1"};
     const std::array<const char*, 2> sPorts = {"6", "5"};
-    for (nmea::PortIndex i = 0; i < nmea::PortCount; ++i) {
+    for (runtime::PortIndex i = 0; i < runtime::PortCount; ++i) {
         const QString sPort = QStringLiteral("input #%1").arg(i + 1);
         chkCommEnabled(i).setText(i == 0 ? QStringLiteral("Input #&1") : QStringLiteral("Input #&2"));
         chkCommEnabled(i).setToolTip(QStringLiteral("Listen on %1").arg(sPort));
@@ -77,10 +77,10 @@ double FormDesign::PutPortRow(QCheckBox& chk, toolkit::PortBox& txtPort, toolkit
 
 void FormDesign::PutPorts() {
     double dTop = BodyTop();
-    for (nmea::PortIndex i = 0; i < nmea::PortCount; ++i) {
+    for (runtime::PortIndex i = 0; i < runtime::PortCount; ++i) {
         dTop = PutPortRow(chkCommEnabled(i), txtCommPort(i), txtCommSettings(i), dTop) + RowGap;
     }
-    for (nmea::PortIndex i = 0; i < nmea::PortCount; ++i) Put(lstCommData(i), {Margin, dTop, 9000, 3000});
+    for (runtime::PortIndex i = 0; i < runtime::PortCount; ++i) Put(lstCommData(i), {Margin, dTop, 9000, 3000});
 
     const double dBottom = PutPortRow(chkOutputEnabled, txtOutputPort, txtOutputSettings, BodyTop());
     const Rect& tSettings = Design(txtOutputSettings);

@@ -58,7 +58,7 @@ void frmMain::LayOutTab(ui::Size tTabs) {
 void frmMain::LayOutInput(ui::Size tTabs) {
     const ui::InputListsLayout t =
         ui::InputLists(Design(lstCommData(0)), tTabs, {chkCommEnabled(0).isChecked(), chkCommEnabled(1).isChecked()});
-    for (PortIndex i = 0; i < nmea::PortCount; ++i) {
+    for (PortIndex i = 0; i < runtime::PortCount; ++i) {
         const auto lPort = static_cast<std::size_t>(i);
         lstCommData(i).setVisible(t.bVisible[lPort]);
         if (t.bVisible[lPort]) Place(lstCommData(i), t.tRects[lPort]);

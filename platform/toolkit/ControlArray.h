@@ -1,23 +1,22 @@
-// Controls that exist several times, indexed with round brackets like everything kept once per port.
+// Controls that exist once per input port.
 #pragma once
 
-#include <array>
-#include <cstdint>
+#include "platform/runtime/PortIndex.h"
 
 namespace toolkit {
 
-template <class T, std::size_t Count = 2>
+template <class T>
 class ControlArray {
 public:
     // Makes the controls as children of pParent, which owns them.
     template <class Parent>
     explicit ControlArray(Parent* pParent) {
-        for (T*& p : m_pControls) p = new T(pParent);
+        for (runtime::PortIndex i = 0; i < runtime::PortCount; ++i) m_pControls(i) = new T(pParent);
     }
-    T& operator()(std::int16_t i) const { return *m_pControls[static_cast<std::size_t>(i)]; }
+    T& operator()(runtime::PortIndex i) const { return *m_pControls(i); }
 
 private:
-    std::array<T*, Count> m_pControls{};
+    runtime::PerPort<T*> m_pControls;
 };
 
 }  // namespace toolkit

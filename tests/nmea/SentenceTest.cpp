@@ -16,13 +16,13 @@ namespace {
 // Tells which operation was called, for the port that the test names.
 struct Decoders {
     QByteArray sCalled = "none";
-    void PnmlsDecode(nmea::PortIndex i) { Call("signal", i); }
-    void VdmDecode(nmea::PortIndex i) { Call("AIS", i); }
-    void GllDecode(nmea::PortIndex i) { Call("GLL", i); }
-    void RmcDecode(nmea::PortIndex i) { Call("RMC", i); }
+    void PnmlsDecode(runtime::PortIndex i) { Call("signal", i); }
+    void VdmDecode(runtime::PortIndex i) { Call("AIS", i); }
+    void GllDecode(runtime::PortIndex i) { Call("GLL", i); }
+    void RmcDecode(runtime::PortIndex i) { Call("RMC", i); }
 
 private:
-    void Call(const char* sName, nmea::PortIndex i) { sCalled = i == 1 ? sName : "another port"; }
+    void Call(const char* sName, runtime::PortIndex i) { sCalled = i == 1 ? sName : "another port"; }
 };
 
 }  // namespace

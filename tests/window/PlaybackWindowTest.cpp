@@ -265,7 +265,7 @@ void PlaybackWindowTest::firstPortIsResetAndTheSecondIsNot() {
     Playback p(Line("10:00:00", "$PNMLS,29,19,3*50") + Line("11:00:00", Report));
     p.t.StartBoth();
     p.t.Advance(4);
-    for (app::PortIndex i = 0; i < nmea::PortCount; ++i) {
+    for (app::PortIndex i = 0; i < runtime::PortCount; ++i) {
         p.t.FeedLine(i, Report);
         p.t.Feed(i, "unfinished");
     }

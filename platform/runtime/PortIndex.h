@@ -4,7 +4,7 @@
 #include <array>
 #include <cstdint>
 
-namespace nmea {
+namespace runtime {
 
 using PortIndex = std::int16_t;  // 0 or 1
 inline constexpr PortIndex PortCount = 2;
@@ -20,4 +20,4 @@ private:
     std::array<T, PortCount> m_tValues{};
 };
 
-}  // namespace nmea
+}  // namespace runtime
