@@ -8,12 +8,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <algorithm>
 #include <cerrno>
 #include <vector>
+
+#include "platform/toolkit/DeviceHolder.h"
 
 namespace toolkit {
 
@@ -42,46 +42,6 @@ bool InGroup(gid_t iGroup) {
 QString HelpfulGroup(const struct stat& tStatus) {
     if (tStatus.st_gid == 0 || InGroup(tStatus.st_gid)) return {};
     return GroupName(tStatus.st_gid);
-}
-
-QString ProcessText(qint64 lProcess) {
-    QFile tName(QStringLiteral("/proc/%1/comm").arg(lProcess));
-    if (!tName.open(QIODevice::ReadOnly)) return {};
-    return QStringLiteral("%1 (process %2)").arg(QString::fromLocal8Bit(tName.readAll().trimmed())).arg(lProcess);
-}
-
-bool HasOpen(qint64 lProcess, const QString& sCanonical) {
-    // The links are followed by hand: a deleted or foreign one must not be resolved any further.
-    const QDir tDescriptors(QStringLiteral("/proc/%1/fd").arg(lProcess));
-    for (const QString& sName : tDescriptors.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot))
-        if (QFile::symLinkTarget(tDescriptors.filePath(sName)) == sCanonical) return true;
-    return false;
-}
-
-// Who wrote the lock file of a device that is shared by all programs that keep to the custom; 0 where there is none.
-qint64 LockOwner(const QString& sCanonical) {
-    QString sName = sCanonical.startsWith(QLatin1String("/dev/")) ? sCanonical.mid(5) : sCanonical;
-    sName.replace(QLatin1Char('/'), QLatin1Char('_'));
-    QFile tLock(QStringLiteral("/run/lock/LCK..") + sName);
-    if (!tLock.open(QIODevice::ReadOnly)) return 0;
-    return tLock.readLine(32).trimmed().toLongLong();
-}
-
-// The other program that has the device open, as far as this user may see it.
-QString Holder(const QString& sDevice) {
-    const QString sCanonical = QFileInfo(sDevice).canonicalFilePath();
-    if (sCanonical.isEmpty()) return {};
-    const qint64 lSelf = ::getpid();
-    const qint64 lOwner = LockOwner(sCanonical);
-    if (lOwner == lSelf) return QStringLiteral("this program");
-    if (lOwner > 0)
-        if (const QString sText = ProcessText(lOwner); !sText.isEmpty()) return sText;
-    for (const QString& sProcess : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-        bool bNumber = false;
-        const qint64 lProcess = sProcess.toLongLong(&bNumber);
-        if (bNumber && lProcess != lSelf && HasOpen(lProcess, sCanonical)) return ProcessText(lProcess);
-    }
-    return {};
 }
 }  // namespace
 
@@ -120,7 +80,7 @@ QString OpenFailure(const QString& sDevice, const QString& sSystemText) {
         case EPERM:
             return PermissionDenied(sDevice, HelpfulGroup(tStatus), UserName());
         case EBUSY:
-            return DeviceBusy(sDevice, Holder(sDevice));
+            return DeviceBusy(sDevice, DeviceHolder(sDevice));
         case ENOENT:
         case ENODEV:
         case ENXIO:
@@ -130,7 +90,7 @@ QString OpenFailure(const QString& sDevice, const QString& sSystemText) {
     }
     if (!bTerminal) return NotASerialDevice(sDevice);
     // A plain open passes, so it was the lock file of another program, or the device refused its settings.
-    const QString sHolder = Holder(sDevice);
+    const QString sHolder = DeviceHolder(sDevice);
     if (!sHolder.isEmpty() || sSystemText.contains(QLatin1String("lock"))) return DeviceBusy(sDevice, sHolder);
     return QStringLiteral("%1: %2").arg(sSystemText, sDevice);
 }

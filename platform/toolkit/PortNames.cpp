@@ -6,9 +6,13 @@
 #include <QFileInfo>
 #include <QSerialPortInfo>
 #include <algorithm>
+#include <functional>
 #include <string>
+#include <tuple>
+#include <utility>
 
 #include "platform/runtime/Convert.h"
+#include "platform/toolkit/DeviceHolder.h"
 
 namespace toolkit {
 
@@ -84,6 +88,40 @@ QString KernelName(const QString& sDevice, const PortFolders& tFolders) {
     const QString sFolder = tFolders.sDevices + QLatin1Char('/');
     return sDevice.startsWith(sFolder) ? sDevice.mid(sFolder.size()) : sDevice;
 }
+
+// The names in a folder of links that lead to a device.
+QStringList LinkNames(const QString& sDevice, const QString& sFolder) {
+    const QString sCanonical = QFileInfo(sDevice).canonicalFilePath();
+    QStringList sNames;
+    for (const QFileInfo& tLink : Links(sFolder))
+        if (!sCanonical.isEmpty() && tLink.canonicalFilePath() == sCanonical) sNames << tLink.fileName();
+    return sNames;
+}
+
+bool LeadsTo(const QString& sName, const QString& sDevice, const PortFolders& tFolders) {
+    try {
+        return QFileInfo(PortDevice(sName, tFolders)).canonicalFilePath() == QFileInfo(sDevice).canonicalFilePath();
+    } catch (const CommError&) {
+        return false;  // the beginning of several names
+    }
+}
+
+// Where an offer stands in the list: ttyUSB2 before ttyUSB10.
+struct OfferRank {
+    int iKind;
+    QString sName;  // without the number at its end
+    int iNumber;
+    friend bool operator<(const OfferRank& t1, const OfferRank& t2) {
+        return std::tie(t1.iKind, t1.sName, t1.iNumber) < std::tie(t2.iKind, t2.sName, t2.iNumber);
+    }
+};
+
+OfferRank KernelRank(const QString& sName, int iKind) {
+    qsizetype iDigits = sName.size();
+    while (iDigits > 0 && sName[iDigits - 1].isDigit()) --iDigits;
+    const QString sStem = sName.left(iDigits);
+    return {sStem == QLatin1String("ttyS") ? iKind + 1 : iKind, sStem, sName.mid(iDigits).toInt()};
+}
 }  // namespace
 
 std::optional<std::int32_t> PortNumber(const QString& sPort) { return ReadNumber(sPort).lValue; }
@@ -105,29 +143,50 @@ QString PortDevice(const QString& sPort, const PortFolders& tFolders) {
     throw tUnknown;
 }
 
+std::optional<QString> KeptPortName(const QString& sText, const PortFolders& tFolders) {
+    if (sText.size() <= LongestPortName) return sText;
+    const QString sPath = sText.trimmed();
+    for (const QString& sFolder : tFolders.sLinks) {
+        const QString sPrefix = sFolder + QLatin1Char('/');
+        const QString sName = sPath.startsWith(sPrefix) ? sPath.mid(sPrefix.size()) : sPath;
+        const bool bPath = sPath.size() > sName.size();
+        if (bPath || QFileInfo(sPrefix + sName).isSymLink()) return sName.left(LongestPortName);
+    }
+    return std::nullopt;
+}
+
 std::vector<PluggedPort> PluggedPorts() {
     std::vector<PluggedPort> tPorts;
+    QStringList sDevices;
     for (const QSerialPortInfo& tInfo : QSerialPortInfo::availablePorts()) {
         QStringList sWords{tInfo.manufacturer(), tInfo.description()};
         sWords.removeAll(QString());
         sWords.removeDuplicates();
+        sDevices << tInfo.systemLocation();
         tPorts.push_back({tInfo.systemLocation(), sWords.join(QLatin1Char(' '))});
     }
+    const auto sHolders = DeviceHolders(sDevices);
+    for (PluggedPort& tPort : tPorts)
+        if (const auto it = sHolders.find(tPort.sDevice); it != sHolders.end()) tPort.sHolder = it->second;
     return tPorts;
 }
 
 std::vector<PortOffer> OfferPorts(const std::vector<PluggedPort>& tPlugged, const PortFolders& tFolders) {
-    std::vector<PortOffer> tOffers;
+    std::vector<std::pair<OfferRank, PortOffer>> tRanked;
     for (const PluggedPort& tPort : tPlugged) {
-        const QString sCanonical = QFileInfo(tPort.sDevice).canonicalFilePath();
-        for (const QString& sFolder : tFolders.sLinks)
-            for (const QFileInfo& tLink : Links(sFolder)) {
-                if (sCanonical.isEmpty() || tLink.canonicalFilePath() != sCanonical) continue;
-                if (tLink.fileName().size() > LongestPortName) continue;
-                tOffers.push_back({tLink.fileName(), tPort.sDescription, tPort.sDevice});
+        for (int iFolder = 0; iFolder < tFolders.sLinks.size(); ++iFolder) {
+            for (const QString& sName : LinkNames(tPort.sDevice, tFolders.sLinks[iFolder])) {
+                const QString sKept = sName.left(LongestPortName);
+                if (LeadsTo(sKept, tPort.sDevice, tFolders))
+                    tRanked.push_back({{iFolder, sName, 0}, {sKept, sName, tPort}});
             }
-        tOffers.push_back({KernelName(tPort.sDevice, tFolders), tPort.sDescription, tPort.sDevice});
+        }
+        const QString sKernel = KernelName(tPort.sDevice, tFolders);
+        tRanked.push_back({KernelRank(sKernel, static_cast<int>(tFolders.sLinks.size())), {sKernel, sKernel, tPort}});
     }
+    std::ranges::stable_sort(tRanked, std::less<>{}, [](const auto& t) { return t.first; });
+    std::vector<PortOffer> tOffers;
+    for (auto& [tRank, tOffer] : tRanked) tOffers.push_back(std::move(tOffer));
     return tOffers;
 }
 

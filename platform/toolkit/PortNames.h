@@ -32,20 +32,27 @@ std::optional<std::int32_t> PortNumber(const QString& sPort);
 // only one device fits. Raises CommError for everything else; a number's or a path's device need not exist.
 QString PortDevice(const QString& sPort, const PortFolders& tFolders = {});
 
+// A text that a port field takes as it is, because the profile keeps it, or else, of the name of a link in one of the
+// folders, what is kept of it: the name without its folder, and of a longer one its beginning, which is a port's name
+// as well. Nothing for any other text that is too long.
+std::optional<QString> KeptPortName(const QString& sText, const PortFolders& tFolders = {});
+
 struct PluggedPort {
     QString sDevice;       // "/dev/ttyUSB0"
     QString sDescription;  // maker and product, may be empty
+    QString sHolder{};     // the program that has it open, as DeviceHolder says it
 };
-// The serial ports that the system knows, with what their makers call them.
+// The serial ports that the system knows, with what their makers call them and who uses them. Takes a moment.
 std::vector<PluggedPort> PluggedPorts();
 
 struct PortOffer {
-    QString sName;         // to be typed into a port field; never longer than LongestPortName
-    QString sDescription;  // maker and product, may be empty
-    QString sDevice;       // the device that the name leads to now
+    QString sName;       // to be put into a port field; never longer than LongestPortName
+    QString sWholeName;  // the same, but for a name that is too long to be kept
+    PluggedPort tPort;   // where the name leads now
 };
-// All names of the given ports: the links of the folders, then the kernel name. A name that is too long to be kept is
-// left out; the kernel name always fits.
+// All names of the given ports, best first: those that last when something else is plugged in (the folders, in their
+// order), then kernel names, the classic ports' last of all, because a computer may list them without having them. A
+// name whose kept beginning is another port's as well is left out.
 std::vector<PortOffer> OfferPorts(const std::vector<PluggedPort>& tPlugged, const PortFolders& tFolders = {});
 
 }  // namespace toolkit

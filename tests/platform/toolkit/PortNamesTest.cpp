@@ -32,7 +32,11 @@ private slots:
     void UnpluggedDeviceHasNoName();
     void DefaultFoldersAreTheSystems();
     void OffersLastingNamesAndTheKernelName();
-    void NameTooLongToKeepIsNotOffered();
+    void BestNamesComeFirst();
+    void NameTooLongToKeepIsOfferedByItsBeginning();
+    void LongTextIsKeptByItsName_data();
+    void LongTextIsKeptByItsName();
+    void KeptNameOfALongPathLeadsToItsDevice();
     void DeviceWithoutLinksIsOfferedByItsKernelName();
     void ListingTheSystemsPortsWorks();
 
@@ -194,34 +198,91 @@ void PortNamesTest::OffersLastingNamesAndTheKernelName() {
     QStringList sNames;
     for (const auto& tOffer : tOffers) {
         sNames << tOffer.sName;
-        QCOMPARE(tOffer.sDescription, QStringLiteral("Acme USB to Serial"));
-        QCOMPARE(tOffer.sDevice, Dev(QStringLiteral("ttyUSB0")));
+        QCOMPARE(tOffer.tPort.sDescription, QStringLiteral("Acme USB to Serial"));
+        QCOMPARE(tOffer.tPort.sDevice, Dev(QStringLiteral("ttyUSB0")));
         // What is offered leads to the device when it is typed.
         QCOMPARE(QFileInfo(toolkit::PortDevice(tOffer.sName, Folders())).canonicalFilePath(),
-                 QFileInfo(tOffer.sDevice).canonicalFilePath());
+                 QFileInfo(tOffer.tPort.sDevice).canonicalFilePath());
     }
     QCOMPARE(sNames, (QStringList{QStringLiteral("usb-Acme_Serial_A1-if00-port0"),
                                   QStringLiteral("pci-0000:00:15.0-usb-0:2:1.0"), QStringLiteral("ttyUSB0")}));
 }
 
-void PortNamesTest::NameTooLongToKeepIsNotOffered() {
+void PortNamesTest::BestNamesComeFirst() {
+    std::vector<toolkit::PluggedPort> tPlugged;
+    for (const char* pName : {"ttyS4", "ttyS10", "ttyUSB10", "ttyUSB1", "ttyUSB0", "ttyACM0"})
+        tPlugged.push_back({Dev(QString::fromLatin1(pName)), QString::fromLatin1(pName)});
+    QStringList sNames;
+    for (const auto& tOffer : toolkit::OfferPorts(tPlugged, Folders())) sNames << tOffer.sName;
+    QCOMPARE(sNames, (QStringList{QStringLiteral("usb-Acme_Serial_A1-if00-port0"), QStringLiteral("usb-Acme_Serial_B2"),
+                                  QStringLiteral("usb-Acme_Serial_B2-if00-port0"), QStringLiteral("usb-Other_GPS-if00"),
+                                  QStringLiteral("pci-0000:00:14.0-usb-0:1:1.0"),
+                                  QStringLiteral("pci-0000:00:14.0-usbv2-0:1:1.0"),
+                                  QStringLiteral("pci-0000:00:15.0-usb-0:2:1.0"), QStringLiteral("ttyACM0"),
+                                  QStringLiteral("ttyUSB0"), QStringLiteral("ttyUSB1"), QStringLiteral("ttyUSB10"),
+                                  QStringLiteral("ttyS4"), QStringLiteral("ttyS10")}));
+}
+
+void PortNamesTest::NameTooLongToKeepIsOfferedByItsBeginning() {
     const auto tOffers = toolkit::OfferPorts({{Dev(QStringLiteral("ttyACM1")), {}}}, Folders());
-    QCOMPARE(tOffers.size(), std::size_t{1});
-    QCOMPARE(tOffers[0].sName, QStringLiteral("ttyACM1"));
+    QCOMPARE(tOffers.size(), std::size_t{2});
+    QCOMPARE(tOffers[0].sName, LongName.left(79));
+    QCOMPARE(tOffers[0].sWholeName, LongName);
+    QCOMPARE(QFileInfo(toolkit::PortDevice(tOffers[0].sName, Folders())).canonicalFilePath(),
+             QFileInfo(Dev(QStringLiteral("ttyACM1"))).canonicalFilePath());
+    QCOMPARE(tOffers[1].sName, QStringLiteral("ttyACM1"));
+    // Not where another device's name begins the same way.
+    const QString sTwin = Dev(QStringLiteral("serial/by-id/")) + LongName.left(79) + QStringLiteral("other");
+    QVERIFY(QFile::link(Dev(QStringLiteral("ttyS4")), sTwin));
+    const auto tAmbiguous = toolkit::OfferPorts({{Dev(QStringLiteral("ttyACM1")), {}}}, Folders());
+    QVERIFY(QFile::remove(sTwin));
+    QCOMPARE(tAmbiguous.size(), std::size_t{1});
+    QCOMPARE(tAmbiguous[0].sName, QStringLiteral("ttyACM1"));
+}
+
+void PortNamesTest::LongTextIsKeptByItsName_data() {
+    QTest::addColumn<QString>("sText");  // "@": the folder of lasting names
+    QTest::addColumn<QString>("sKept");
+    const QString s60(60, QLatin1Char('n'));
+    const QString s79(79, QLatin1Char('n'));
+    QTest::newRow("short") << QStringLiteral("ttyUSB0") << QStringLiteral("ttyUSB0");
+    QTest::newRow("79 characters") << s79 << s79;
+    QTest::newRow("80 characters that are no name") << s79 + QLatin1Char('n') << QString();
+    QTest::newRow("path") << QStringLiteral("@/") + s60 << s60;
+    QTest::newRow("path with blanks around") << QStringLiteral(" @/") + s60 + QLatin1Char(' ') << s60;
+    QTest::newRow("path of a long name") << QStringLiteral("@/") + LongName << LongName.left(79);
+    QTest::newRow("long name") << LongName << LongName.left(79);
+    QTest::newRow("path elsewhere") << QStringLiteral("/elsewhere/") + s79 << QString();
+}
+
+void PortNamesTest::LongTextIsKeptByItsName() {
+    QFETCH(QString, sText);
+    QFETCH(QString, sKept);
+    // Long enough that no path fits, wherever temporary files lie.
+    sText.replace(QLatin1Char('@'), Dev(QStringLiteral("serial/by-id")));
+    QCOMPARE(toolkit::KeptPortName(sText, Folders()).value_or(QString()), sKept);
+}
+
+void PortNamesTest::KeptNameOfALongPathLeadsToItsDevice() {
+    const QString sPath = Dev(QStringLiteral("serial/by-id/")) + LongName;
+    const auto sKept = toolkit::KeptPortName(sPath, Folders());
+    QVERIFY(sKept.has_value());
+    QCOMPARE(QFileInfo(toolkit::PortDevice(*sKept, Folders())).canonicalFilePath(),
+             QFileInfo(sPath).canonicalFilePath());
 }
 
 void PortNamesTest::DeviceWithoutLinksIsOfferedByItsKernelName() {
     const auto tOffers = toolkit::OfferPorts(
         {{Dev(QStringLiteral("ttyS4")), {}}, {QStringLiteral("/elsewhere/ttyX"), QStringLiteral("Odd")}}, Folders());
     QCOMPARE(tOffers.size(), std::size_t{2});
-    QCOMPARE(tOffers[0].sName, QStringLiteral("ttyS4"));
-    QCOMPARE(tOffers[1].sName, QStringLiteral("/elsewhere/ttyX"));
+    QCOMPARE(tOffers[0].sName, QStringLiteral("/elsewhere/ttyX"));
+    QCOMPARE(tOffers[1].sName, QStringLiteral("ttyS4"));
 }
 
 void PortNamesTest::ListingTheSystemsPortsWorks() {
     for (const auto& tOffer : toolkit::OfferPorts(toolkit::PluggedPorts())) {
         QVERIFY(tOffer.sName.size() <= 79);
-        QVERIFY(tOffer.sDevice.startsWith(QLatin1String("/dev/")));
+        QVERIFY(tOffer.tPort.sDevice.startsWith(QLatin1String("/dev/")));
     }
 }
 
