@@ -70,6 +70,8 @@ public:
 
     // Tells a row apart from every other that ever was.
     std::uint64_t RowSerial(int iRow) const { return m_tRows[Index(iRow)]->lSerial; }
+    // Grows with every write to a cell of the row: with the same serial and the same writes it shows the same.
+    std::uint64_t RowWrites(int iRow) const { return m_tRows[Index(iRow)]->lWrites; }
 
     // Stable sort of rows 1 to Rows() - 1. tCompare(row1, row2) answers below, at or above 0 and must read only columns
     // of lKeyColumns (bit c for column c); lOrder tells one order from another. Remembers how many rows are in order:
@@ -97,6 +99,7 @@ private:
     struct Row {
         std::vector<Cell> tCells;
         std::uint64_t lSerial = 0;
+        std::uint64_t lWrites = 0;
         bool bHidden = false;
     };
 
@@ -106,6 +109,7 @@ private:
     Row* NewRow();
     void Written(int iRow, int iCol) {
         if (iRow < m_iSorted && (m_lKeyColumns >> iCol & 1U) != 0) m_iSorted = iRow < 1 ? 1 : iRow;
+        ++m_tRows[Index(iRow)]->lWrites;
         Changed.Mark();
     }
     static void MakeText(const Cell& tCell);

@@ -30,11 +30,11 @@ bool Fits(const QFont& tFont, const QString& sText, double dText, int iWidth) {
 }
 
 // Where a text of that width begins: its side's padding gives way when there is no room for it.
-double LeftOf(const QRect& tCell, double dText, int iAlignment) {
+double LeftOf(const QRect& tCell, double dText, Qt::Alignment eAlignment) {
     const double dRoom = std::max(0.0, tCell.width() - dText);
-    if ((iAlignment & Qt::AlignHCenter) != 0) return tCell.left() + dRoom / 2;
+    if (eAlignment.testFlag(Qt::AlignHCenter)) return tCell.left() + dRoom / 2;
     const double dPadding = std::min<double>(CellPadding, dRoom);
-    return (iAlignment & Qt::AlignRight) != 0 ? tCell.left() + dRoom - dPadding : tCell.left() + dPadding;
+    return eAlignment.testFlag(Qt::AlignRight) ? tCell.left() + dRoom - dPadding : tCell.left() + dPadding;
 }
 
 }  // namespace
@@ -51,19 +51,6 @@ QString Elided(const QFont& tFont, const QString& sText, int iWidth, bool bAtLef
     return QString(std::clamp(static_cast<int>((iWidth + GridLine) / dDot), 1, 3), cDot);
 }
 
-void CellDelegate::paint(QPainter* pPainter, const QStyleOptionViewItem& tOption, const QModelIndex& tIndex) const {
-    const bool bSelected = (tOption.state & QStyle::State_Selected) != 0;
-    const QPalette& tPalette = tOption.palette;
-    const auto eGroup = (tOption.state & QStyle::State_Active) != 0 ? QPalette::Active : QPalette::Inactive;
-    if (bSelected) {
-        pPainter->fillRect(tOption.rect, tPalette.brush(eGroup, QPalette::Highlight));
-    } else if ((tOption.features & QStyleOptionViewItem::Alternate) != 0) {
-        pPainter->fillRect(tOption.rect, tPalette.brush(eGroup, QPalette::AlternateBase));
-    }
-    pPainter->setPen(tPalette.color(eGroup, bSelected ? QPalette::HighlightedText : QPalette::Text));
-    DrawText(*pPainter, tOption.rect, tIndex.data(Qt::TextAlignmentRole).toInt(), tIndex.data().toString());
-}
-
 QSize CellDelegate::sizeHint(const QStyleOptionViewItem& tOption, const QModelIndex& tIndex) const {
     const double dText = Whole(tOption.font, tIndex.data().toString()).size().width();
     return {static_cast<int>(std::ceil(dText)) + 2 * CellPadding, tOption.fontMetrics.height() + RowPadding};
@@ -73,15 +60,18 @@ bool CellDelegate::IsCut(const QFont& tFont, const QString& sText, int iWidth) c
     return !sText.isEmpty() && !Fits(tFont, sText, Whole(tFont, sText).size().width(), iWidth);
 }
 
-void CellDelegate::DrawText(QPainter& tPainter, const QRect& tCell, int iAlignment, const QString& sText) const {
+void CellDelegate::DrawText(QPainter& tPainter, const QRect& tCell, Qt::Alignment eAlignment,
+                            const QString& sText) const {
     if (sText.isEmpty()) return;
     const QFont& tFont = tPainter.font();
-    const bool bCut = IsCut(tFont, sText, tCell.width());
-    const bool bAtLeft = (iAlignment & Qt::AlignRight) != 0;
-    const QStaticText& tText = bCut ? Cut(tFont, sText, tCell.width(), bAtLeft) : Whole(tFont, sText);
+    const QStaticText& tWhole = Whole(tFont, sText);
+    const bool bCut = !Fits(tFont, sText, tWhole.size().width(), tCell.width());
+    const bool bAtLeft = eAlignment.testFlag(Qt::AlignRight);
+    const QStaticText& tText = bCut ? Cut(tFont, sText, tCell.width(), bAtLeft) : tWhole;
     const QSizeF tSize = tText.size();
-    const QPointF tPlace(std::round(LeftOf(tCell, tSize.width(), iAlignment)),
-                         std::round(tCell.top() + (tCell.height() - tSize.height()) / 2));
+    // Rounded the same way above and below the top edge: a row that is scrolled out must not jump by a pixel.
+    const QPointF tPlace(std::floor(LeftOf(tCell, tSize.width(), eAlignment) + 0.5),
+                         std::floor(tCell.top() + (tCell.height() - tSize.height()) / 2 + 0.5));
     if (!bCut || tSize.width() <= tCell.width()) {
         tPainter.drawStaticText(tPlace, tText);
         return;

@@ -20,7 +20,8 @@ public:
     static constexpr int RowPadding = 4;  // pixels that a row is higher than its font
 
     using QStyledItemDelegate::QStyledItemDelegate;
-    void paint(QPainter* pPainter, const QStyleOptionViewItem& tOption, const QModelIndex& tIndex) const override;
+    // Draws a text with the painter's font and pen, cut where it must be; tCell is the cell without its grid lines.
+    void DrawText(QPainter& tPainter, const QRect& tCell, Qt::Alignment eAlignment, const QString& sText) const;
     // The text with its padding.
     QSize sizeHint(const QStyleOptionViewItem& tOption, const QModelIndex& tIndex) const override;
     // Whether a text is cut in a cell of iWidth pixels, its grid line left out.
@@ -32,7 +33,6 @@ protected:
     mutable QHash<std::pair<QString, int>, QStaticText> m_tCut;
 
 private:
-    void DrawText(QPainter& tPainter, const QRect& tCell, int iAlignment, const QString& sText) const;
     void ForgetOtherFonts(const QFont& tFont) const;
     const QStaticText& Whole(const QFont& tFont, const QString& sText) const;
     const QStaticText& Cut(const QFont& tFont, const QString& sText, int iWidth, bool bAtLeft) const;

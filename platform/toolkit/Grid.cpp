@@ -1,6 +1,7 @@
 // The grid: view, columns, mouse and copying.
 #include "platform/toolkit/Grid.h"
 
+#include <QAccessible>
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QCoreApplication>
@@ -100,7 +101,8 @@ void Grid::TakeOver() {
         return;
     }
     Cells.Changed.Clear();
-    m_pModel->Publish();
+    const QItemSelection tSelected = selectionModel()->selection();
+    m_pModel->Publish(std::ranges::any_of(tSelected, [](const auto& tRange) { return tRange.height() > 1; }));
     TakeOverColumns();
     for (int iRow = 1; iRow < Cells.Rows(); ++iRow) {
         if (isRowHidden(iRow - 1) != Cells.Hidden(iRow)) setRowHidden(iRow - 1, Cells.Hidden(iRow));
@@ -115,6 +117,20 @@ void Grid::TakeOverColumns() {
         if (isColumnHidden(iCol) == tColumn.bShown) setColumnHidden(iCol, !tColumn.bShown);
         if (tColumn.bShown && std::exchange(tColumn.bApply, false)) setColumnWidth(iCol, tColumn.iWidth);
     }
+}
+
+// The stock view paints itself wholly when more than one cell has changed.
+void Grid::dataChanged(const QModelIndex& tTopLeft, const QModelIndex& tBottomRight, const QList<int>&) {
+    const int iTop = rowViewportPosition(tTopLeft.row());
+    const int iBottom = rowViewportPosition(tBottomRight.row()) + rowHeight(tBottomRight.row());
+    viewport()->update(0, iTop, viewport()->width(), iBottom - iTop);
+    if (!QAccessible::isActive()) return;
+    QAccessibleTableModelChangeEvent tEvent(this, QAccessibleTableModelChangeEvent::DataChanged);
+    tEvent.setFirstRow(tTopLeft.row());
+    tEvent.setFirstColumn(tTopLeft.column());
+    tEvent.setLastRow(tBottomRight.row());
+    tEvent.setLastColumn(tBottomRight.column());
+    QAccessible::updateAccessibility(&tEvent);
 }
 
 void Grid::Synchronize() { m_pBeat->Synchronize(); }

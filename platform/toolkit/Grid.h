@@ -74,6 +74,8 @@ signals:
     void RowActivated(int iRow);  // Enter on a row of Cells
 
 protected:
+    void dataChanged(const QModelIndex& tTopLeft, const QModelIndex& tBottomRight, const QList<int>& iRoles) override;
+    void paintEvent(QPaintEvent* pEvent) override;
     bool viewportEvent(QEvent* pEvent) override;
     bool eventFilter(QObject* pObject, QEvent* pEvent) override;
     void keyPressEvent(QKeyEvent* pEvent) override;
@@ -86,6 +88,8 @@ protected:
 private:
     void TakeOver();
     void TakeOverColumns();
+    void PaintRows(QPainter& tPainter, const QRegion& tDirty, const QColor& tLine);
+    void PaintRow(QPainter& tPainter, int iRow, const QRect& tRow, const QRect& tDirty);
     void Press(QPoint tPlace);
     void Release(QPoint tPlace);
     void TellMove(const QWidget& tSource, const QMouseEvent& tEvent);

@@ -1,6 +1,7 @@
 // The grid's model.
 #include "platform/toolkit/GridModel.h"
 
+#include <algorithm>
 #include <unordered_map>
 #include <utility>
 
@@ -23,7 +24,7 @@ GridModel::GridModel(const runtime::GridCells& tCells, QObject* pParent)
     : QAbstractTableModel(pParent), m_tCells(tCells) {}
 
 int GridModel::rowCount(const QModelIndex& tParent) const {
-    return tParent.isValid() ? 0 : static_cast<int>(m_lPublished.size());
+    return tParent.isValid() ? 0 : static_cast<int>(m_tPublished.size());
 }
 
 int GridModel::columnCount(const QModelIndex& tParent) const { return tParent.isValid() ? 0 : m_iPublishedCols; }
@@ -39,7 +40,7 @@ QVariant GridModel::data(const QModelIndex& tIndex, int iRole) const {
 
 int GridModel::LiveRow(int iPublished) const {
     if (iPublished < 0 || iPublished >= rowCount()) return -1;
-    const std::uint64_t lSerial = m_lPublished[static_cast<std::size_t>(iPublished)];
+    const std::uint64_t lSerial = m_tPublished[static_cast<std::size_t>(iPublished)].lSerial;
     const int iSame = iPublished + 1;
     if (iSame < m_tCells.Rows() && m_tCells.RowSerial(iSame) == lSerial) return iSame;
     for (int iRow = 1; iRow < m_tCells.Rows(); ++iRow) {
@@ -55,32 +56,64 @@ QVariant GridModel::headerData(int iSection, Qt::Orientation eOrientation, int i
     return {};
 }
 
-void GridModel::Publish() {
+void GridModel::Publish(bool bRanges) {
     if (m_iPublishedCols != m_tCells.Cols()) {
         beginResetModel();
         m_iPublishedCols = m_tCells.Cols();
         endResetModel();
     }
-    std::vector<std::uint64_t> lSerials;
-    for (int iRow = 1; iRow < m_tCells.Rows(); ++iRow) lSerials.push_back(m_tCells.RowSerial(iRow));
-    if (lSerials != m_lPublished) PublishMoves(lSerials);
-    if (lSerials.empty() || m_iPublishedCols == 0) return;
-    emit dataChanged(index(0, 0), index(rowCount() - 1, m_iPublishedCols - 1));
+    std::vector<Row> tRows;
+    for (int iRow = 1; iRow < m_tCells.Rows(); ++iRow) {
+        tRows.push_back({m_tCells.RowSerial(iRow), m_tCells.RowWrites(iRow)});
+    }
+    if (tRows.size() == m_tPublished.size() && !bRanges && FollowQuietly(tRows)) {
+        PublishRows(std::move(tRows));
+    } else {
+        PublishLayout(std::move(tRows));
+    }
 }
 
-void GridModel::PublishMoves(const std::vector<std::uint64_t>& lSerials) {
-    emit layoutAboutToBeChanged({}, VerticalSortHint);
-    std::unordered_map<std::uint64_t, int> iRowOf;
-    for (std::size_t i = 0; i < lSerials.size(); ++i) iRowOf[lSerials[i]] = static_cast<int>(i);
+// Whoever holds on to a row, such as the cursor, goes with it, without a word to the view. False, and nothing done,
+// when such a row is gone.
+bool GridModel::FollowQuietly(const std::vector<Row>& tRows) {
     const QModelIndexList tBefore = persistentIndexList();
-    QModelIndexList tAfter;
-    for (const QModelIndex& tIndex : tBefore) {
-        const auto it = iRowOf.find(m_lPublished[static_cast<std::size_t>(tIndex.row())]);
-        tAfter.append(it == iRowOf.end() ? QModelIndex() : createIndex(it->second, tIndex.column()));
+    if (tBefore.isEmpty()) return true;
+    const QModelIndexList tAfter = AfterMoves(tBefore, tRows);
+    if (!std::ranges::all_of(tAfter, &QModelIndex::isValid)) return false;
+    changePersistentIndexList(tBefore, tAfter);
+    return true;
+}
+
+void GridModel::PublishRows(std::vector<Row> tRows) {
+    m_tPublished.swap(tRows);
+    if (m_iPublishedCols == 0) return;
+    for (std::size_t i = 0; i < tRows.size(); ++i) {
+        const std::size_t iFirst = i;
+        while (i < tRows.size() && tRows[i] != m_tPublished[i]) ++i;
+        if (i == iFirst) continue;
+        emit dataChanged(index(static_cast<int>(iFirst), 0), index(static_cast<int>(i) - 1, m_iPublishedCols - 1));
     }
-    m_lPublished = lSerials;
+}
+
+void GridModel::PublishLayout(std::vector<Row> tRows) {
+    if (tRows == m_tPublished) return;
+    emit layoutAboutToBeChanged({}, VerticalSortHint);
+    const QModelIndexList tBefore = persistentIndexList();
+    const QModelIndexList tAfter = AfterMoves(tBefore, tRows);
+    m_tPublished = std::move(tRows);
     changePersistentIndexList(tBefore, tAfter);
     emit layoutChanged({}, VerticalSortHint);
+}
+
+QModelIndexList GridModel::AfterMoves(const QModelIndexList& tBefore, const std::vector<Row>& tRows) const {
+    std::unordered_map<std::uint64_t, int> iRowOf;
+    for (std::size_t i = 0; i < tRows.size(); ++i) iRowOf[tRows[i].lSerial] = static_cast<int>(i);
+    QModelIndexList tAfter;
+    for (const QModelIndex& tIndex : tBefore) {
+        const auto it = iRowOf.find(m_tPublished[static_cast<std::size_t>(tIndex.row())].lSerial);
+        tAfter.append(it == iRowOf.end() ? QModelIndex() : createIndex(it->second, tIndex.column()));
+    }
+    return tAfter;
 }
 
 }  // namespace toolkit

@@ -25,13 +25,24 @@ public:
     int LiveRow(int iPublished) const;
 
     // Brings the view's picture up to the cells: row count, rows that moved (selection and cursor follow them), texts.
-    void Publish();
+    // Names only the rows that are to be painted anew, unless the whole layout may have changed: the number of rows, a
+    // selected row that is gone, or, with bRanges, rows that are selected as ranges and may have been torn apart.
+    void Publish(bool bRanges);
 
 private:
-    void PublishMoves(const std::vector<std::uint64_t>& lSerials);
+    struct Row {
+        std::uint64_t lSerial;
+        std::uint64_t lWrites;
+        friend bool operator==(const Row&, const Row&) = default;
+    };
+
+    bool FollowQuietly(const std::vector<Row>& tRows);
+    void PublishLayout(std::vector<Row> tRows);
+    void PublishRows(std::vector<Row> tRows);
+    QModelIndexList AfterMoves(const QModelIndexList& tBefore, const std::vector<Row>& tRows) const;
 
     const runtime::GridCells& m_tCells;
-    std::vector<std::uint64_t> m_lPublished;  // serial of each row that the view knows, header left out
+    std::vector<Row> m_tPublished;  // what the view knows, header left out
     int m_iPublishedCols = 0;
 };
 

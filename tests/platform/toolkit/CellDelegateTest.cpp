@@ -254,27 +254,23 @@ void CellDelegateTest::manyTextsAndWidthsAreForgotten() {
         using CellDelegate::m_tCut;
         using CellDelegate::m_tWhole;
     } tDelegate;
-    OneCell tCell("", runtime::AlignRight, 40);
-    QStyleOptionViewItem tOption;
     QImage tImage(100, 20, QImage::Format_RGB32);
-    const auto tPaint = [&](const std::string& sText, int iWidth) {
-        tCell.grd.Cells.SetText(1, 0, sText);
+    const auto tPaint = [&](const QString& sText, int iWidth) {
         tImage.fill(QGuiApplication::palette().color(QPalette::Base));
         QPainter tPainter(&tImage);
-        tPainter.setFont(tCell.grd.font());
-        tOption.rect = QRect(0, 0, iWidth, 20);
-        tOption.palette = QGuiApplication::palette();
-        tDelegate.paint(&tPainter, tOption, tCell.grd.model()->index(0, 0));
+        tPainter.setFont(QGuiApplication::font());
+        tPainter.setPen(QGuiApplication::palette().color(QPalette::Text));
+        tDelegate.DrawText(tPainter, QRect(0, 0, iWidth, 20), Qt::AlignRight, sText);
     };
     qsizetype iMostWhole = 0, iMostCut = 0;
     for (int i = 0; i < 10000; ++i) {
-        tPaint(std::to_string(1000000 + i), 20 + i % 30);
+        tPaint(QString::number(1000000 + i), 20 + i % 30);
         iMostWhole = std::max(iMostWhole, tDelegate.m_tWhole.size());
         iMostCut = std::max(iMostCut, tDelegate.m_tCut.size());
     }
     QVERIFY(iMostWhole > 1000 && iMostWhole <= 4096);
     QVERIFY(iMostCut > 500 && iMostCut <= 1024);
-    tPaint("4442.6", 100);
+    tPaint(QStringLiteral("4442.6"), 100);
     QCOMPARE(Ink(tImage), Ink(QStringLiteral("4442.6")));
 }
 
