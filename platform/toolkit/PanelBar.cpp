@@ -1,6 +1,9 @@
 // The panels of the status bar.
 #include "platform/toolkit/PanelBar.h"
 
+#include <QEvent>
+#include <utility>
+
 #include "platform/toolkit/Latin1.h"
 #include "platform/toolkit/RepaintBeat.h"
 
@@ -34,7 +37,9 @@ void PanelBar::AddPanel(const QString& sTip, const QString& sTemplate, bool bStr
 }
 
 void PanelBar::SetPanelText(int iPanel, std::string_view sText) {
-    m_sTexts[static_cast<std::size_t>(iPanel) - 1].assign(sText);
+    std::string& sPanel = m_sTexts[static_cast<std::size_t>(iPanel) - 1];
+    if (sPanel == sText) return;
+    sPanel = sText;
     m_pBeat->Mark();
 }
 
@@ -42,8 +47,12 @@ void PanelBar::TakeOver() {
     for (std::size_t i = 0; i < m_pLabels.size(); ++i) {
         const QString sText = FromLatin1(m_sTexts[i]);
         if (m_pLabels[i]->text() == sText) continue;
+        m_bTexts = true;
         m_pLabels[i]->setText(sText);
-        m_pLabels[i]->setToolTip(m_pLabels[i]->sizeHint().width() > m_pLabels[i]->width() ? sText : m_sTips[i]);
+        // Not asked of the label, which would lay its text out for an answer.
+        const int iText = m_pLabels[i]->fontMetrics().horizontalAdvance(sText);
+        const bool bCut = iText > m_pLabels[i]->contentsRect().width() - 2 * m_pLabels[i]->margin();
+        m_pLabels[i]->setToolTip(bCut ? sText : m_sTips[i]);
     }
 }
 
@@ -53,6 +62,12 @@ void PanelBar::ShowTip(const QString& sTip) {
 }
 
 void PanelBar::Synchronize() { m_pBeat->Synchronize(); }
+
+// The stock bar paints itself wholly whenever a label of it has a new text.
+bool PanelBar::event(QEvent* pEvent) {
+    if (pEvent->type() == QEvent::LayoutRequest && std::exchange(m_bTexts, false)) return QWidget::event(pEvent);
+    return QStatusBar::event(pEvent);
+}
 
 void PanelBar::showEvent(QShowEvent* pEvent) {
     m_pBeat->Shown();

@@ -34,6 +34,7 @@ public:
     void Synchronize();
 
 protected:
+    bool event(QEvent* pEvent) override;
     void showEvent(QShowEvent* pEvent) override;
 
 private:
@@ -44,6 +45,7 @@ private:
     std::vector<QString> m_sTips;
     QLabel* m_pTip;
     RepaintBeat* m_pBeat;
+    bool m_bTexts = false;  // the layout is asked for again because of new texts
 };
 
 }  // namespace toolkit

@@ -1,33 +1,63 @@
 // The beat of the views.
 #include "platform/toolkit/RepaintBeat.h"
 
+#include <QCoreApplication>
+#include <QPointer>
+#include <QTimer>
 #include <utility>
+#include <vector>
 
 namespace toolkit {
 
+namespace {
+
+// The one beat: begins with the first view that waits, and ends when all that wait by then have taken over.
+class SharedBeat : public QObject {
+public:
+    static SharedBeat& Instance() {
+        static QPointer<SharedBeat> p;
+        if (!p) p = new SharedBeat(QCoreApplication::instance());
+        return *p;
+    }
+    void Add(RepaintBeat* p) {
+        m_tWaiting.emplace_back(p);
+        if (!m_tTimer.isActive()) m_tTimer.start();
+    }
+
+private:
+    explicit SharedBeat(QObject* pParent) : QObject(pParent) {
+        m_tTimer.setSingleShot(true);
+        m_tTimer.setInterval(RepaintBeat::BeatMilliseconds);
+        connect(&m_tTimer, &QTimer::timeout, this, [this] {
+            for (const QPointer<RepaintBeat>& p : std::exchange(m_tWaiting, {})) {
+                if (p) p->Beat();
+            }
+        });
+    }
+
+    QTimer m_tTimer;
+    std::vector<QPointer<RepaintBeat>> m_tWaiting;
+};
+
+}  // namespace
+
 RepaintBeat::RepaintBeat(QWidget& tView, std::function<void()> tTake)
-    : QObject(&tView), m_tView(tView), m_tTake(std::move(tTake)) {
-    m_tTimer.setSingleShot(true);
-    m_tTimer.setInterval(BeatMilliseconds);
-    connect(&m_tTimer, &QTimer::timeout, this, &RepaintBeat::Beat);
-}
+    : QObject(&tView), m_tView(tView), m_tTake(std::move(tTake)) {}
 
 void RepaintBeat::Mark() {
     if (m_bWaiting) return;
     m_bWaiting = true;
-    m_tTimer.start();
+    SharedBeat::Instance().Add(this);
 }
 
 void RepaintBeat::Synchronize() {
     if (!m_bWaiting) return;
-    m_tTimer.stop();
     m_bWaiting = false;
     m_tTake();
 }
 
 void RepaintBeat::Beat() {
-    if (!m_tView.isVisible()) return;  // stays waiting: showing the view takes over
-    Synchronize();
+    if (m_tView.isVisible()) Synchronize();  // else it stays waiting: showing the view takes over
 }
 
 }  // namespace toolkit

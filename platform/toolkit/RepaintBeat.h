@@ -1,8 +1,8 @@
 // When a view takes over what its store holds: at the most ten times a second, and only while it can be seen. The
-// stores may change a million times in between.
+// stores may change a million times in between. All views have one beat, so that what changes together is painted
+// together: to wake up and to bring a window to the screen costs as much as to paint a view.
 #pragma once
 
-#include <QTimer>
 #include <QWidget>
 #include <functional>
 
@@ -16,19 +16,18 @@ public:
     // tTake brings tView up to date with its store.
     RepaintBeat(QWidget& tView, std::function<void()> tTake);
 
-    // The store has changed: takes over at the next beat.
+    // The store has changed: takes over at the next beat, BeatMilliseconds from now at the latest.
     void Mark();
     // Takes over now, seen or not, if anything has changed.
     void Synchronize();
     // The view has come into sight.
     void Shown() { Synchronize(); }
-
-private:
+    // Takes over if anything has changed and the view can be seen.
     void Beat();
 
+private:
     QWidget& m_tView;
     std::function<void()> m_tTake;
-    QTimer m_tTimer;
     bool m_bWaiting = false;
 };
 

@@ -28,6 +28,8 @@ private slots:
     void tipTellsTheMeaningOrTheWholeText();
     void panelsAreWideEnoughForTheirTemplates();
     void statusTipLeavesThePanelsInSight();
+    void textIsMarkedWithTheMouse();
+    void sameTextIsNotPaintedAgain();
 };
 
 void PanelBarTest::panelsCountFromOne() {
@@ -162,6 +164,40 @@ void PanelBarTest::statusTipLeavesThePanelsInSight() {
     QCOMPARE(t.width(), 500);
     t.ShowTip({});
     QVERIFY(!t.Tip().isVisible());
+}
+
+void PanelBarTest::textIsMarkedWithTheMouse() {
+    PanelBar t;
+    AddPanels(t);
+    t.resize(500, 30);
+    t.show();
+    t.SetPanelText(2, "Input Comm - No such device");
+    t.Synchronize();
+    QCoreApplication::processEvents();
+    QLabel& tPanel = t.Panel(2);
+    const int iMiddle = tPanel.height() / 2;
+    QTest::mouseMove(&tPanel, QPoint(2, iMiddle));
+    QTest::mousePress(&tPanel, Qt::LeftButton, {}, QPoint(2, iMiddle));
+    QTest::mouseMove(&tPanel, QPoint(tPanel.width() - 10, iMiddle));
+    QTest::mouseRelease(&tPanel, Qt::LeftButton, {}, QPoint(tPanel.width() - 10, iMiddle));
+    QCOMPARE(tPanel.selectedText(), QStringLiteral("Input Comm - No such device"));
+    QTest::mouseMove(&t.Panel(1), QPoint(2, iMiddle));
+    QCOMPARE(tPanel.selectedText(), QStringLiteral("Input Comm - No such device"));
+}
+
+void PanelBarTest::sameTextIsNotPaintedAgain() {
+    PanelBar t;
+    AddPanels(t);
+    t.show();
+    t.SetPanelText(2, "7 Targets");
+    t.Synchronize();
+    t.Panel(2).setText({});  // whoever takes over puts it back
+    t.SetPanelText(2, "7 Targets");
+    t.Synchronize();
+    QCOMPARE(t.Panel(2).text(), QString());
+    t.SetPanelText(2, "8 Targets");
+    t.Synchronize();
+    QCOMPARE(t.Panel(2).text(), QStringLiteral("8 Targets"));
 }
 
 QTEST_MAIN(PanelBarTest)

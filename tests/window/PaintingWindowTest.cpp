@@ -1,0 +1,162 @@
+// What the whole window paints: nothing while nothing changes, a panel for a second of the clocks, and during traffic
+// what a painting of everything would show.
+#include <QBackingStore>
+#include <QPaintEvent>
+#include <QScrollBar>
+#include <QTest>
+#include <random>
+
+#include "platform/toolkit/RepaintBeat.h"
+#include "tests/support/TestWindow.h"
+#include "tools/Traffic.h"
+
+using support::TestWindow;
+using support::World;
+
+namespace {
+
+constexpr int Rows = 256;  // of a full target table
+
+void Settle() {
+    for (int i = 0; i < 10; ++i) QCoreApplication::processEvents();
+}
+
+// On the Targets tab with all columns, both ports open, the table full.
+struct Watching {
+    World tWorld;
+    TestWindow t{tWorld};
+    simulator::Traffic tTraffic{{.iTargets = 300, .dtStart = runtime::MakeDateTime({2011, 5, 15}, 12, 0, 0)}};
+
+    Watching() {
+        t.Load();
+        t.resize(1200, 800);
+        t.cmbTargetDetail.SetText("All");
+        t.TargetGridSetup(false);
+        t.show();
+        t.SSTab.SetTab(ui::TabTargets);
+        t.StartBoth();
+        t.tmrComm.stop();  // the clocks tick when the test says so
+        t.tmrTime.stop();
+        while (t.grdTargetData.Cells.Rows() < Rows) HearLines(1);
+        t.grdTargetData.setFocus();
+        Show();
+    }
+    void HearLines(int iLines) {
+        for (int i = 0; i < iLines; ++i) t.FeedLine(static_cast<app::PortIndex>(i % 2), tTraffic.Next().sText);
+    }
+    void Show() {
+        t.Synchronize();
+        Settle();
+    }
+    QImage Screen() {
+        const auto* pPicture = dynamic_cast<const QImage*>(t.backingStore()->paintDevice());
+        return pPicture ? pPicture->convertToFormat(QImage::Format_RGB32) : QImage();
+    }
+    QImage Whole() { return t.grab().toImage().convertToFormat(QImage::Format_RGB32); }
+};
+
+// Notes what is painted and laid out from now on, in the window's coordinates.
+class Watch : public QObject {
+public:
+    explicit Watch(const QWidget& t) : m_tWindow(t) { QCoreApplication::instance()->installEventFilter(this); }
+    bool eventFilter(QObject* pObject, QEvent* pEvent) override {
+        const auto* pWidget = qobject_cast<const QWidget*>(pObject);
+        if (!pWidget || pWidget->window() != &m_tWindow) return false;
+        const QEvent::Type eType = pEvent->type();
+        if (eType == QEvent::LayoutRequest || eType == QEvent::Resize) ++iLayouts;
+        if (eType != QEvent::Paint) return false;
+        ++iPaintings;
+        const QRegion tRegion = static_cast<const QPaintEvent*>(pEvent)->region();
+        tPainted += tRegion.translated(pWidget->mapTo(&m_tWindow, QPoint(0, 0)));
+        return false;
+    }
+    int iPaintings = 0;
+    int iLayouts = 0;
+    QRegion tPainted;
+
+private:
+    const QWidget& m_tWindow;
+};
+
+}  // namespace
+
+class PaintingWindowTest : public QObject {
+    Q_OBJECT
+private slots:
+    void idleWindowPaintsNothing();
+    void sameTextsPaintNothing();
+    void aSecondPaintsItsPanels();
+    void trafficShowsAsAWholePaintingWould();
+};
+
+void PaintingWindowTest::idleWindowPaintsNothing() {
+    Watching w;
+    const Watch tWatch(w.t);
+    QWidget tOther;
+    tOther.setAttribute(Qt::WA_DontShowOnScreen);
+    int iBeats = 0;
+    toolkit::RepaintBeat tBeat(tOther, [&iBeats] { ++iBeats; });
+    tOther.show();
+    for (int i = 1; i <= 3; ++i) {
+        tBeat.Mark();
+        QTRY_COMPARE(iBeats, i);
+        Settle();
+    }
+    QCOMPARE(tWatch.iPaintings, 0);
+    QCOMPARE(tWatch.iLayouts, 0);
+}
+
+void PaintingWindowTest::sameTextsPaintNothing() {
+    Watching w;
+    const Watch tWatch(w.t);
+    w.t.Press("Start");
+    for (int i = 1; i <= 5; ++i) w.t.StatusBar.SetPanelText(i, w.t.StatusBar.PanelText(i));
+    w.t.txtGpsLat.SetText(w.t.txtGpsLat.Text());
+    w.t.cmbTargetTarget.SetText(w.t.cmbTargetTarget.Text());
+    w.Show();
+    QCOMPARE(tWatch.iPaintings, 0);
+    QCOMPARE(tWatch.iLayouts, 0);
+}
+
+void PaintingWindowTest::aSecondPaintsItsPanels() {
+    Watching w;
+    w.t.tmrTime_Timer();
+    w.t.tmrComm_Timer();
+    w.Show();
+    const Watch tWatch(w.t);
+    ++w.tWorld.dtNow.lSeconds;
+    w.t.tmrTime_Timer();
+    w.t.tmrComm_Timer();
+    w.Show();
+    QRegion tPanels;
+    for (const int iPanel : {3, 4, 5}) {
+        const QLabel& t = w.t.StatusBar.Panel(iPanel);
+        tPanels += QRect(t.mapTo(&w.t, QPoint(0, 0)), t.size());
+    }
+    QCOMPARE(w.t.Panel(5), std::string("12:00:01"));
+    QVERIFY(!tWatch.tPainted.isEmpty());
+    QCOMPARE(tWatch.tPainted - tPanels, QRegion());
+}
+
+void PaintingWindowTest::trafficShowsAsAWholePaintingWould() {
+    Watching w;
+    TestWindow& t = w.t;
+    std::mt19937 tRandom(7);
+    const auto Any = [&tRandom](int iFrom, int iTo) {
+        return iFrom + static_cast<int>(tRandom() % static_cast<unsigned>(iTo - iFrom + 1));
+    };
+    for (int i = 0; i < 60; ++i) {
+        w.HearLines(Any(0, 30));
+        if (Any(0, 4) == 0) t.Advance(1);
+        if (Any(0, 9) == 0) t.cmbTargetSort.SetListIndex(Any(0, 2));
+        if (Any(0, 9) == 0) t.grdTargetData.selectRow(Any(0, 30));
+        if (Any(0, 9) == 0) t.grdTargetData.verticalScrollBar()->setValue(Any(0, 300));
+        if (Any(0, 14) == 0) t.chkTargetTrack.toggle();
+        if (Any(0, 14) == 0) t.resize(Any(700, 1300), Any(500, 900));
+        w.Show();
+        QCOMPARE(w.Screen(), w.Whole());
+    }
+}
+
+QTEST_MAIN(PaintingWindowTest)
+#include "PaintingWindowTest.moc"
