@@ -2,7 +2,10 @@
 #include "app/frmMain.h"
 
 #include <QCloseEvent>
+#include <QContextMenuEvent>
+#include <QCoreApplication>
 #include <QEvent>
+#include <QShortcut>
 #include <QStatusTipEvent>
 
 namespace app {
@@ -27,6 +30,8 @@ void frmMain::ConnectEvents() {
         connect(pBox, &toolkit::MaskedBox::Click, this, [this, pBox] { PositionFieldClick(*pBox); });
         connect(pBox, &toolkit::MaskedBox::KeyDown, this, [this, pBox](int i) { PositionFieldKeyDown(*pBox, i); });
         connect(pBox, &toolkit::MaskedBox::KeyPress, this, [this, pBox](char c) { PositionFieldKeyPress(*pBox, c); });
+        connect(pBox, &toolkit::MaskedBox::Paste, this,
+                [this, pBox](const QString& s) { PositionFieldPaste(*pBox, s); });
     }
     connect(&cmbTargetDetail, &toolkit::ComboBox::Click, this, &frmMain::cmbTargetDetail_Click);
     connect(&cmbTargetSort, &toolkit::ComboBox::Click, this, &frmMain::cmbTargetSort_Click);
@@ -35,11 +40,29 @@ void frmMain::ConnectEvents() {
     connect(&grdTargetData, &toolkit::Grid::DblClicked, this, &frmMain::grdTargetData_DblClick);
     connect(&grdTargetData, &toolkit::Grid::MouseMoved, this, &frmMain::grdTargetData_MouseMove);
     connect(&grdTargetData, &toolkit::Grid::RowActivated, this, &frmMain::grdTargetData_RowActivated);
+    connect(&grdTargetData, &toolkit::Grid::MenuAsked, this, &frmMain::TargetMenu);
+    const auto tSavedAs = [this](const toolkit::Grid& grd, const char* sFileName) {
+        connect(&grd, &toolkit::Grid::SaveAsked, this,
+                [this, &grd, sFileName] { TableSave(grd, QLatin1String(sFileName)); });
+    };
+    tSavedAs(grdTargetData, "Tidewatch Targets.csv");
+    tSavedAs(grdMessageData, "Tidewatch Messages.csv");
+    tSavedAs(grdSpecData, "Tidewatch Spec.csv");
+    // The Menu key comes from the system, this one does not.
+    connect(new QShortcut(Qt::SHIFT | Qt::Key_F10, this), &QShortcut::activated, this, &frmMain::OpenMenuOfFocus);
     connect(&cmdTimingApply, &QPushButton::clicked, this, &frmMain::TimingPlan);
     for (toolkit::TextBox* pBox : {&txtTimingRateTx, &txtTimingRateRc, &txtTimingTimeSpan}) {
         connect(pBox, &QLineEdit::returnPressed, this, &frmMain::TimingPlan);
     }
     Client.installEventFilter(this);
+}
+
+void frmMain::OpenMenuOfFocus() {
+    QWidget* pHolder = focusWidget();
+    if (pHolder == nullptr) return;
+    const QPoint tPlace = pHolder->inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
+    QContextMenuEvent tEvent(QContextMenuEvent::Keyboard, tPlace, pHolder->mapToGlobal(tPlace));
+    QCoreApplication::sendEvent(pHolder, &tEvent);
 }
 
 // The stock answer to a status tip lays it over the panels.

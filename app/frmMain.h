@@ -146,6 +146,11 @@ public:
     void grdTargetData_MouseMove(float fX, float fY);
     void grdTargetData_RowActivated(std::int32_t lRow);
 
+    // Tables' menus (targets/frmMain_TableMenus)
+    void TableSave(const toolkit::Grid& grd, const QString& sFileName);  // what it shows, as comma-separated values
+    void TargetMenu(QMenu& tMenu, std::int32_t lRow);                    // the target table's own entries
+    void TargetTrackShip(std::string_view sMmsi);
+
     // Message statistics and reporting rates (targets/frmMain_Messages, _Spec)
     void MessageGridSetup();
     void MessageCount(std::int32_t lMessageId);
@@ -167,6 +172,7 @@ public:
     void PositionFieldKeyDown(toolkit::MaskedBox& txt, int iKeyCode);
     void PositionFieldKeyPress(toolkit::MaskedBox& txt, char cTyped);
     void PositionFieldStep(toolkit::MaskedBox& txt, int iDirection);
+    void PositionFieldPaste(toolkit::MaskedBox& txt, const QString& sPasted);
 
     // Timing planner (ui/frmMain_Timing)
     void TimingPlan();
@@ -203,6 +209,8 @@ protected:
     // Into the list of targets, and the selected one if there is none yet; answers the seconds since the target's
     // previous message, negative across midnight.
     std::int32_t TargetHeard(DateTime dt, std::int32_t lMmsi);
+    void TargetLayOutColumns();  // widths and headers for the detail mode
+    void OpenMenuOfFocus();
     // An error of the run, in panel 2.
     void ShowError(std::string_view sText);
 

@@ -114,6 +114,7 @@ void frmMain::PlaybackBurst(PortIndex Index) {
 
 // Panel 4 and the AIS and GPS logs are left as they are on purpose.
 void frmMain::ClearDisplays() {
+    SetHints(true);
     lstCommData(0).Lines.Clear();
     lstCommData(1).Lines.Clear();
     tmrComm.stop();

@@ -89,6 +89,7 @@ void frmMain::CommSetControls(bool bRunning) {
     tSet(ui::KeyPlaybackBurst, !bRunning, false);
     m_bPlaybackBurst = false;
 
+    SetHints(bRunning);
     if (bRunning) {
         tmrComm.start();
     } else {

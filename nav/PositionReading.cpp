@@ -138,6 +138,7 @@ std::optional<double> ReadLatitude(std::string_view sText) { return ReadCoordina
 std::optional<double> ReadLongitude(std::string_view sText) { return ReadCoordinate(sText, Longitude); }
 
 std::optional<Position> ReadPosition(std::string_view sText) {
+    if (ReadLatitude(sText) || ReadLongitude(sText)) return std::nullopt;  // "4 8.6 W" is not 4 N, 8.6 W
     std::optional<Position> tFound;
     const std::size_t lLength = sText.size();
     for (std::size_t i = 1; i < lLength; ++i) {

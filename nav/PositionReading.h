@@ -24,7 +24,7 @@ std::optional<double> ReadLatitude(std::string_view sText);
 std::optional<double> ReadLongitude(std::string_view sText);
 
 // A latitude and a longitude behind it, with a comma, a semicolon, a line end or blanks in between. Nothing when the
-// text can be divided in no way, or in more than one.
+// text can be divided in no way, or in more than one, or is one coordinate.
 std::optional<Position> ReadPosition(std::string_view sText);
 
 }  // namespace nav

@@ -158,6 +158,8 @@ public:
     const std::map<std::string, Rect>& Rects() const { return m_tRects; }
 
 protected:
+    // What the empty views say, by whether they wait for Start or for the first line.
+    void SetHints(bool bRunning);
     // Works out where everything stands in the present font and style.
     void DesignPlaces();
     // Puts a control somewhere; what the latest layout gave it is kept in Rects.

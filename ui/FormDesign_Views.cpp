@@ -1,4 +1,6 @@
 // The tabs that show what was heard: AIS, GPS, Targets, Messages, Spec; and About.
+#include <QLineEdit>
+
 #include "platform/toolkit/FieldWidth.h"
 #include "platform/toolkit/Icons.h"
 #include "platform/toolkit/Twips.h"
@@ -33,6 +35,10 @@ void FormDesign::DesignViews() {
     txtGpsLon.setToolTip(QStringLiteral("Longitude"));
     txtGpsLat.setAccessibleName(QStringLiteral("Own latitude"));
     txtGpsLon.setAccessibleName(QStringLiteral("Own longitude"));
+    const QString sTyping =
+        QStringLiteral("Type the digits one over the other, %1 at the end; arrow keys move and step, the menu pastes");
+    txtGpsLat.setStatusTip(sTyping.arg(QLatin1String("N or S")));
+    txtGpsLon.setStatusTip(sTyping.arg(QLatin1String("E or W")));
     txtGpsLat.SetText("00 00.00 N");
     txtGpsLon.SetText("000 00.00 W");
 
@@ -41,6 +47,7 @@ void FormDesign::DesignViews() {
     cmbTargetSort.SetItems(targets::SortCriteria);
     cmbTargetDetail.setToolTip(QStringLiteral("Detail Data"));
     cmbTargetSort.setToolTip(QStringLiteral("Sort Targets Criteria"));
+    cmbTargetTarget.lineEdit()->setPlaceholderText(QStringLiteral("none yet"));
     cmbTargetTarget.setToolTip(QStringLiteral("Selected Target"));
     for (QComboBox* pBox : {static_cast<QComboBox*>(&cmbTargetDetail), static_cast<QComboBox*>(&cmbTargetSort)}) {
         pBox->setSizeAdjustPolicy(QComboBox::AdjustToContents);

@@ -1,6 +1,7 @@
 // The own-position boxes: events in, mask rules (ui/PositionField) applied, the position kept. Whatever changes a text,
 // its change handler parses it: the boxes are the only way into the own position.
 #include "app/frmMain.h"
+#include "nav/PositionReading.h"
 
 namespace app {
 
@@ -10,6 +11,23 @@ ui::PositionFieldState StateOf(const toolkit::MaskedBox& txt) { return {txt.Text
 
 constexpr int KeyUp = 38;
 constexpr int KeyDown = 40;
+constexpr int QuotedChars = 30;  // of a text that was refused
+
+// The marks that other programs put into positions, as those of Latin-1.
+std::string WithPlainMarks(QString sText) {
+    for (const char16_t c : {u'\u2032', u'\u2019', u'\u00b4'}) sText.replace(QChar(c), QLatin1Char('\''));
+    for (const char16_t c : {u'\u2033', u'\u201d'}) sText.replace(QChar(c), QLatin1Char('"'));
+    for (const char16_t c : {u'\u2212', u'\u2013'}) sText.replace(QChar(c), QLatin1Char('-'));
+    for (const char16_t c : {u'\u2009', u'\u202f'}) sText.replace(QChar(c), QLatin1Char(' '));
+    return toolkit::ToLatin1(sText);
+}
+
+// Puts in a text as if it had been typed: the same character stays selected.
+void PutText(toolkit::MaskedBox& txt, const std::string& sText) {
+    const int iStart = txt.SelStart();
+    txt.SetText(sText);
+    txt.SetSelection(iStart, 1);
+}
 
 }  // namespace
 
@@ -51,12 +69,26 @@ void frmMain::PositionFieldKeyPress(toolkit::MaskedBox& txt, char cTyped) {
     txt.TypeOver(t.sText, t.iStart, t.iLength);
 }
 
+// Into this box what belongs there; a latitude and longitude at once into both.
+void frmMain::PositionFieldPaste(toolkit::MaskedBox& txt, const QString& sPasted) {
+    const std::string sText = WithPlainMarks(sPasted);
+    const bool bLatitude = MaskOf(txt).bLatitude;
+    if (const auto dRead = bLatitude ? nav::ReadLatitude(sText) : nav::ReadLongitude(sText)) {
+        PutText(txt, bLatitude ? LatitudeToString(*dRead) : LongitudeToString(*dRead));
+    } else if (const auto tRead = nav::ReadPosition(sText)) {
+        PutText(txtGpsLat, LatitudeToString(tRead->dLatitude));
+        PutText(txtGpsLon, LongitudeToString(tRead->dLongitude));
+    } else {
+        const QString sQuoted = sPasted.simplified().left(QuotedChars);
+        ShowError("Paste - \"" + toolkit::ToLatin1(sQuoted) + "\" is no " + (bLatitude ? "latitude" : "longitude"));
+    }
+}
+
 void frmMain::PositionFieldStep(toolkit::MaskedBox& txt, int iDirection) {
     const ui::PositionFieldState t = StateOf(txt);
     const auto sStepped = ui::PositionFieldStep(t, iDirection, MaskOf(txt));
     if (!sStepped) return;
-    txt.SetText(*sStepped);
-    txt.SetSelection(t.iStart, 1);
+    PutText(txt, *sStepped);
 }
 
 }  // namespace app

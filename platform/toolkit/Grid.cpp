@@ -3,12 +3,10 @@
 
 #include <QAccessible>
 #include <QClipboard>
-#include <QContextMenuEvent>
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QMenu>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QStatusTipEvent>
@@ -17,6 +15,7 @@
 #include <utility>
 
 #include "platform/toolkit/CellDelegate.h"
+#include "platform/toolkit/ContextMenu.h"
 #include "platform/toolkit/GridModel.h"
 #include "platform/toolkit/Latin1.h"
 #include "platform/toolkit/RepaintBeat.h"
@@ -101,13 +100,27 @@ void Grid::TakeOver() {
         return;
     }
     Cells.Changed.Clear();
-    const QItemSelection tSelected = selectionModel()->selection();
-    m_pModel->Publish(std::ranges::any_of(tSelected, [](const auto& tRange) { return tRange.height() > 1; }));
+    const QString sHint = EmptyHint();
+    TakeOverRows();
     TakeOverColumns();
     for (int iRow = 1; iRow < Cells.Rows(); ++iRow) {
         if (isRowHidden(iRow - 1) != Cells.Hidden(iRow)) setRowHidden(iRow - 1, Cells.Hidden(iRow));
     }
+    if (EmptyHint() != sHint) viewport()->update();
     TellPointed();  // another row may have come under the mouse
+}
+
+// The keyboard cursor whose row is gone goes to the nearest one; neither scroll position nor selection follow it there.
+void Grid::TakeOverRows() {
+    const QModelIndex tCursor = currentIndex();
+    const int iNearest = tCursor.isValid() ? m_pModel->NearestLiveRow(tCursor.row()) : -1;
+    const int iColumn = tCursor.column();
+    const QItemSelection tSelected = selectionModel()->selection();
+    m_pModel->Publish(std::ranges::any_of(tSelected, [](const auto& tRange) { return tRange.height() > 1; }));
+    if (iNearest < 0 || currentIndex().isValid()) return;
+    setAutoScroll(false);
+    selectionModel()->setCurrentIndex(m_pModel->index(iNearest - 1, iColumn), QItemSelectionModel::NoUpdate);
+    setAutoScroll(true);
 }
 
 void Grid::TakeOverColumns() {
@@ -241,12 +254,36 @@ void Grid::keyPressEvent(QKeyEvent* pEvent) {
 }
 
 void Grid::contextMenuEvent(QContextMenuEvent* pEvent) {
-    QMenu tMenu(this);
-    QAction* pCopy = tMenu.addAction(QStringLiteral("&Copy"), this, &Grid::CopySelection);
-    pCopy->setShortcut(QKeySequence::Copy);
-    pCopy->setEnabled(selectionModel()->hasSelection());
-    tMenu.addAction(QStringLiteral("Select &All"), this, &Grid::selectAll)->setShortcut(QKeySequence::SelectAll);
-    tMenu.exec(pEvent->globalPos());
+    QMenu& tMenu = NewContextMenu(*this);
+    const bool bSelected = selectionModel()->hasSelection();
+    AddEntry(tMenu, QStringLiteral("&Copy"), QKeySequence::Copy, bSelected, [this] { CopySelection(); });
+    AddEntry(tMenu, QStringLiteral("Copy with Column &Names"), {}, bSelected, [this] { CopySelection(true); });
+    AddEntry(tMenu, QStringLiteral("&Save as CSV..."), {}, true, [this] { emit SaveAsked(); });
+    AddEntry(tMenu, QStringLiteral("Select &All"), QKeySequence::SelectAll, m_pModel->rowCount() > 0,
+             [this] { selectAll(); });
+    const bool bKeyboard = pEvent->reason() == QContextMenuEvent::Keyboard;
+    const QModelIndex tIndex = bKeyboard ? currentIndex() : indexAt(pEvent->pos());
+    emit MenuAsked(tMenu, tIndex.isValid() ? LiveRow(tIndex.row() + 1) : -1);
+    OpenContextMenu(tMenu, *pEvent, *viewport(), visualRect(currentIndex()));
+}
+
+void Grid::SetEmptyHints(const QString& sNoRows, const QString& sAllHidden, int iAlwaysShown) {
+    m_sNoRowsHint = sNoRows;
+    m_sAllHiddenHint = sAllHidden;
+    m_iAlwaysShown = iAlwaysShown;
+    viewport()->update();
+}
+
+QString Grid::EmptyHint() const {
+    const int iShown = verticalHeader()->count() - verticalHeader()->hiddenSectionCount();
+    if (iShown > m_iAlwaysShown) return {};
+    return m_pModel->rowCount() == 0 ? m_sNoRowsHint : m_sAllHiddenHint;
+}
+
+void Grid::FitColumns() {
+    for (int iCol = 0; iCol < m_pModel->columnCount(); ++iCol) {
+        if (!isColumnHidden(iCol)) resizeColumnToContents(iCol);
+    }
 }
 
 void Grid::scrollContentsBy(int iX, int iY) {
@@ -271,25 +308,42 @@ void Grid::changeEvent(QEvent* pEvent) {
     }
 }
 
-QString Grid::SelectedText() const {
+QString Grid::SelectedText(bool bNames) const {
     QModelIndexList tRows = selectionModel()->selectedRows(0);
     std::ranges::sort(tRows, {}, [](const QModelIndex& t) { return t.row(); });
+    const auto tLine = [this](const auto& tText) {
+        QStringList sCells;
+        for (int iCol = 0; iCol < m_pModel->columnCount(); ++iCol) {
+            if (!isColumnHidden(iCol)) sCells << tText(iCol);
+        }
+        return sCells.join(QLatin1Char('\t')) + QLatin1Char('\n');
+    };
     QString sText;
     for (const QModelIndex& tRow : tRows) {
         if (isRowHidden(tRow.row())) continue;
-        QStringList sCells;
-        for (int iCol = 0; iCol < m_pModel->columnCount(); ++iCol) {
-            if (!isColumnHidden(iCol)) sCells << tRow.siblingAtColumn(iCol).data().toString();
-        }
-        sText += sCells.join(QLatin1Char('\t')) + QLatin1Char('\n');
+        sText += tLine([&](int iCol) { return tRow.siblingAtColumn(iCol).data().toString(); });
     }
-    return sText;
+    if (!bNames || sText.isEmpty()) return sText;
+    return tLine([&](int iCol) { return m_pModel->headerData(iCol, Qt::Horizontal, Qt::DisplayRole).toString(); }) +
+           sText;
 }
 
-void Grid::CopySelection() const {
+void Grid::CopySelection(bool bNames) const {
     m_pBeat->Synchronize();  // rows that have gone since are no longer selected
-    const QString sText = SelectedText();
+    const QString sText = SelectedText(bNames);
     if (!sText.isEmpty()) QGuiApplication::clipboard()->setText(sText);
+}
+
+std::vector<std::vector<std::string>> Grid::ShownCells() const {
+    std::vector<std::vector<std::string>> sRows;
+    for (int iRow = 0; iRow < Cells.Rows(); ++iRow) {
+        if (Cells.Hidden(iRow)) continue;
+        std::vector<std::string>& sCells = sRows.emplace_back();
+        for (int iCol = 0; iCol < Cells.Cols(); ++iCol) {
+            if (!isColumnHidden(iCol)) sCells.push_back(Cells.Text(iRow, iCol));
+        }
+    }
+    return sRows;
 }
 
 }  // namespace toolkit

@@ -13,6 +13,8 @@
 
 #include "platform/runtime/GridCells.h"
 
+class QMenu;
+
 namespace toolkit {
 
 class CellDelegate;
@@ -61,12 +63,25 @@ public:
     void DblClick() { emit DblClicked(); }
     void MouseMove(float fX, float fY) { emit MouseMoved(fX, fY); }
 
+    // What stands in the middle of the view while it shows no row but those that always stand there: one text for a
+    // table without rows, one for rows that are all hidden.
+    void SetEmptyHints(const QString& sNoRows, const QString& sAllHidden, int iAlwaysShown = 0);
+    QString EmptyHint() const;  // as it stands there now; empty over rows
+
     void Synchronize();
-    // The selected rows, top to bottom, shown columns only, separated by tabs, a line each.
-    QString SelectedText() const;
-    void CopySelection() const;
+    // The selected rows, top to bottom, shown columns only, separated by tabs, a line each; the columns' names in front
+    // if bNames.
+    QString SelectedText(bool bNames = false) const;
+    void CopySelection(bool bNames = false) const;
+    // The columns' names and every shown row, shown columns only, as by now.
+    std::vector<std::vector<std::string>> ShownCells() const;
+    // Shown columns as wide as what they hold.
+    void FitColumns();
 
 signals:
+    // The context menu is about to open on a row of Cells, -1 for none: the owner may add to it.
+    void MenuAsked(QMenu& tMenu, int iRow);
+    void SaveAsked();  // chosen in the menu
     // On the cell that was under the mouse at the press, wherever its row of Cells stands by now; -1 when it is gone.
     void Clicked(int iRow, int iCol);
     void DblClicked();
@@ -88,6 +103,7 @@ protected:
 private:
     void TakeOver();
     void TakeOverColumns();
+    void TakeOverRows();
     void PaintRows(QPainter& tPainter, const QRegion& tDirty, const QColor& tLine);
     void PaintRow(QPainter& tPainter, int iRow, const QRect& tRow, const QRect& tDirty);
     void Press(QPoint tPlace);
@@ -105,7 +121,10 @@ private:
     QPersistentModelIndex m_tPressed;  // the cell of the press: follows its row
     QRect m_tPressedPlace;             // where that cell was, in the viewport; a release elsewhere is no click
     std::optional<QPoint> m_tPointed;  // the mouse in the viewport
-    QString m_sTold;                   // the window's latest status tip from here
+    QString m_sNoRowsHint;
+    QString m_sAllHiddenHint;
+    int m_iAlwaysShown = 0;
+    QString m_sTold;  // the window's latest status tip from here
 };
 
 }  // namespace toolkit

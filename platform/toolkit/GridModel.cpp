@@ -49,6 +49,17 @@ int GridModel::LiveRow(int iPublished) const {
     return -1;
 }
 
+int GridModel::NearestLiveRow(int iPublished) const {
+    const int iRows = rowCount();
+    for (int iStep = 0; iStep < iRows; ++iStep) {
+        for (const int iNear : {iPublished + iStep, iPublished - iStep}) {
+            const int iRow = LiveRow(iNear);
+            if (iRow > 0 && !m_tCells.Hidden(iRow)) return iRow;
+        }
+    }
+    return -1;
+}
+
 QVariant GridModel::headerData(int iSection, Qt::Orientation eOrientation, int iRole) const {
     if (eOrientation != Qt::Horizontal || m_tCells.Rows() == 0 || iSection >= m_tCells.Cols()) return {};
     if (iRole == Qt::DisplayRole) return FromLatin1(m_tCells.Text(0, iSection));

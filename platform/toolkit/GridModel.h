@@ -24,6 +24,10 @@ public:
     // gone.
     int LiveRow(int iPublished) const;
 
+    // The row of Cells nearest to one that the view knows, of those that it knows and that are shown still, the one
+    // below first; -1 when there is none.
+    int NearestLiveRow(int iPublished) const;
+
     // Brings the view's picture up to the cells: row count, rows that moved (selection and cursor follow them), texts.
     // Names only the rows that are to be painted anew, unless the whole layout may have changed: the number of rows, a
     // selected row that is gone, or, with bRanges, rows that are selected as ranges and may have been torn apart.

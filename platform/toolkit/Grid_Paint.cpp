@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "platform/toolkit/CellDelegate.h"
+#include "platform/toolkit/EmptyHint.h"
 #include "platform/toolkit/Grid.h"
 #include "platform/toolkit/GridModel.h"
 #include "platform/toolkit/Latin1.h"
@@ -20,6 +21,7 @@ constexpr int GridLine = 1;  // pixels at the right and at the bottom of every c
 }  // namespace
 
 void Grid::paintEvent(QPaintEvent* pEvent) {
+    PaintEmptyHint(*viewport(), EmptyHint());
     QPainter tPainter(viewport());
     QStyleOptionViewItem tOption;
     initViewItemOption(&tOption);

@@ -2,17 +2,20 @@
 #include "platform/toolkit/LogList.h"
 
 #include <QClipboard>
-#include <QContextMenuEvent>
 #include <QFontDatabase>
 #include <QGuiApplication>
 #include <QKeyEvent>
-#include <QMenu>
+#include <QMouseEvent>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <algorithm>
 
+#include "platform/toolkit/ContextMenu.h"
+#include "platform/toolkit/EmptyHint.h"
 #include "platform/toolkit/LogModel.h"
+#include "platform/toolkit/NewestMark.h"
 #include "platform/toolkit/RepaintBeat.h"
 
 namespace toolkit {
@@ -63,7 +66,10 @@ public:
 }  // namespace
 
 LogList::LogList(QWidget* pParent)
-    : QListView(pParent), m_pModel(new LogModel(Lines, this)), m_pBeat(new RepaintBeat(*this, [this] { TakeOver(); })) {
+    : QListView(pParent),
+      m_pModel(new LogModel(Lines, this)),
+      m_pBeat(new RepaintBeat(*this, [this] { TakeOver(); })),
+      m_pMark(new NewestMark(this)) {
     setModel(m_pModel);
     setItemDelegate(new LineDelegate(this));
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
@@ -73,38 +79,133 @@ LogList::LogList(QWidget* pParent)
     setVerticalScrollMode(ScrollPerItem);
     setHorizontalScrollMode(ScrollPerPixel);
     Lines.Changed.SetListener([this] { m_pBeat->Mark(); });
+    connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this] {
+        if (m_bOwnMove) return;
+        m_bAtNewest = AtEnd();
+        ShowMark();
+    });
+    connect(m_pMark, &NewestMark::clicked, this, &LogList::FollowNewest);
 }
 
 LogList::~LogList() { Lines.Changed.SetListener({}); }
 
 void LogList::SetShowsMarks(bool bShowsMarks) { m_pModel->bShowsMarks = bShowsMarks; }
 
+void LogList::SetEmptyHint(const QString& sHint) {
+    m_sEmptyHint = sHint;
+    viewport()->update();
+}
+
+QString LogList::EmptyHint() const { return m_pModel->rowCount() == 0 ? m_sEmptyHint : QString(); }
+
 void LogList::TakeOver() {
-    Lines.Changed.Clear();
-    m_pModel->Publish();
-    const int iLast = m_pModel->rowCount() - 1;
-    if (iLast < 0) return;
-    selectionModel()->setCurrentIndex(m_pModel->index(iLast), QItemSelectionModel::NoUpdate);
-    scrollToBottom();
+    const bool bFollows = Follows();
+    const int iTop = verticalScrollBar()->value();
+    const int iLeft = horizontalScrollBar()->value();
+    {
+        const QScopedValueRollback tOwnMove(m_bOwnMove, true);
+        Lines.Changed.Clear();
+        const auto iGone = m_pModel->Publish();
+        executeDelayedItemsLayout();
+        if (bFollows || !iGone) {
+            GoToNewest();
+        } else {
+            verticalScrollBar()->setValue(iTop - *iGone);
+            m_iGoneSincePress += *iGone;
+            m_bAtNewest = m_bAtNewest && AtEnd();
+        }
+    }
+    horizontalScrollBar()->setValue(iLeft);
+    ShowMark();
+}
+
+bool LogList::Follows() const {
+    const bool bHeld = m_bButtonHeld || verticalScrollBar()->isSliderDown();
+    return m_bAtNewest && !bHeld && !selectionModel()->hasSelection();
+}
+
+void LogList::FollowNewest() {
+    const QScopedValueRollback tOwnMove(m_bOwnMove, true);
+    clearSelection();
+    GoToNewest();
+    ShowMark();
+}
+
+// With the cursor, where the user's next selection by keys begins.
+void LogList::GoToNewest() {
+    m_bAtNewest = true;
+    setCurrentIndex(m_pModel->index(CurrentLine()));
+    verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+}
+
+bool LogList::AtEnd() const { return verticalScrollBar()->value() == verticalScrollBar()->maximum(); }
+
+void LogList::ShowMark() {
+    const bool bShow = !m_bAtNewest && !AtEnd();
+    if (bShow) m_pMark->PutInto(viewport()->geometry());
+    m_pMark->setVisible(bShow);
 }
 
 void LogList::Synchronize() { m_pBeat->Synchronize(); }
+
+int LogList::CurrentLine() const { return m_pModel->rowCount() - 1; }
+
+// The cursor that goes with the newest line selects nothing.
+QItemSelectionModel::SelectionFlags LogList::selectionCommand(const QModelIndex& tIndex, const QEvent* pEvent) const {
+    return m_bOwnMove ? QItemSelectionModel::NoUpdate : QListView::selectionCommand(tIndex, pEvent);
+}
+
+// Dragging selects from a place among all lines, as it was at the press.
+void LogList::setSelection(const QRect& tRect, QItemSelectionModel::SelectionFlags eCommand) {
+    const int iGone = state() == DragSelectingState ? m_iGoneSincePress * sizeHintForRow(0) : 0;
+    QListView::setSelection(QRect(tRect.topLeft() - QPoint(0, iGone), tRect.bottomRight()), eCommand);
+}
+
+bool LogList::viewportEvent(QEvent* pEvent) {
+    if (pEvent->type() == QEvent::MouseButtonPress) m_iGoneSincePress = 0;
+    switch (pEvent->type()) {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::MouseMove:
+        case QEvent::MouseButtonRelease:
+            m_bButtonHeld = static_cast<QMouseEvent*>(pEvent)->buttons().testFlag(Qt::LeftButton);
+            break;
+        default:
+            break;
+    }
+    return QListView::viewportEvent(pEvent);
+}
+
+void LogList::paintEvent(QPaintEvent* pEvent) {
+    QListView::paintEvent(pEvent);
+    PaintEmptyHint(*viewport(), EmptyHint());
+}
 
 void LogList::keyPressEvent(QKeyEvent* pEvent) {
     if (pEvent->matches(QKeySequence::Copy)) {
         CopySelection();
         return;
     }
+    if (pEvent->key() == Qt::Key_End && (pEvent->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier) {
+        FollowNewest();
+        return;
+    }
+    const QPersistentModelIndex tBefore = currentIndex();
     QListView::keyPressEvent(pEvent);
+    if (currentIndex() == tBefore) return;
+    m_bAtNewest = currentIndex().row() == CurrentLine() && AtEnd();
+    ShowMark();
 }
 
 void LogList::contextMenuEvent(QContextMenuEvent* pEvent) {
-    QMenu tMenu(this);
-    QAction* pCopy = tMenu.addAction(QStringLiteral("&Copy"), this, &LogList::CopySelection);
-    pCopy->setShortcut(QKeySequence::Copy);
-    pCopy->setEnabled(selectionModel()->hasSelection());
-    tMenu.addAction(QStringLiteral("Select &All"), this, &LogList::selectAll)->setShortcut(QKeySequence::SelectAll);
-    tMenu.exec(pEvent->globalPos());
+    QMenu& tMenu = NewContextMenu(*this);
+    AddEntry(tMenu, QStringLiteral("&Copy"), QKeySequence::Copy, selectionModel()->hasSelection(),
+             [this] { CopySelection(); });
+    AddEntry(tMenu, QStringLiteral("Select &All"), QKeySequence::SelectAll, CurrentLine() >= 0,
+             [this] { selectAll(); });
+    tMenu.addSeparator();
+    AddEntry(tMenu, QStringLiteral("&Follow the Newest"), Qt::Key_End, !Follows(), [this] { FollowNewest(); });
+    OpenContextMenu(tMenu, *pEvent, *viewport(), visualRect(currentIndex()));
 }
 
 void LogList::showEvent(QShowEvent* pEvent) {
@@ -114,7 +215,15 @@ void LogList::showEvent(QShowEvent* pEvent) {
 
 void LogList::resizeEvent(QResizeEvent* pEvent) {
     QListView::resizeEvent(pEvent);
-    if (m_pModel->rowCount() > 0) scrollToBottom();
+    m_bAtNewest = m_bAtNewest || AtEnd();
+    ShowMark();
+}
+
+// Whatever changes the room for the lines, a view that stands at its end stays there.
+void LogList::updateGeometries() {
+    const QScopedValueRollback tOwnMove(m_bOwnMove, true);
+    QListView::updateGeometries();
+    if (m_bAtNewest) verticalScrollBar()->setValue(verticalScrollBar()->maximum());
 }
 
 QString LogList::SelectedText() const {

@@ -1,7 +1,9 @@
 // A bounded log list: a list view over LogLines whose lines can carry a mark (decoded, forwarded). The newest line is
-// the current one and stays in view. The user's own selection, for copying, is apart from the marks.
+// the current one and stays in view, until the user scrolls back or selects: then the lines that he reads stay, and
+// move up only as old ones roll out. His own cursor and selection, for copying, are apart from current line and marks.
 #pragma once
 
+#include <QItemSelectionModel>
 #include <QListView>
 #include <string_view>
 
@@ -10,6 +12,7 @@
 namespace toolkit {
 
 class LogModel;
+class NewestMark;
 class RepaintBeat;
 
 class LogList : public QListView {
@@ -23,21 +26,46 @@ public:
     // Marks are drawn, and told to a screen reader, in lists that carry them.
     void SetShowsMarks(bool bShowsMarks);
 
+    // What stands in the middle of the view while there is no line.
+    void SetEmptyHint(const QString& sHint);
+    QString EmptyHint() const;  // as it stands there now; empty over lines
+
     void Synchronize();
+    int CurrentLine() const;  // of the store: the newest that the view knows, -1 when there is none
+    // Whether the newest line is kept in view: while the view stands at its end, no button is held and nothing is
+    // selected.
+    bool Follows() const;
+    // Leads back to the newest line, without a selection.
+    void FollowNewest();
     QString SelectedText() const;
     void CopySelection() const;
 
 protected:
+    bool viewportEvent(QEvent* pEvent) override;
+    void paintEvent(QPaintEvent* pEvent) override;
     void keyPressEvent(QKeyEvent* pEvent) override;
     void contextMenuEvent(QContextMenuEvent* pEvent) override;
     void showEvent(QShowEvent* pEvent) override;
     void resizeEvent(QResizeEvent* pEvent) override;
+    void updateGeometries() override;
+    void setSelection(const QRect& tRect, QItemSelectionModel::SelectionFlags eCommand) override;
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& tIndex,
+                                                         const QEvent* pEvent) const override;
 
 private:
     void TakeOver();
+    void GoToNewest();
+    bool AtEnd() const;
+    void ShowMark();
 
     LogModel* m_pModel;
     RepaintBeat* m_pBeat;
+    NewestMark* m_pMark;
+    QString m_sEmptyHint;
+    bool m_bAtNewest = true;  // the user has not left the end
+    bool m_bButtonHeld = false;
+    int m_iGoneSincePress = 0;  // lines that have rolled out while the button is held
+    bool m_bOwnMove = false;    // what scrolls or moves the cursor now is not the user
 };
 
 }  // namespace toolkit

@@ -35,26 +35,27 @@ int LogModel::LiveLine(int iPublished) const {
     return lNumber < lOldest ? -1 : static_cast<int>(lNumber - lOldest);
 }
 
-void LogModel::Publish() {
+std::optional<int> LogModel::Publish() {
     std::size_t lLongest = 0;
     for (int i = 0; i < m_tLines.Count(); ++i) lLongest = std::max(lLongest, m_tLines.Line(i).size());
     m_iLongest = static_cast<int>(lLongest);
-    PublishLines();
+    return PublishLines();
 }
 
-void LogModel::PublishLines() {
+std::optional<int> LogModel::PublishLines() {
     if (m_lPublishedCleared != m_tLines.Cleared()) {
         beginResetModel();
         m_lPublishedCleared = m_tLines.Cleared();
         m_lPublishedAdded = m_tLines.Added();
         m_iPublished = m_tLines.Count();
         endResetModel();
-        return;
+        return std::nullopt;
     }
     const std::uint64_t lNew = m_tLines.Added() - m_lPublishedAdded;
     const int iKept = m_tLines.Count() - static_cast<int>(std::min<std::uint64_t>(lNew, m_tLines.Count()));
-    if (iKept < m_iPublished) {
-        beginRemoveRows({}, 0, m_iPublished - iKept - 1);
+    const int iGone = std::max(0, m_iPublished - iKept);
+    if (iGone > 0) {
+        beginRemoveRows({}, 0, iGone - 1);
         m_iPublished = iKept;
         endRemoveRows();
     }
@@ -64,6 +65,7 @@ void LogModel::PublishLines() {
         m_lPublishedAdded = m_tLines.Added();
         endInsertRows();
     }
+    return iGone;
 }
 
 }  // namespace toolkit

@@ -3,6 +3,7 @@
 
 #include <QAbstractListModel>
 #include <cstdint>
+#include <optional>
 
 #include "platform/runtime/LogLines.h"
 
@@ -23,11 +24,12 @@ public:
     // Characters of the longest line that the view knows.
     int LongestLine() const { return m_iLongest; }
 
-    // Tells the view which lines went and which came, so that its selection stays on the user's lines.
-    void Publish();
+    // Tells the view which lines went and which came, so that its selection stays on the user's lines. Answers how many
+    // went at the top; nothing when the log was cleared and all lines are others.
+    std::optional<int> Publish();
 
 private:
-    void PublishLines();
+    std::optional<int> PublishLines();
     // Where a published line stands in the store by now; negative when it is gone.
     int LiveLine(int iPublished) const;
 

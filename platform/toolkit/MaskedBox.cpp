@@ -1,13 +1,16 @@
 // Events of the masked box, and how its text reaches the screen.
 #include "platform/toolkit/MaskedBox.h"
 
+#include <QClipboard>
 #include <QFocusEvent>
+#include <QGuiApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <algorithm>
 #include <optional>
 
+#include "platform/toolkit/ContextMenu.h"
 #include "platform/toolkit/Latin1.h"
 #include "platform/toolkit/RepaintBeat.h"
 
@@ -33,7 +36,6 @@ std::optional<int> ArrowCode(int iKey) {
 }  // namespace
 
 MaskedBox::MaskedBox(QWidget* pParent) : QLineEdit(pParent), m_pBeat(new RepaintBeat(*this, [this] { TakeOver(); })) {
-    setContextMenuPolicy(Qt::NoContextMenu);
     setDragEnabled(false);
     setAcceptDrops(false);
     // An assistive tool may set the text of the line edit below: that is a change like any other.
@@ -98,6 +100,18 @@ void MaskedBox::keyPressEvent(QKeyEvent* pEvent) {
         return;
     }
     TypeText(pEvent->text());
+}
+
+// The text as a whole: the one selected character is the mask's, not the user's.
+void MaskedBox::contextMenuEvent(QContextMenuEvent* pEvent) {
+    QMenu& tMenu = NewContextMenu(*this);
+    AddEntry(tMenu, QStringLiteral("&Copy"), {}, true,
+             [this] { QGuiApplication::clipboard()->setText(FromLatin1(m_sText)); });
+    AddEntry(tMenu, QStringLiteral("&Paste"), {}, !QGuiApplication::clipboard()->text().isEmpty(), [this] {
+        emit Paste(QGuiApplication::clipboard()->text());
+        Synchronize();
+    });
+    OpenContextMenu(tMenu, *pEvent, *this, cursorRect());
 }
 
 void MaskedBox::inputMethodEvent(QInputMethodEvent* pEvent) { TypeText(pEvent->commitString()); }

@@ -1,5 +1,6 @@
-// A text box that does nothing by itself: keys, typed characters and clicks go to its owner as events, and text and
-// selection are what the owner sets. They are kept here and reach the line edit below on the views' beat.
+// A text box that does nothing by itself: keys, typed characters, clicks and what is pasted by its menu go to its owner
+// as events, and text and selection are what the owner sets. They are kept here and reach the line edit below on the
+// views' beat.
 #pragma once
 
 #include <QLineEdit>
@@ -33,12 +34,14 @@ public:
 signals:
     void Change();
     void Click();
-    void KeyDown(int iKeyCode);  // the arrow keys: 37 left, 38 up, 39 right, 40 down
-    void KeyPress(char cTyped);  // any other character, Latin-1, control characters included
+    void KeyDown(int iKeyCode);        // the arrow keys: 37 left, 38 up, 39 right, 40 down
+    void KeyPress(char cTyped);        // any other character, Latin-1, control characters included
+    void Paste(const QString& sText);  // the clipboard's, asked for in the menu
 
 protected:
     bool event(QEvent* pEvent) override;
     void keyPressEvent(QKeyEvent* pEvent) override;
+    void contextMenuEvent(QContextMenuEvent* pEvent) override;
     void inputMethodEvent(QInputMethodEvent* pEvent) override;
     void mousePressEvent(QMouseEvent* pEvent) override;
     void mouseMoveEvent(QMouseEvent* pEvent) override;

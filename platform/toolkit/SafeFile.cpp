@@ -5,6 +5,7 @@
 
 #include <QSaveFile>
 #include <cerrno>
+#include <cstring>
 
 namespace toolkit {
 
@@ -13,17 +14,30 @@ namespace {
 // A file system that knows no such order keeps what is written in its own way.
 bool BroughtToTheDisk(int iDescriptor) { return ::fsync(iDescriptor) == 0 || errno == EINVAL; }
 
-}  // namespace
-
-bool ReplaceFile(const QString& sPath, std::string_view sText) {
-    QSaveFile tFile(sPath);
+bool Replace(QSaveFile& tFile, std::string_view sText, QString& sReason) {
     // Unbuffered: QSaveFile::commit takes no notice of what fails when a buffer is written at its end, and would put
     // an empty file in the place of the old one.
-    if (!tFile.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) return false;
     const auto lSize = static_cast<qint64>(sText.size());
-    if (tFile.write(sText.data(), lSize) == lSize && BroughtToTheDisk(tFile.handle())) return tFile.commit();
+    if (tFile.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && tFile.write(sText.data(), lSize) == lSize) {
+        if (BroughtToTheDisk(tFile.handle())) {
+            if (tFile.commit()) return true;
+        } else {
+            sReason = QString::fromLocal8Bit(std::strerror(errno));
+        }
+    }
+    if (sReason.isEmpty()) sReason = tFile.errorString();
     tFile.cancelWriting();
     return false;
+}
+
+}  // namespace
+
+bool ReplaceFile(const QString& sPath, std::string_view sText, QString* pReason) {
+    QSaveFile tFile(sPath);
+    QString sReason;
+    const bool bReplaced = Replace(tFile, sText, sReason);
+    if (!bReplaced && pReason != nullptr) *pReason = sReason;
+    return bReplaced;
 }
 
 }  // namespace toolkit

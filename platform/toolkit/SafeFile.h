@@ -7,7 +7,8 @@
 namespace toolkit {
 
 // Replaces the content of a file, or makes the file; a link is followed, permissions are kept. False when that failed
-// (no room, no such folder, a folder that takes no new file): then the file is as it was and nothing is left beside it.
-bool ReplaceFile(const QString& sPath, std::string_view sText);
+// (no room, no such folder, a folder that takes no new file): then the file is as it was and nothing is left beside it,
+// and pReason, if given, has the system's words.
+bool ReplaceFile(const QString& sPath, std::string_view sText, QString* pReason = nullptr);
 
 }  // namespace toolkit

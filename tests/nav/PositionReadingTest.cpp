@@ -202,6 +202,8 @@ void PositionReadingTest::pairsAreRead() {
 void PositionReadingTest::otherPairsAreRefused_data() {
     QTest::addColumn<QByteArray>("sText");
     QTest::newRow("one coordinate") << QByteArray("50 21.4 N");
+    QTest::newRow("one longitude, its degrees and minutes") << QByteArray("4 8.6 W");
+    QTest::newRow("one coordinate of whole numbers") << QByteArray("50 4");
     QTest::newRow("the longitude first") << QByteArray("4 8.6 W 50 21.4 N");
     QTest::newRow("many ways") << QByteArray("50 21 4 8");
     QTest::newRow("three") << QByteArray("50.35, -4.15, 12");

@@ -18,7 +18,7 @@ QJsonObject DumpList(toolkit::LogList& lst, bool bMarks) {
     }
     return {{QStringLiteral("lines"), tLines},
             {QStringLiteral("marks"), bMarks ? QJsonValue(tMarks) : QJsonValue(QJsonValue::Null)},
-            {QStringLiteral("current"), lst.currentIndex().row()}};
+            {QStringLiteral("current"), lst.CurrentLine()}};
 }
 
 // Row 0 of the cells is the view's header.

@@ -16,7 +16,7 @@ inline void AppendLog(QStringList& sAll, const char* sName, TestWindow& t, toolk
     for (const std::string& sLine : t.Lines(lst)) {
         sAll << QLatin1String(sName) + QLatin1Char(bMarks[i++] ? '+' : '-') + QString::fromLatin1(Bytes(sLine));
     }
-    sAll << QLatin1String(sName) + QStringLiteral("current %1").arg(lst.currentIndex().row());
+    sAll << QLatin1String(sName) + QStringLiteral("current %1").arg(lst.CurrentLine());
 }
 
 // A grid's cells with their alignments, its hidden rows and its current cell.
