@@ -209,7 +209,6 @@ protected:
     // Into the list of targets, and the selected one if there is none yet; answers the seconds since the target's
     // previous message, negative across midnight.
     std::int32_t TargetHeard(DateTime dt, std::int32_t lMmsi);
-    void TargetLayOutColumns();  // widths and headers for the detail mode
     void OpenMenuOfFocus();
     // An error of the run, in panel 2.
     void ShowError(std::string_view sText);

@@ -8,7 +8,7 @@ void frmMain::Form_Load() {
     m_sProfileFile = ProfilePath(m_tPlatform.sProgramFile).toStdString();
     ReadProfileText();
     ProfileLoad();
-    TargetLayOutColumns();
+    LayOutTargetColumns();
     if (cmbTargetSort.ListIndex() < 0) cmbTargetSort.SetListIndex(targets::SortByMmsi);
     MessageGridSetup();
     lblAboutDescription.setText(

@@ -1,11 +1,7 @@
 // The first sort key of each criterion.
 #include "targets/TargetOrder.h"
 
-#include "targets/TargetColumns.h"
-
 namespace targets {
-
-static_assert(SecondKey.lCol == ColTime);
 
 std::optional<SortKey> FirstKey(int iSortIndex) {
     switch (iSortIndex) {

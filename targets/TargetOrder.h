@@ -5,6 +5,9 @@
 #include <optional>
 #include <string_view>
 
+#include "platform/runtime/GridCells.h"
+#include "targets/TargetColumns.h"
+
 namespace targets {
 
 enum SortType : std::int32_t {  // the grid's own sort codes
@@ -14,18 +17,14 @@ enum SortType : std::int32_t {  // the grid's own sort codes
     StringDescending = 8,
 };
 
-struct SortKey {
-    std::int32_t lCol;
-    std::int32_t lType;
-    friend bool operator==(const SortKey&, const SortKey&) = default;
-};
+using runtime::SortKey;  // of a TargetColumn and a SortType
 
 enum SortIndex : int { SortByMmsi = 0, SortByRange = 1, SortBySignal = 2 };
 
 // The first key of a criterion (index of SortCriteria); nothing for any other index. The second is always the time
 // text ascending.
 std::optional<SortKey> FirstKey(int iSortIndex);
-inline constexpr SortKey SecondKey{6, StringAscending};
+inline constexpr SortKey SecondKey{ColTime, StringAscending};
 
 // One text under a key: the text itself and its leading number, read once when the cell was written. Not-a-number
 // counts as 0.

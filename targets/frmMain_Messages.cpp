@@ -6,6 +6,16 @@ namespace app {
 
 namespace {
 
+struct MessageColumn {
+    std::string_view sHeader;
+    std::string_view sTemplate;
+    int iMore;  // so many "0" wider than the template
+};
+constexpr MessageColumn MessageColumns[] = {
+    {"Message Id", "---Message Id---", 14},
+    {"Count", "---Count---", 0},
+};
+
 constexpr int MessageRows = 35;
 constexpr int TotalRow = 34;  // row 33 stays empty: a spacer above the total
 
@@ -20,10 +30,12 @@ void frmMain::MessageGridSetup() {
     const toolkit::RedrawOff tRedraw(grdMessageData);
     toolkit::Grid& grd = grdMessageData;
     grd.Cells.SetRows(MessageRows);
-    grd.Cells.SetCols(2);
-    grd.SetColumn(0, "---Message Id---", true, 14 * grd.TextWidth("0") + grd.TextWidth("---Message Id---"));
-    grd.SetColumn(1, "---Count---", true, grd.TextWidth("---Count---"));
-    MessageGridSetRow(0, "Message Id", AlignCentre, "Count", AlignCentre);
+    grd.Cells.SetCols(static_cast<int>(std::size(MessageColumns)));
+    int iCol = 0;
+    for (const MessageColumn& t : MessageColumns) {
+        grd.SetColumn(iCol++, t.sTemplate, true, t.iMore * grd.TextWidth("0") + grd.TextWidth(t.sTemplate));
+    }
+    MessageGridSetRow(0, MessageColumns[0].sHeader, AlignCentre, MessageColumns[1].sHeader, AlignCentre);
     for (int iRow = targets::FirstCountedId; iRow <= targets::LastCountedId; ++iRow) {
         MessageGridSetRow(iRow, MessageName(iRow), AlignLeft, "0", AlignRight);
         grd.Cells.SetHidden(iRow, true);

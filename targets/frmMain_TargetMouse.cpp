@@ -1,7 +1,6 @@
 // Mouse and keyboard on the target table: which cell, selecting a target, tool-tips.
 #include "app/frmMain.h"
 #include "targets/TargetColumns.h"
-#include "targets/TargetTips.h"
 
 namespace app {
 
@@ -40,9 +39,8 @@ void frmMain::grdTargetData_MouseMove(float fX, float fY) {
     std::int32_t lRow = -1;
     std::int32_t lCol = -1;
     GridGetRowCol(grdTargetData, fX, fY, lRow, lCol);
-    const std::string sTip = TargetTip(lRow, lCol, chkRxNasaPower.isChecked());
     grdTargetData.setToolTip({});  // so that a changed tip shows at once
-    grdTargetData.setToolTip(toolkit::FromLatin1(sTip));
+    grdTargetData.setToolTip(toolkit::FromLatin1(TargetTip(lRow, lCol, chkRxNasaPower.isChecked())));
 }
 
 }  // namespace app

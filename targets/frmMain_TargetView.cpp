@@ -1,4 +1,6 @@
 // How the target table is presented: detail, order, tracking.
+#include <span>
+
 #include "app/frmMain.h"
 #include "platform/toolkit/Scopes.h"
 #include "targets/TargetColumns.h"
@@ -14,14 +16,8 @@ void frmMain::TargetSort() {
     }
     runtime::GridCells& tCells = grdTargetData.Cells;
     grdTargetData.SetCurrentCell(1, ColMmsi);  // also while there is no row yet
-    std::uint32_t lKeyColumns = 0;
-    std::uint64_t lOrder = 1;
-    for (int i = 0; i < m_iSortKeys; ++i) {
-        const SortKey& tKey = m_tSortKeys[static_cast<std::size_t>(i)];
-        lKeyColumns |= 1U << tKey.lCol;
-        lOrder = lOrder << 16 | static_cast<std::uint64_t>(tKey.lCol << 8 | tKey.lType);
-    }
-    tCells.Sort(lKeyColumns, lOrder, [this](int iRow1, int iRow2) {
+    const std::span tKeys(m_tSortKeys.data(), static_cast<std::size_t>(m_iSortKeys));
+    tCells.Sort(tKeys, [this](int iRow1, int iRow2) {
         std::int16_t iCmp = 0;
         SortCompare(grdTargetData, iRow1, iRow2, iCmp);
         return iCmp;

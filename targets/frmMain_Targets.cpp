@@ -22,17 +22,8 @@ void frmMain::TargetGridSetup(bool bClear) {
         tCells.SetRows(1);
         tCells.SetCols(TargetColumnCount);
     }
-    TargetLayOutColumns();
+    LayOutTargetColumns();
     m_bTargetGridLaidOut = true;
-}
-
-void frmMain::TargetLayOutColumns() {
-    for (int iCol = 0; iCol < TargetColumnCount; ++iCol) {
-        const TargetColumnDesign& tColumn = TargetColumns[static_cast<std::size_t>(iCol)];
-        grdTargetData.SetColumn(iCol, tColumn.sTemplate, ColumnShown(iCol, cmbTargetDetail.Text()),
-                                grdTargetData.TextWidth(tColumn.sTemplate));
-        grdTargetData.Cells.SetText(0, iCol, tColumn.sHeader, runtime::AlignCentre);
-    }
 }
 
 void frmMain::TargetUpdate(DateTime dt, std::int32_t lMmsi, std::string_view sChannel, std::string_view sMessageId) {

@@ -166,6 +166,8 @@ protected:
     void Place(QWidget& tControl, const Rect& tRect);
     const Rect& Design(const QWidget& tControl) const { return m_tDesignRects.at(Name(tControl)); }
     static std::string Name(const QWidget& tControl);
+    // Headers and widths of the target table, as the detail choice wants them.
+    void LayOutTargetColumns();
 
 private:
     TimingLabels MakeTimingLabels() { return {*new QLabel(&pctTiming), *new QLabel(&pctTiming)}; }

@@ -64,14 +64,17 @@ void FormDesign::DesignViews() {
     grdTargetData.setAccessibleName(QStringLiteral("Targets"));
     grdTargetData.Cells.SetCols(targets::TargetColumnCount);
     grdTargetData.Cells.SetRows(1);
-    for (int iCol = 0; iCol < targets::TargetColumnCount; ++iCol) {
-        const targets::TargetColumnDesign& tColumn = targets::TargetColumns[static_cast<std::size_t>(iCol)];
-        const bool bShown = tColumn.eGroup == targets::ColumnGroup::Always;
-        grdTargetData.Cells.SetText(0, iCol, tColumn.sHeader, runtime::AlignCentre);
-        grdTargetData.SetColumn(iCol, tColumn.sTemplate, bShown, grdTargetData.TextWidth(tColumn.sTemplate));
-    }
+    LayOutTargetColumns();
     grdMessageData.setAccessibleName(QStringLiteral("Message counts"));
     grdSpecData.setAccessibleName(QStringLiteral("AIS reporting rates"));
+}
+
+void FormDesign::LayOutTargetColumns() {
+    for (const targets::TargetColumnDesign& t : targets::TargetColumns) {
+        grdTargetData.Cells.SetText(0, t.eColumn, t.sHeader, runtime::AlignCentre);
+        grdTargetData.SetColumn(t.eColumn, t.sTemplate, targets::ColumnShown(t, cmbTargetDetail.Text()),
+                                grdTargetData.TextWidth(t.sTemplate));
+    }
 }
 
 void FormDesign::PutViews() {

@@ -2,8 +2,10 @@
 // costs little when only the last row is new. Plain memory; the grid that shows them takes them over on its own beat.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -15,6 +17,13 @@ namespace runtime {
 
 // Alignment codes of a cell; 0 where none was ever set.
 enum Alignment : std::int8_t { AlignNone = 0, AlignLeft = 1, AlignCentre = 4, AlignRight = 7 };
+
+// A key of an order: the column that it reads, and a code for the way in which it compares.
+struct SortKey {
+    std::int32_t lCol;
+    std::int32_t lType;
+    friend bool operator==(const SortKey&, const SortKey&) = default;
+};
 
 class GridCells {
 public:
@@ -73,14 +82,15 @@ public:
     // Grows with every write to a cell of the row: with the same serial and the same writes it shows the same.
     std::uint64_t RowWrites(int iRow) const { return m_tRows[Index(iRow)]->lWrites; }
 
-    // Stable sort of rows 1 to Rows() - 1. tCompare(row1, row2) answers below, at or above 0 and must read only columns
-    // of lKeyColumns (bit c for column c); lOrder tells one order from another. Remembers how many rows are in order:
-    // rows behind them are inserted by binary search after their equals, which gives what sorting everything would.
+    // Stable sort of rows 1 to Rows() - 1. tCompare(row1, row2) answers below, at or above 0 and must read only the
+    // columns of tKeys, and do the same for the same keys. Remembers how many rows are in order: rows behind them are
+    // inserted by binary search after their equals, which gives what sorting everything would.
     template <class Compare>
-    void Sort(std::uint32_t lKeyColumns, std::uint64_t lOrder, const Compare& tCompare) {
-        if (lKeyColumns != m_lKeyColumns || lOrder != m_lOrder) m_iSorted = 1;
-        m_lKeyColumns = lKeyColumns;
-        m_lOrder = lOrder;
+    void Sort(std::span<const SortKey> tKeys, const Compare& tCompare) {
+        if (!std::ranges::equal(tKeys, m_tSortKeys)) {
+            m_tSortKeys.assign(tKeys.begin(), tKeys.end());
+            m_iSorted = 1;
+        }
         for (int iRow = m_iSorted < 1 ? 1 : m_iSorted; iRow < Rows(); ++iRow) InsertSorted(iRow, tCompare);
         m_iSorted = Rows();
         Changed.Mark();
@@ -107,8 +117,11 @@ private:
     Cell& At(int iRow, int iCol) { return m_tRows[Index(iRow)]->tCells[Index(iCol)]; }
     const Cell& At(int iRow, int iCol) const { return m_tRows[Index(iRow)]->tCells[Index(iCol)]; }
     Row* NewRow();
+    bool IsKey(int iCol) const {
+        return std::ranges::any_of(m_tSortKeys, [iCol](const SortKey& t) { return t.lCol == iCol; });
+    }
     void Written(int iRow, int iCol) {
-        if (iRow < m_iSorted && (m_lKeyColumns >> iCol & 1U) != 0) m_iSorted = iRow < 1 ? 1 : iRow;
+        if (iRow < m_iSorted && IsKey(iCol)) m_iSorted = iRow < 1 ? 1 : iRow;
         ++m_tRows[Index(iRow)]->lWrites;
         Changed.Mark();
     }
@@ -139,8 +152,7 @@ private:
     int m_iCols = 0;
     std::uint64_t m_lNextSerial = 1;
     int m_iSorted = 1;  // rows 0 to m_iSorted - 1 are in order under the present keys
-    std::uint32_t m_lKeyColumns = 0;
-    std::uint64_t m_lOrder = 0;
+    std::vector<SortKey> m_tSortKeys;
 };
 
 }  // namespace runtime

@@ -1,4 +1,4 @@
-// The columns of the target table and which of them each detail mode shows.
+// The columns of the target table, which of them each detail mode shows, and their tips, with and without units.
 #include "targets/TargetColumns.h"
 
 #include <QTest>
@@ -16,6 +16,9 @@ private slots:
     void columnHasHeaderAndTemplate();
     void detailModeShowsItsColumns_data();
     void detailModeShowsItsColumns();
+    void columnExplainsItself_data();
+    void columnExplainsItself();
+    void noCellHasNoTip();
     void choicesAreOfferedInOrder();
     void tableHolds256Messages();
 };
@@ -78,10 +81,53 @@ void TargetColumnsTest::detailModeShowsItsColumns() {
     QFETCH(QByteArray, mode);
     QFETCH(QByteArray, shown);
     QByteArray sShown;
-    for (int i = 0; i < targets::TargetColumnCount; ++i) sShown += targets::ColumnShown(i, View(mode)) ? 'x' : '.';
+    for (const auto& tColumn : targets::TargetColumns) sShown += targets::ColumnShown(tColumn, View(mode)) ? 'x' : '.';
     QCOMPARE(sShown, shown);
-    QVERIFY(!targets::ColumnShown(-1, View(mode)));
-    QVERIFY(!targets::ColumnShown(17, View(mode)));
+}
+
+void TargetColumnsTest::columnExplainsItself_data() {
+    QTest::addColumn<int>("column");
+    QTest::addColumn<QByteArray>("raw");
+    QTest::addColumn<QByteArray>("power");
+    const auto Row = [](int iColumn, const char* sText) {
+        QTest::addRow("column %d", iColumn) << iColumn << QByteArray(sText) << QByteArray(sText);
+    };
+    Row(0, "");
+    Row(1, "Martime Mobile Service Identifier");
+    Row(2, "Channel Id");
+    QTest::newRow("signal") << 3 << QByteArray("Signal Level") << QByteArray("Signal Level (dBm)");
+    QTest::newRow("threshold") << 4 << QByteArray("Threshold Level")
+                               << QByteArray("Threshold Level (dBm), default=-107");
+    QTest::newRow("ratio") << 5 << QByteArray("Signal to Noise Ratio, bigger is better")
+                           << QByteArray("Signal to Noise Ratio (dB), bigger is better");
+    Row(6, "Time (hh:mm:ss)");
+    Row(7, "Message Id");
+    Row(8, "Range (nm)");
+    Row(9, "Bearing (T)");
+    Row(10, "Latitude");
+    Row(11, "Longitude");
+    Row(12, "Rate of Turn (deg/min)");
+    Row(13, "Speed Over Ground (kts)");
+    Row(14, "Time Since Last Message (sec)");
+    Row(15, "Specified Message Interval (sec)");
+    Row(16, "Missing Messages");
+    Row(17, "");
+    Row(-1, "");
+}
+
+void TargetColumnsTest::columnExplainsItself() {
+    QFETCH(int, column);
+    QFETCH(QByteArray, raw);
+    QFETCH(QByteArray, power);
+    for (const int iRow : {0, 1, 256}) {  // the header row counts too
+        QCOMPARE(Bytes(targets::TargetTip(iRow, column, false)), raw);
+        QCOMPARE(Bytes(targets::TargetTip(iRow, column, true)), power);
+    }
+}
+
+void TargetColumnsTest::noCellHasNoTip() {
+    for (int iColumn = -1; iColumn < 18; ++iColumn)
+        QCOMPARE(Bytes(targets::TargetTip(-1, iColumn, true)), QByteArray());
 }
 
 void TargetColumnsTest::choicesAreOfferedInOrder() {

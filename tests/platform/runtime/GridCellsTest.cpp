@@ -13,8 +13,10 @@ using support::Bytes;
 
 namespace {
 
-// Under these a row's place depends on columns 1 and 2.
-constexpr std::uint32_t KeyColumns = 1U << 1 | 1U << 2;
+// Orders in which a row's place depends on columns 1 and 2, or on column 1 alone.
+constexpr SortKey Rising[] = {{1, 1}, {2, 1}};
+constexpr SortKey Falling[] = {{1, 2}, {2, 2}};
+constexpr SortKey FallingNumber[] = {{1, 2}};
 
 int Compare(const GridCells& t, int iRow1, int iRow2) {
     if (t.Number(iRow1, 1) != t.Number(iRow2, 1)) return t.Number(iRow1, 1) < t.Number(iRow2, 1) ? -1 : 1;
@@ -22,7 +24,7 @@ int Compare(const GridCells& t, int iRow1, int iRow2) {
 }
 
 void Sort(GridCells& t) {
-    t.Sort(KeyColumns, 1, [&t](int iRow1, int iRow2) { return Compare(t, iRow1, iRow2); });
+    t.Sort(Rising, [&t](int iRow1, int iRow2) { return Compare(t, iRow1, iRow2); });
 }
 
 GridCells Grid(const std::vector<int>& iFirstCells) {
@@ -213,7 +215,7 @@ void GridCellsTest::equalsKeepTheirOrder() {
 void GridCellsTest::otherOrderSortsAnew() {
     GridCells t = Grid({1, 2, 3});
     Sort(t);
-    t.Sort(KeyColumns, 2, [&t](int iRow1, int iRow2) { return Compare(t, iRow2, iRow1); });
+    t.Sort(Falling, [&t](int iRow1, int iRow2) { return Compare(t, iRow2, iRow1); });
     QCOMPARE(Column(t, 1), QByteArray("3 2 1"));
     Sort(t);
     QCOMPARE(Column(t, 1), QByteArray("1 2 3"));
@@ -292,7 +294,7 @@ void GridCellsTest::sortEqualsAStableSortOfAll() {
         } else if (lOperation == 8) {
             // Falling keys: another order altogether.
             std::ranges::stable_sort(tRows, [](const Row& a, const Row& b) { return a.iKey > b.iKey; });
-            t.Sort(1U << 1, 2, [&t](int iRow1, int iRow2) {
+            t.Sort(FallingNumber, [&t](int iRow1, int iRow2) {
                 const double d = t.Number(iRow2, 1) - t.Number(iRow1, 1);
                 return d < 0 ? -1 : static_cast<int>(d > 0);
             });

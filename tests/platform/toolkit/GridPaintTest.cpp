@@ -44,7 +44,8 @@ std::unique_ptr<Grid> MakeGrid() {
 }
 
 void SortByKey(Grid& t) {
-    t.Cells.Sort(1U << KeyColumn, 1, [&t](int iRow1, int iRow2) {
+    static constexpr runtime::SortKey Keys[] = {{KeyColumn, 1}};
+    t.Cells.Sort(Keys, [&t](int iRow1, int iRow2) {
         const double d = t.Cells.Number(iRow1, KeyColumn) - t.Cells.Number(iRow2, KeyColumn);
         return d < 0 ? -1 : static_cast<int>(d > 0);
     });

@@ -38,7 +38,8 @@ inline void Show(Grid& t) {
 }
 
 inline void SortByKey(Grid& t) {
-    t.Cells.Sort(1U << 2, 1, [&t](int iRow1, int iRow2) {
+    static constexpr runtime::SortKey Keys[] = {{2, 1}};
+    t.Cells.Sort(Keys, [&t](int iRow1, int iRow2) {
         const double d = t.Cells.Number(iRow1, 2) - t.Cells.Number(iRow2, 2);
         return d < 0 ? -1 : static_cast<int>(d > 0);
     });
