@@ -36,7 +36,7 @@ void FormDesign::DesignViews() {
     txtGpsLat.setAccessibleName(QStringLiteral("Own latitude"));
     txtGpsLon.setAccessibleName(QStringLiteral("Own longitude"));
     const QString sTyping =
-        QStringLiteral("Type the digits one over the other, %1 at the end; arrow keys move and step, the menu pastes");
+        QStringLiteral("Type over the digits, %1 at the end; arrow keys move and step, the menu pastes");
     txtGpsLat.setStatusTip(sTyping.arg(QLatin1String("N or S")));
     txtGpsLon.setStatusTip(sTyping.arg(QLatin1String("E or W")));
     txtGpsLat.SetText("00 00.00 N");

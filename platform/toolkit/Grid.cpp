@@ -1,10 +1,8 @@
-// The grid: view, columns, mouse and copying.
+// The grid: view, columns and mouse.
 #include "platform/toolkit/Grid.h"
 
 #include <QAccessible>
-#include <QClipboard>
 #include <QCoreApplication>
-#include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -15,7 +13,6 @@
 #include <utility>
 
 #include "platform/toolkit/CellDelegate.h"
-#include "platform/toolkit/ContextMenu.h"
 #include "platform/toolkit/GridModel.h"
 #include "platform/toolkit/Latin1.h"
 #include "platform/toolkit/RepaintBeat.h"
@@ -253,20 +250,6 @@ void Grid::keyPressEvent(QKeyEvent* pEvent) {
     QTableView::keyPressEvent(pEvent);
 }
 
-void Grid::contextMenuEvent(QContextMenuEvent* pEvent) {
-    QMenu& tMenu = NewContextMenu(*this);
-    const bool bSelected = selectionModel()->hasSelection();
-    AddEntry(tMenu, QStringLiteral("&Copy"), QKeySequence::Copy, bSelected, [this] { CopySelection(); });
-    AddEntry(tMenu, QStringLiteral("Copy with Column &Names"), {}, bSelected, [this] { CopySelection(true); });
-    AddEntry(tMenu, QStringLiteral("&Save as CSV..."), {}, true, [this] { emit SaveAsked(); });
-    AddEntry(tMenu, QStringLiteral("Select &All"), QKeySequence::SelectAll, m_pModel->rowCount() > 0,
-             [this] { selectAll(); });
-    const bool bKeyboard = pEvent->reason() == QContextMenuEvent::Keyboard;
-    const QModelIndex tIndex = bKeyboard ? currentIndex() : indexAt(pEvent->pos());
-    emit MenuAsked(tMenu, tIndex.isValid() ? LiveRow(tIndex.row() + 1) : -1);
-    OpenContextMenu(tMenu, *pEvent, *viewport(), visualRect(currentIndex()));
-}
-
 void Grid::SetEmptyHints(const QString& sNoRows, const QString& sAllHidden, int iAlwaysShown) {
     m_sNoRowsHint = sNoRows;
     m_sAllHiddenHint = sAllHidden;
@@ -278,12 +261,6 @@ QString Grid::EmptyHint() const {
     const int iShown = verticalHeader()->count() - verticalHeader()->hiddenSectionCount();
     if (iShown > m_iAlwaysShown) return {};
     return m_pModel->rowCount() == 0 ? m_sNoRowsHint : m_sAllHiddenHint;
-}
-
-void Grid::FitColumns() {
-    for (int iCol = 0; iCol < m_pModel->columnCount(); ++iCol) {
-        if (!isColumnHidden(iCol)) resizeColumnToContents(iCol);
-    }
 }
 
 void Grid::scrollContentsBy(int iX, int iY) {
@@ -308,42 +285,10 @@ void Grid::changeEvent(QEvent* pEvent) {
     }
 }
 
-QString Grid::SelectedText(bool bNames) const {
-    QModelIndexList tRows = selectionModel()->selectedRows(0);
-    std::ranges::sort(tRows, {}, [](const QModelIndex& t) { return t.row(); });
-    const auto tLine = [this](const auto& tText) {
-        QStringList sCells;
-        for (int iCol = 0; iCol < m_pModel->columnCount(); ++iCol) {
-            if (!isColumnHidden(iCol)) sCells << tText(iCol);
-        }
-        return sCells.join(QLatin1Char('\t')) + QLatin1Char('\n');
-    };
-    QString sText;
-    for (const QModelIndex& tRow : tRows) {
-        if (isRowHidden(tRow.row())) continue;
-        sText += tLine([&](int iCol) { return tRow.siblingAtColumn(iCol).data().toString(); });
+void Grid::FitColumns() {
+    for (int iCol = 0; iCol < m_pModel->columnCount(); ++iCol) {
+        if (!isColumnHidden(iCol)) resizeColumnToContents(iCol);
     }
-    if (!bNames || sText.isEmpty()) return sText;
-    return tLine([&](int iCol) { return m_pModel->headerData(iCol, Qt::Horizontal, Qt::DisplayRole).toString(); }) +
-           sText;
-}
-
-void Grid::CopySelection(bool bNames) const {
-    m_pBeat->Synchronize();  // rows that have gone since are no longer selected
-    const QString sText = SelectedText(bNames);
-    if (!sText.isEmpty()) QGuiApplication::clipboard()->setText(sText);
-}
-
-std::vector<std::vector<std::string>> Grid::ShownCells() const {
-    std::vector<std::vector<std::string>> sRows;
-    for (int iRow = 0; iRow < Cells.Rows(); ++iRow) {
-        if (Cells.Hidden(iRow)) continue;
-        std::vector<std::string>& sCells = sRows.emplace_back();
-        for (int iCol = 0; iCol < Cells.Cols(); ++iCol) {
-            if (!isColumnHidden(iCol)) sCells.push_back(Cells.Text(iRow, iCol));
-        }
-    }
-    return sRows;
 }
 
 }  // namespace toolkit

@@ -101,28 +101,22 @@ QString LogList::EmptyHint() const { return m_pModel->rowCount() == 0 ? m_sEmpty
 void LogList::TakeOver() {
     const bool bFollows = Follows();
     const int iTop = verticalScrollBar()->value();
-    const int iLeft = horizontalScrollBar()->value();
-    {
-        const QScopedValueRollback tOwnMove(m_bOwnMove, true);
-        Lines.Changed.Clear();
-        const auto iGone = m_pModel->Publish();
-        executeDelayedItemsLayout();
-        if (bFollows || !iGone) {
-            GoToNewest();
-        } else {
-            verticalScrollBar()->setValue(iTop - *iGone);
-            m_iGoneSincePress += *iGone;
-            m_bAtNewest = m_bAtNewest && AtEnd();
-        }
+    const QScopedValueRollback tOwnMove(m_bOwnMove, true);
+    Lines.Changed.Clear();
+    const auto iGone = m_pModel->Publish();
+    executeDelayedItemsLayout();
+    if (bFollows || !iGone) {
+        GoToNewest();
+    } else {
+        verticalScrollBar()->setValue(iTop - *iGone);
+        m_iGoneSincePress += *iGone;
+        m_bAtNewest = m_bAtNewest && AtEnd();
     }
-    horizontalScrollBar()->setValue(iLeft);
     ShowMark();
 }
 
-bool LogList::Follows() const {
-    const bool bHeld = m_bButtonHeld || verticalScrollBar()->isSliderDown();
-    return m_bAtNewest && !bHeld && !selectionModel()->hasSelection();
-}
+// A scroll bar that is held at its end is no hindrance: whoever drags it there wants the newest.
+bool LogList::Follows() const { return m_bAtNewest && !m_bButtonHeld && !selectionModel()->hasSelection(); }
 
 void LogList::FollowNewest() {
     const QScopedValueRollback tOwnMove(m_bOwnMove, true);

@@ -32,8 +32,8 @@ public:
 
     void Synchronize();
     int CurrentLine() const;  // of the store: the newest that the view knows, -1 when there is none
-    // Whether the newest line is kept in view: while the view stands at its end, no button is held and nothing is
-    // selected.
+    // Whether the newest line is kept in view: while the view stands at its end, no button is held on its lines and
+    // nothing is selected.
     bool Follows() const;
     // Leads back to the newest line, without a selection.
     void FollowNewest();

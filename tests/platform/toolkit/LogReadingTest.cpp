@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QScrollBar>
+#include <QStyleOptionSlider>
 #include <QTest>
 #include <QToolButton>
 #include <QWheelEvent>
@@ -102,6 +103,7 @@ private slots:
     void theMarkStaysInItsCorner();
     void endFollowsAgain();
     void theWheelToTheEndFollowsAgain();
+    void theScrollBarDraggedToItsEndFollows();
     void aSelectionAtTheEndHolds();
     void aClearedLogFollows();
     void resizingKeepsTheEnd();
@@ -272,6 +274,35 @@ void LogReadingTest::theWheelToTheEndFollowsAgain() {
     t.Wheel(-40);
     QVERIFY(t.Mark() == nullptr);
     t.AddBeat(3);
+    QCOMPARE(t.Bottom(), t.Newest());
+}
+
+// Also when lines come while it is held there.
+void LogReadingTest::theScrollBarDraggedToItsEndFollows() {
+    RunningLog t;
+    QScrollBar* pBar = t.verticalScrollBar();
+    const auto Handle = [pBar] {
+        QStyleOptionSlider tOption;
+        tOption.initFrom(pBar);
+        tOption.orientation = Qt::Vertical;
+        tOption.maximum = pBar->maximum();
+        tOption.pageStep = pBar->pageStep();
+        tOption.sliderPosition = tOption.sliderValue = pBar->value();
+        return pBar->style()->subControlRect(QStyle::CC_ScrollBar, &tOption, QStyle::SC_ScrollBarSlider, pBar).center();
+    };
+    QTest::mousePress(pBar, Qt::LeftButton, {}, Handle());
+    QTest::mouseMove(pBar, Handle() - QPoint(0, 60));
+    const int iTop = t.Top();
+    QVERIFY(t.Bottom() < t.Newest());
+    t.AddBeat(3);
+    QCOMPARE(t.Top(), iTop);
+    QTest::mouseMove(pBar, QPoint(5, pBar->height()));
+    for (int i = 0; i < 3; ++i) {
+        QCOMPARE(t.Bottom(), t.Newest());
+        t.AddBeat(5);
+    }
+    QTest::mouseRelease(pBar, Qt::LeftButton, {}, QPoint(5, pBar->height()));
+    t.AddBeat(5);
     QCOMPARE(t.Bottom(), t.Newest());
 }
 
