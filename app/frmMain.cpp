@@ -4,7 +4,10 @@
 #include <QCloseEvent>
 #include <QContextMenuEvent>
 #include <QCoreApplication>
+#include <QDragEnterEvent>
 #include <QEvent>
+#include <QLineEdit>
+#include <QMimeData>
 #include <QShortcut>
 #include <QStatusTipEvent>
 
@@ -55,6 +58,8 @@ void frmMain::ConnectEvents() {
         connect(pBox, &QLineEdit::returnPressed, this, &frmMain::TimingPlan);
     }
     Client.installEventFilter(this);
+    setAcceptDrops(true);
+    for (QLineEdit* pField : findChildren<QLineEdit*>()) pField->installEventFilter(this);
 }
 
 void frmMain::OpenMenuOfFocus() {
@@ -92,8 +97,13 @@ bool frmMain::focusNextPrevChild(bool bNext) {
     return true;
 }
 
-// The window's inside has a new size.
+// The window's inside has a new size; or a file is dragged over a field, which is the window's to take: the field would
+// take its name for a text.
 bool frmMain::eventFilter(QObject* pObject, QEvent* pEvent) {
+    if (pEvent->type() == QEvent::DragEnter && static_cast<QDragEnterEvent*>(pEvent)->mimeData()->hasUrls()) {
+        pEvent->ignore();
+        return true;
+    }
     if (pObject == &Client && pEvent->type() == QEvent::Resize && m_bLayoutReady) FormLayout();
     return FormDesign::eventFilter(pObject, pEvent);
 }

@@ -21,8 +21,10 @@
 #include "nmea/LineBuffer.h"
 #include "nmea/NmeaChecksum.h"
 #include "platform/runtime/DateTime.h"
+#include "platform/runtime/NameHold.h"
 #include "platform/runtime/PortIndex.h"
 #include "platform/runtime/TextFiles.h"
+#include "platform/toolkit/FileText.h"
 #include "targets/MessageNames.h"
 #include "targets/TargetColumns.h"
 #include "targets/TargetOrder.h"
@@ -36,6 +38,14 @@ using runtime::DateTime;
 using runtime::PerPort;
 using runtime::PortIndex;
 
+// A value of the profile and its place.
+struct ProfileValue {
+    std::string_view sSection;
+    std::string sKey;
+    QString sValue;
+    bool operator==(const ProfileValue&) const = default;
+};
+
 class frmMain : public ui::FormDesign {
 public:
     explicit frmMain(toolkit::Platform tPlatform = toolkit::Platform::Native());
@@ -43,6 +53,7 @@ public:
     // Start-up, profile and shutdown (app/frmMain_Start, _Profile)
     void Form_Load();    // before the window is shown; once
     void Form_Unload();  // closes what is open and saves the profile
+    void ProfileOpen();  // finds the profile and takes its text
     void ProfileLoad();
     void ProfileSave();
 
@@ -58,12 +69,13 @@ public:
     void tmrComm_Timer();
     void tmrTime_Timer();
 
-    // Recording and playback (app/frmMain_Record, _Playback)
+    // Recording and playback (app/frmMain_Record, _Playback, _Files)
     void RecordStart();
     void RecordWrite(DateTime dt, std::string_view sSentence);
     void RecordFlush();   // hands what is recorded to the system; nothing while not recording
     void RecordFinish();  // waits until it is on the disk
-    void PlaybackStart(bool bBurst);
+    // sFile: chosen already (dropped onto the window); else a dialog asks for it.
+    void PlaybackStart(bool bBurst, std::optional<QString> sFile = {});
     void PlaybackStep(PortIndex Index);
     void PlaybackBurst(PortIndex Index);
     bool PlaybackReadLine(PortIndex Index);
@@ -186,6 +198,9 @@ protected:
     void closeEvent(QCloseEvent* pEvent) override;
     void changeEvent(QEvent* pEvent) override;
     bool eventFilter(QObject* pObject, QEvent* pEvent) override;
+    void dragEnterEvent(QDragEnterEvent* pEvent) override;
+    void dragMoveEvent(QDragMoveEvent* pEvent) override;
+    void dropEvent(QDropEvent* pEvent) override;
     bool focusNextPrevChild(bool bNext) override;
 
     void ConnectEvents();
@@ -193,7 +208,14 @@ protected:
     void OpenPort(toolkit::SerialPort& tPort, toolkit::PortBox& txtPort, const toolkit::TextBox& txtSettings);
     void ReportOpenFailure(std::string_view sPrefix, const toolkit::CommError& tError);
     void RecordFailed(const runtime::FileError& tError);
-    void ReadProfileText();
+    toolkit::FileText ReadProfile() const;  // raises runtime::FileError
+    // Every value to be saved, in the order of the file.
+    std::vector<ProfileValue> ProfileValues();
+    // Asks for a file, under the window's caption and in the folder last used in this run, tRequest's at first; nothing
+    // when cancelled.
+    std::optional<QString> AskFile(toolkit::FileRequest tRequest);
+    std::optional<QString> AskRecording(bool bSave);  // to record into, or to play
+    bool CanPlayBack() const;
     void ShowPosition(PortIndex Index, const decoders::GpsPosition& t);
 
     // decoders/frmMain_Reports: complete messages wait in m_tReports while m_bKeepReports holds, that is while lines at
@@ -212,6 +234,7 @@ protected:
     void OpenMenuOfFocus();
     // An error of the run, in panel 2.
     void ShowError(std::string_view sText);
+    void ShowWholeError(const QString& sText);  // one with letters beyond Latin-1
 
     bool CommTake(PortIndex Index, std::string_view& sRest);
     void CommDropHalfLine(PortIndex Index);
@@ -229,8 +252,12 @@ protected:
     const ui::PositionMask& MaskOf(const toolkit::MaskedBox& txt) const;
 
     // Profile
-    std::string m_sProfileFile;  // UTF-8
-    std::string m_sProfileText;  // as last loaded or saved
+    QString m_sProfileFile;
+    QString m_sProfileAtFirst;  // read while the other is not there
+    bool m_bProfileReadable = true;
+    toolkit::FileText m_tProfile;                // as last loaded or saved
+    std::vector<ProfileValue> m_tProfileValues;  // of the controls, once all was loaded
+    runtime::NameHold m_tProfileHold;
     bool m_bUnloaded = false;
 
     // Serial input, per port
@@ -253,6 +280,7 @@ protected:
     DateTime m_dtRecordStart;
     runtime::TextFiles m_tFiles{m_tPlatform.Synchronize};
     RecordStampReader m_tStamps;
+    QString m_sLastFolder;  // of the file chosen last in this run
     std::string m_sRecordLine;
 
     // Decoders

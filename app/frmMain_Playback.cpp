@@ -1,35 +1,29 @@
 // Playing a recording back, at its own pace or as one burst, and emptying the displays before a run.
-#include <QFile>
 #include <QFileInfo>
 #include <QScopedValueRollback>
 
 #include "app/frmMain.h"
+#include "platform/toolkit/Caption.h"
 #include "platform/toolkit/Scopes.h"
 
 namespace app {
 
-void frmMain::PlaybackStart(bool bBurst) {
+void frmMain::PlaybackStart(bool bBurst, std::optional<QString> sFile) {
     if (bBurst && chkOutputEnabled.isChecked()) {
         m_tPlatform.ShowMessage(this, QStringLiteral("Comm Output is not available with Burst Playback"),
                                 toolkit::MessageIcon::Plain);
         return;
     }
-    toolkit::FileRequest tRequest{};
-    tRequest.sTitle = windowTitle() + QStringLiteral(" - Open");
-    tRequest.sFolder = QFileInfo(m_tPlatform.sProgramFile).absolutePath();
-    tRequest.sFileName = QStringLiteral("Tidewatch.Txt");
-    tRequest.sFilter = QStringLiteral("Text (*.txt)");
-    tRequest.sExtension = QStringLiteral("txt");
-    const auto sFile = m_tPlatform.AskFile(this, tRequest);
+    if (!sFile) sFile = AskRecording(false);
     if (!sFile) return;
     try {
         m_iRecordFile = m_tFiles.FreeFile();
-        m_tFiles.OpenForInput(m_iRecordFile, QFile::encodeName(*sFile).toStdString());
+        m_tFiles.OpenForInput(m_iRecordFile, toolkit::ToPath(*sFile));
     } catch (const runtime::FileError& tError) {
         ShowError(std::string("Playback - ") + tError.what());
         return;
     }
-    setWindowTitle(QStringLiteral("Tidewatch - ") + QFileInfo(*sFile).fileName());
+    toolkit::SetCaption(*this, QStringLiteral("Tidewatch - ") + QFileInfo(*sFile).fileName());
     Toolbar.SetEnabled(QLatin1String(ui::KeyStart), false);
     Toolbar.SetEnabled(QLatin1String(ui::KeyStop), true);
     Toolbar.SetPressed(QLatin1String(ui::KeyStop), false);
@@ -70,7 +64,9 @@ bool frmMain::PlaybackReadLine(PortIndex Index) {
         }
         const std::string_view sLine = m_tFiles.ReadLine(m_iRecordFile);
         const auto& dt = m_tStamps.Read(sLine);
-        if (!dt) throw runtime::FileError("Line does not begin with a date and time");
+        if (!dt) {
+            throw runtime::ErrorInLine(m_tFiles.LinesRead(m_iRecordFile), "does not begin with a date and time");
+        }
         m_dtCommLast(Index) = *dt;
         m_sCommBuffer(Index).assign(RecordSentence(sLine));
         return true;

@@ -1,5 +1,4 @@
 // Recording what is decoded.
-#include <QFile>
 #include <chrono>
 
 #include "app/frmMain.h"
@@ -14,17 +13,11 @@ constexpr std::chrono::milliseconds PointerPatience{500};  // a wait that is ove
 }  // namespace
 
 void frmMain::RecordStart() {
-    toolkit::FileRequest tRequest{};
-    tRequest.bSave = true;
-    tRequest.sTitle = windowTitle() + QStringLiteral(" - Save As");
-    tRequest.sFileName = QStringLiteral("Tidewatch.Txt");
-    tRequest.sFilter = QStringLiteral("Text (*.txt)");
-    tRequest.sExtension = QStringLiteral("txt");
-    const auto sFile = m_tPlatform.AskFile(this, tRequest);
+    const auto sFile = AskRecording(true);
     if (!sFile) return;
     try {
         m_iRecordFile = m_tFiles.FreeFile();
-        m_tFiles.OpenForOutput(m_iRecordFile, QFile::encodeName(*sFile).toStdString());
+        m_tFiles.OpenForOutput(m_iRecordFile, toolkit::ToPath(*sFile));
     } catch (const runtime::FileError& tError) {
         ShowError(std::string("Record - ") + tError.what());
         return;

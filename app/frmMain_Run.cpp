@@ -7,7 +7,7 @@ namespace app {
 void frmMain::OpenPort(toolkit::SerialPort& tPort, toolkit::PortBox& txtPort, const toolkit::TextBox& txtSettings) {
     // A text that names no port fails before anything is set; a number is set first, whether it exists or not.
     if (!toolkit::PortNumber(txtPort.text())) m_tPlatform.Serial.Resolve(txtPort.text());
-    tPort.SetCommPort(txtPort.Text());
+    tPort.SetCommPort(txtPort.text());
     try {
         tPort.SetSettings(txtSettings.Text());
     } catch (const runtime::SettingsError& tError) {
@@ -22,9 +22,13 @@ void frmMain::ShowError(std::string_view sText) {
     StatusBar.SetPanelText(ui::PanelSummary, sText);
 }
 
+void frmMain::ShowWholeError(const QString& sText) {
+    ShowError(toolkit::ToLatin1(sText));
+    StatusBar.SetPanelWholeText(ui::PanelSummary, sText);
+}
+
 void frmMain::ReportOpenFailure(std::string_view sPrefix, const toolkit::CommError& tError) {
-    const std::string sDescription = toolkit::ToLatin1(QString::fromUtf8(tError.what()));
-    ShowError(std::string(sPrefix) + sDescription);
+    ShowWholeError(toolkit::FromLatin1(sPrefix) + tError.Text());
     CommStop();
 }
 

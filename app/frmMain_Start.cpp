@@ -1,12 +1,10 @@
 // Start-up and shutdown.
-#include "app/ProfilePath.h"
 #include "app/frmMain.h"
 
 namespace app {
 
 void frmMain::Form_Load() {
-    m_sProfileFile = ProfilePath(m_tPlatform.sProgramFile).toStdString();
-    ReadProfileText();
+    ProfileOpen();
     ProfileLoad();
     LayOutTargetColumns();
     if (cmbTargetSort.ListIndex() < 0) cmbTargetSort.SetListIndex(targets::SortByMmsi);
@@ -21,6 +19,7 @@ void frmMain::Form_Load() {
     SpecGridSetup();
     TimingPlan();
     CommStop();
+    m_tProfileValues = ProfileValues();
     m_bLayoutReady = true;
     tmrTime.start();
 }
@@ -30,6 +29,7 @@ void frmMain::Form_Unload() {
     m_bUnloaded = true;
     CommStop();
     ProfileSave();
+    m_tProfileHold.Release();
 }
 
 }  // namespace app

@@ -14,17 +14,16 @@ using namespace targets;
 void frmMain::TableSave(const toolkit::Grid& grd, const QString& sFileName) {
     toolkit::FileRequest tRequest{};
     tRequest.bSave = true;
-    tRequest.sTitle = windowTitle() + QStringLiteral(" - Save As");
     tRequest.sFileName = sFileName;
     tRequest.sFilter = QStringLiteral("Comma-separated values (*.csv)");
     tRequest.sExtension = QStringLiteral("csv");
-    const auto sFile = m_tPlatform.AskFile(this, tRequest);
+    const auto sFile = AskFile(tRequest);
     if (!sFile) return;
     std::string sText;
     for (const std::vector<std::string>& sCells : grd.ShownCells()) runtime::AppendCsvRecord(sText, sCells);
     QString sReason;
     if (toolkit::ReplaceFile(*sFile, toolkit::FromLatin1(sText).toUtf8().toStdString(), &sReason)) return;
-    ShowError("Save - " + toolkit::ToLatin1(sReason));
+    ShowWholeError(QStringLiteral("Save - ") + sReason);
 }
 
 // Entries of the row that was under the mouse, or the cursor, when the menu opened: rows go on moving below it.

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "platform/toolkit/Icons.h"
+#include "platform/toolkit/Latin1.h"
 #include "platform/toolkit/Twips.h"
 
 namespace ui {
@@ -42,7 +43,7 @@ void FormDesign::DesignPlaces() {
     PutTiming();
 }
 
-std::string FormDesign::Name(const QWidget& tControl) { return tControl.objectName().toStdString(); }
+std::string FormDesign::Name(const QWidget& tControl) { return toolkit::ToLatin1(tControl.objectName()); }
 
 void FormDesign::DesignNames() {
     const std::vector<std::pair<QObject*, const char*>> tNames = {

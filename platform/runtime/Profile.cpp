@@ -7,45 +7,66 @@
 namespace runtime {
 namespace {
 
-constexpr std::string_view NewLineEnd = "\r\n";
+using View = std::u16string_view;
 
-std::string_view Trim(std::string_view sText) {
-    constexpr std::string_view Blanks = " \t\r\n";
+constexpr View NewLineEnd = u"\r\n";
+
+View Trim(View sText) {
+    constexpr View Blanks = u" \t\r\n";
     const std::size_t iBegin = sText.find_first_not_of(Blanks);
-    if (iBegin == std::string_view::npos) return {};
+    if (iBegin == View::npos) return {};
     return sText.substr(iBegin, sText.find_last_not_of(Blanks) - iBegin + 1);
 }
 
-char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
+char16_t Lower(char16_t c) { return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + (u'a' - u'A')) : c; }
 
-bool SameName(std::string_view sA, std::string_view sB) {
-    return std::ranges::equal(sA, sB, [](char cA, char cB) { return Lower(cA) == Lower(cB); });
+std::u16string Wide(std::string_view sName) { return {sName.begin(), sName.end()}; }
+
+// sName: in plain letters.
+bool SameName(View sText, std::string_view sName) {
+    return std::ranges::equal(sText, sName,
+                              [](char16_t cA, char cB) { return Lower(cA) == Lower(static_cast<unsigned char>(cB)); });
 }
 
 // The name between the brackets of a section line; nothing where the line is none.
-std::optional<std::string_view> SectionName(std::string_view sLine) {
-    const std::string_view sText = Trim(sLine);
-    if (sText.empty() || sText.front() != '[') return std::nullopt;
-    return Trim(sText.substr(1, sText.find(']') - 1));
+std::optional<View> SectionName(View sLine) {
+    const View sText = Trim(sLine);
+    if (sText.empty() || sText.front() != u'[') return std::nullopt;
+    return Trim(sText.substr(1, sText.find(u']') - 1));
 }
 
-bool IsComment(std::string_view sLine) {
-    const std::string_view sText = Trim(sLine);
-    return !sText.empty() && (sText.front() == ';' || sText.front() == '#');
+bool IsComment(View sLine) {
+    const View sText = Trim(sLine);
+    return !sText.empty() && (sText.front() == u';' || sText.front() == u'#');
 }
 
 // The name in front of "="; nothing for comments and lines without one.
-std::optional<std::string_view> KeyName(std::string_view sLine) {
-    const std::size_t iEqual = sLine.find('=');
-    if (iEqual == std::string_view::npos || IsComment(sLine)) return std::nullopt;
+std::optional<View> KeyName(View sLine) {
+    const std::size_t iEqual = sLine.find(u'=');
+    if (iEqual == View::npos || IsComment(sLine)) return std::nullopt;
     return Trim(sLine.substr(0, iEqual));
 }
 
-std::string_view ValueText(std::string_view sLine) { return Trim(sLine.substr(sLine.find('=') + 1)); }
+View ValueText(View sLine) { return Trim(sLine.substr(sLine.find(u'=') + 1)); }
 
-std::string_view LineEnd(std::string_view sLine) {
-    if (sLine.ends_with("\r\n")) return sLine.substr(sLine.size() - 2);
-    return sLine.ends_with('\n') ? sLine.substr(sLine.size() - 1) : std::string_view();
+View WithoutQuotes(View sValue) {
+    const bool bQuoted = sValue.size() >= 2 && (sValue.front() == u'"' || sValue.front() == u'\'');
+    return bQuoted && sValue.back() == sValue.front() ? sValue.substr(1, sValue.size() - 2) : sValue;
+}
+
+// The first characters, whole: those beyond 65535 take two places.
+View Beginning(View sText, std::size_t iCharacters) {
+    std::size_t iEnd = 0;
+    for (; iCharacters > 0 && iEnd < sText.size(); --iCharacters) {
+        const bool bPair = sText[iEnd] >= 0xD800 && sText[iEnd] < 0xDC00;
+        iEnd += bPair && iEnd + 1 < sText.size() ? 2 : 1;
+    }
+    return sText.substr(0, iEnd);
+}
+
+View LineEnd(View sLine) {
+    if (sLine.ends_with(u"\r\n")) return sLine.substr(sLine.size() - 2);
+    return sLine.ends_with(u'\n') ? sLine.substr(sLine.size() - 1) : View();
 }
 
 // Where a key stands, or would be added. Indexes of lines; nothing where there is none.
@@ -54,7 +75,7 @@ struct Place {
     std::optional<std::size_t> iSection;  // the last line with text of the first section of that name
 };
 
-Place Find(const std::vector<std::string>& sLines, std::string_view sSection, std::string_view sKey) {
+Place Find(const std::vector<std::u16string>& sLines, std::string_view sSection, std::string_view sKey) {
     Place tPlace;
     bool bInside = false;
     bool bFirst = false;  // inside the first section of that name
@@ -75,44 +96,44 @@ Place Find(const std::vector<std::string>& sLines, std::string_view sSection, st
 
 }  // namespace
 
-Profile::Profile(std::string_view sText) {
+Profile::Profile(View sText) {
     while (!sText.empty()) {
-        const std::size_t iFeed = sText.find('\n');
-        const std::size_t iLength = iFeed == std::string_view::npos ? sText.size() : iFeed + 1;
+        const std::size_t iFeed = sText.find(u'\n');
+        const std::size_t iLength = iFeed == View::npos ? sText.size() : iFeed + 1;
         m_sLines.emplace_back(sText.substr(0, iLength));
         sText.remove_prefix(iLength);
     }
 }
 
-std::string Profile::Read(std::string_view sSection, std::string_view sKey) const {
+std::u16string Profile::Read(std::string_view sSection, std::string_view sKey) const {
     const Place tPlace = Find(m_sLines, sSection, sKey);
     if (!tPlace.iKey) return {};
-    return std::string(ValueText(m_sLines[*tPlace.iKey]).substr(0, LongestValue));
+    return std::u16string(Beginning(WithoutQuotes(ValueText(m_sLines[*tPlace.iKey])), LongestValue));
 }
 
-void Profile::Write(std::string_view sSection, std::string_view sKey, std::string_view sValue) {
+void Profile::Write(std::string_view sSection, std::string_view sKey, View sValue) {
     // A line end inside a value would start a line of its own: the value ends there.
-    const std::string_view sWritten = sValue.substr(0, sValue.find_first_of("\r\n"));
+    const View sWritten = sValue.substr(0, sValue.find_first_of(u"\r\n"));
     const Place tPlace = Find(m_sLines, sSection, sKey);
     if (tPlace.iKey) {
-        std::string& sLine = m_sLines[*tPlace.iKey];
-        const std::size_t iValue = std::min(sLine.find_first_not_of(" \t", sLine.find('=') + 1), sLine.size());
-        const std::string sEnd(LineEnd(sLine));
+        std::u16string& sLine = m_sLines[*tPlace.iKey];
+        const std::size_t iValue = std::min(sLine.find_first_not_of(u" \t", sLine.find(u'=') + 1), sLine.size());
+        const std::u16string sEnd(LineEnd(sLine));
         const std::size_t iKept = std::min(iValue, sLine.size() - sEnd.size());
         sLine = sLine.substr(0, iKept).append(sWritten).append(sEnd);
         return;
     }
-    std::string sNew = std::string(sKey).append("=").append(sWritten).append(NewLineEnd);
+    std::u16string sNew = Wide(sKey).append(u"=").append(sWritten).append(NewLineEnd);
     const std::size_t iAt = tPlace.iSection ? *tPlace.iSection + 1 : m_sLines.size();
     if (iAt > 0 && LineEnd(m_sLines[iAt - 1]).empty()) m_sLines[iAt - 1] += NewLineEnd;
     auto pAt = m_sLines.begin() + static_cast<std::ptrdiff_t>(iAt);
-    if (!tPlace.iSection) pAt = std::next(m_sLines.insert(pAt, '[' + std::string(sSection) + "]\r\n"));
+    if (!tPlace.iSection) pAt = std::next(m_sLines.insert(pAt, u'[' + Wide(sSection) + u"]\r\n"));
     m_sLines.insert(pAt, std::move(sNew));
 }
 
-std::string Profile::Text() const {
-    std::string sText;
-    for (const std::string& sLine : m_sLines) sText += sLine;
+std::u16string Profile::Text() const {
+    std::u16string sText;
+    for (const std::u16string& sLine : m_sLines) sText += sLine;
     return sText;
 }
 

@@ -15,6 +15,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/runtime/SystemText.h"
+
 namespace runtime {
 namespace {
 
@@ -25,7 +27,7 @@ constexpr mode_t NewFileMode = 0666;  // less what the user's mask takes
 // Never wait for the other end of a FIFO, never become some terminal's process.
 constexpr int OpenFlags = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
 
-[[noreturn]] void Raise(int iError) { throw FileError(std::generic_category().message(iError)); }
+[[noreturn]] void Raise(int iError) { throw FileError(SystemText(iError)); }
 
 ssize_t ReadSome(int iDescriptor, char* pTo, std::size_t iCount) {
     ssize_t iRead;
@@ -51,23 +53,39 @@ std::string Whereabouts(int iDescriptor) {
     return {sBuffer, iSize < 0 ? 0 : static_cast<std::size_t>(iSize)};
 }
 
-bool IsSameFile(int iDescriptor, const std::string& sPath) {
+bool IsSameFile(int iDescriptor, const std::filesystem::path& tPath) {
     struct stat tOpened {};
     struct stat tNamed {};
-    if (::fstat(iDescriptor, &tOpened) != 0 || ::stat(sPath.c_str(), &tNamed) != 0) return false;
+    if (::fstat(iDescriptor, &tOpened) != 0 || ::stat(tPath.c_str(), &tNamed) != 0) return false;
     return tOpened.st_dev == tNamed.st_dev && tOpened.st_ino == tNamed.st_ino;
 }
 
-int OpenDescriptor(const std::string& sPath, int iFlags) {
+int OpenDescriptor(const std::filesystem::path& tPath, int iFlags) {
     int iDescriptor;
     do {
-        iDescriptor = ::open(sPath.c_str(), iFlags | OpenFlags, NewFileMode);
+        iDescriptor = ::open(tPath.c_str(), iFlags | OpenFlags, NewFileMode);
     } while (iDescriptor < 0 && errno == EINTR);
     if (iDescriptor < 0) Raise(errno);
     return iDescriptor;
 }
 
+mode_t KindOf(int iDescriptor) {
+    struct stat tStatus {};
+    if (::fstat(iDescriptor, &tStatus) != 0) Raise(errno);
+    return tStatus.st_mode & S_IFMT;
+}
+
+void CheckReadable(int iDescriptor) {
+    const mode_t eKind = KindOf(iDescriptor);
+    if (eKind == S_IFDIR) Raise(EISDIR);
+    if (eKind != S_IFREG) throw FileError("Not a regular file");
+}
+
 }  // namespace
+
+FileError ErrorInLine(std::uint64_t lLine, std::string_view sReason) {
+    return FileError("line " + std::to_string(lLine) + ": " + std::string(sReason));
+}
 
 struct TextFiles::File {
     File(int iOpened, bool bForOutput) : iDescriptor(iOpened), bOutput(bForOutput) {}
@@ -75,18 +93,17 @@ struct TextFiles::File {
     File(const File&) = delete;
     File& operator=(const File&) = delete;
 
-    mode_t Kind() const;
     bool Fill();
     void DropBuffer() noexcept;
     std::size_t Find(char c, std::size_t iFrom, std::size_t iTo) const;
     std::size_t FirstLineEnd();
     int WriteOut() noexcept;
     void RaiseDiskError() const;
-    void BeginOutput(const std::string& sOpened, const DiskSync::Function& tSynchronize);
+    void BeginOutput(const std::filesystem::path& tOpened, const DiskSync::Function& tSynchronize);
 
     const int iDescriptor;
     const bool bOutput;
-    bool bLineRead = false;
+    std::uint64_t lLines = 0;  // handed out
     // Input: the bytes iBegin to iEnd of the buffer are read and not yet handed out.
     std::vector<char> sBuffer;
     std::size_t iBegin = 0;
@@ -94,18 +111,12 @@ struct TextFiles::File {
     std::size_t iLineFeed = 0;  // the first one at or behind iBegin, iEnd where there is none; stale when below iBegin
     std::uint64_t lRetired = InUse;  // the number among the retired files
     // Output.
-    std::string sPath;
+    std::filesystem::path tPath;
     std::string sWhereabouts;      // at opening
     std::string sPending;          // not yet written
     bool bUnsynchronized = false;  // written since the disk was asked last
     std::unique_ptr<DiskSync> pDisk;
 };
-
-mode_t TextFiles::File::Kind() const {
-    struct stat tStatus {};
-    if (::fstat(iDescriptor, &tStatus) != 0) Raise(errno);
-    return tStatus.st_mode & S_IFMT;
-}
 
 // Reads on behind what is left. False at the end of the file. Only called when no line feed is left.
 bool TextFiles::File::Fill() {
@@ -118,7 +129,7 @@ bool TextFiles::File::Fill() {
         sBuffer.resize(std::clamp(sBuffer.size() * 2, BlockSize, LongestLine + LongestLineEnd));
     }
     const ssize_t iRead = ReadSome(iDescriptor, sBuffer.data() + iEnd, sBuffer.size() - iEnd);
-    if (iRead < 0) Raise(errno);
+    if (iRead < 0) throw ErrorInLine(lLines + 1, SystemText(errno));
     iEnd += static_cast<std::size_t>(iRead);
     iLineFeed = Find('\n', iLeft, iEnd);
     return iRead > 0;
@@ -168,14 +179,29 @@ void TextFiles::File::RaiseDiskError() const {
 }
 
 // Raises FileError.
-void TextFiles::File::BeginOutput(const std::string& sOpened, const DiskSync::Function& tSynchronize) {
-    sPath = sOpened;
+void TextFiles::File::BeginOutput(const std::filesystem::path& tOpened, const DiskSync::Function& tSynchronize) {
+    tPath = tOpened;
     sWhereabouts = Whereabouts(iDescriptor);
     try {
         pDisk = std::make_unique<DiskSync>(iDescriptor, tSynchronize);
     } catch (const std::system_error& tError) {
         Raise(tError.code().value());
     }
+}
+
+std::optional<std::string> TextFiles::ReadWhole(const std::filesystem::path& tPath) {
+    struct stat tStatus {};
+    if (::stat(tPath.c_str(), &tStatus) != 0 && (errno == ENOENT || errno == ENOTDIR)) return std::nullopt;
+    const File tFile(OpenDescriptor(tPath, O_RDONLY), false);
+    CheckReadable(tFile.iDescriptor);
+    std::string sBytes;
+    std::vector<char> sBlock(BlockSize);
+    ssize_t iRead;
+    while ((iRead = ReadSome(tFile.iDescriptor, sBlock.data(), sBlock.size())) > 0) {
+        sBytes.append(sBlock.data(), static_cast<std::size_t>(iRead));
+    }
+    if (iRead < 0) Raise(errno);
+    return sBytes;
 }
 
 TextFiles::TextFiles(DiskSync::Function tSynchronize) : m_tSynchronize(std::move(tSynchronize)) {}
@@ -205,21 +231,19 @@ std::unique_ptr<TextFiles::File>& TextFiles::Unused(std::int16_t iFile) {
     return m_tFiles[static_cast<std::size_t>(iFile)];
 }
 
-void TextFiles::OpenForInput(std::int16_t iFile, const std::string& sPath) {
+void TextFiles::OpenForInput(std::int16_t iFile, const std::filesystem::path& tPath) {
     std::unique_ptr<File>& tSlot = Unused(iFile);
-    auto tFile = std::make_unique<File>(OpenDescriptor(sPath, O_RDONLY), false);
-    const mode_t eKind = tFile->Kind();
-    if (eKind == S_IFDIR) Raise(EISDIR);
-    if (eKind != S_IFREG) throw FileError("Not a regular file");
+    auto tFile = std::make_unique<File>(OpenDescriptor(tPath, O_RDONLY), false);
+    CheckReadable(tFile->iDescriptor);
     tSlot = std::move(tFile);
 }
 
-void TextFiles::OpenForOutput(std::int16_t iFile, const std::string& sPath) {
+void TextFiles::OpenForOutput(std::int16_t iFile, const std::filesystem::path& tPath) {
     std::unique_ptr<File>& tSlot = Unused(iFile);
-    auto tFile = std::make_unique<File>(OpenDescriptor(sPath, O_WRONLY | O_CREAT | O_TRUNC), true);
-    const mode_t eKind = tFile->Kind();
+    auto tFile = std::make_unique<File>(OpenDescriptor(tPath, O_WRONLY | O_CREAT | O_TRUNC), true);
+    const mode_t eKind = KindOf(tFile->iDescriptor);
     if (eKind != S_IFREG && eKind != S_IFCHR) throw FileError("Not a regular file");
-    tFile->BeginOutput(sPath, m_tSynchronize);
+    tFile->BeginOutput(tPath, m_tSynchronize);
     tSlot = std::move(tFile);
 }
 
@@ -243,7 +267,7 @@ TextFiles::File& TextFiles::Opened(std::int16_t iFile) const {
     return *m_tFiles[static_cast<std::size_t>(iFile)];
 }
 
-bool TextFiles::AtStart(std::int16_t iFile) const { return !Opened(iFile).bLineRead; }
+std::uint64_t TextFiles::LinesRead(std::int16_t iFile) const { return Opened(iFile).lLines; }
 
 bool TextFiles::AtEnd(std::int16_t iFile) {
     File& tFile = Opened(iFile);
@@ -261,13 +285,13 @@ std::string_view TextFiles::ReadLine(std::int16_t iFile) {
         if (!bMore) break;
     }
     if (tFile.iBegin == tFile.iEnd) throw FileError("Input past end of file");
-    if (iLineEnd - tFile.iBegin > LongestLine) throw FileError("Line too long");
+    if (iLineEnd - tFile.iBegin > LongestLine) throw ErrorInLine(tFile.lLines + 1, "too long");
 
     const std::string_view sLine(tFile.sBuffer.data() + tFile.iBegin, iLineEnd - tFile.iBegin);
     const std::size_t iNext = std::min(iLineEnd + 1, tFile.iEnd);
     const bool bPair = iNext < tFile.iEnd && tFile.sBuffer[iLineEnd] == '\r' && tFile.sBuffer[iNext] == '\n';
     tFile.iBegin = bPair ? iNext + 1 : iNext;
-    tFile.bLineRead = true;
+    ++tFile.lLines;
     return sLine;
 }
 
@@ -308,7 +332,7 @@ void TextFiles::CheckInPlace(std::int16_t iFile) const {
     const File& tFile = Opened(iFile);
     if (!tFile.bOutput || Whereabouts(tFile.iDescriptor) == tFile.sWhereabouts) return;
     // Some file systems forget a name that still leads to the file, and links may have been changed.
-    if (!IsSameFile(tFile.iDescriptor, tFile.sPath)) throw FileError("The file is no longer there");
+    if (!IsSameFile(tFile.iDescriptor, tFile.tPath)) throw FileError("The file is no longer there");
 }
 
 }  // namespace runtime

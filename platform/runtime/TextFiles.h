@@ -5,7 +5,9 @@
 #include <array>
 #include <chrono>
 #include <cstdint>
+#include <filesystem>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -14,10 +16,13 @@
 
 namespace runtime {
 
-// Carries the system's description of what failed ("No such file or directory").
+// Carries what failed in words for the user: the system's (SystemText), or ours. Latin-1.
 struct FileError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
+
+// "line 1204: too long". Lines count from 1.
+FileError ErrorInLine(std::uint64_t lLine, std::string_view sReason);
 
 class TextFiles {
 public:
@@ -35,9 +40,9 @@ public:
 
     // Opens a regular file for line reading. Raises FileError (missing, unreadable, a directory, a FIFO or a device:
     // it never waits for another process).
-    void OpenForInput(std::int16_t iFile, const std::string& sPath);
+    void OpenForInput(std::int16_t iFile, const std::filesystem::path& tPath);
     // Creates or empties a file for writing. Raises FileError.
-    void OpenForOutput(std::int16_t iFile, const std::string& sPath);
+    void OpenForOutput(std::int16_t iFile, const std::filesystem::path& tPath);
     // Closes the file; a number that is not open is left alone. Output still buffered is written, but not waited for
     // until it is on the disk; a failure then is not reported.
     void Close(std::int16_t iFile) noexcept;
@@ -46,13 +51,16 @@ public:
     // memory. It can be read on all the same. A number that is not open for input is left alone.
     void Retire(std::int16_t iFile) noexcept;
 
+    // How many lines have been handed out.
+    std::uint64_t LinesRead(std::int16_t iFile) const;
     // Nothing has been read yet.
-    bool AtStart(std::int16_t iFile) const;
-    // No byte is left (a last line without line end counts as a line). Raises FileError when the read fails.
+    bool AtStart(std::int16_t iFile) const { return LinesRead(iFile) == 0; }
+    // No byte is left (a last line without line end counts as a line). Raises FileError, with the line's number, when
+    // the read fails.
     bool AtEnd(std::int16_t iFile);
     // The next line without its line end (CR LF, LF or CR); any other byte, 0 and 26 included, belongs to it. The view
     // holds until the next call on this number. Raises FileError at the end, on a read failure and for a line over
-    // LongestLine.
+    // LongestLine, the latter two with the line's number.
     std::string_view ReadLine(std::int16_t iFile);
 
     // Appends the line and CR LF to the buffer, which is written out when it is full. Raises FileError (disk full).
@@ -68,6 +76,10 @@ public:
     // Raises FileError when what is written leads nowhere any more: the file was removed, moved or replaced, or its
     // medium has been taken away. Asks no medium while all is well. A number that is not open for output is left alone.
     void CheckInPlace(std::int16_t iFile) const;
+
+    // All bytes of a regular file, without a number; nothing where there is none of that name. Raises FileError where
+    // it cannot be read; never waits for another process.
+    static std::optional<std::string> ReadWhole(const std::filesystem::path& tPath);
 
 private:
     struct File;

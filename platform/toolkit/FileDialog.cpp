@@ -14,10 +14,16 @@ bool IsFile(const QString& sPath) {
     return tInfo.exists() && !tInfo.isDir();
 }
 
+// "[*]" would be Qt's place for a mark, but not in a desktop's own dialog, which has its title from the same text: a
+// joiner without width makes it plain text for both.
+QString Title(const FileRequest& tRequest) {
+    return QString(tRequest.sTitle).replace(QLatin1String("[*]"), QStringLiteral("[\u2060*]"));
+}
+
 class FileDialog : public QFileDialog {
 public:
     FileDialog(QWidget* pWindow, const FileRequest& tRequest)
-        : QFileDialog(pWindow, tRequest.sTitle, tRequest.sFolder, AnyCaseFilter(tRequest.sFilter)),
+        : QFileDialog(pWindow, Title(tRequest), tRequest.sFolder, AnyCaseFilter(tRequest.sFilter)),
           m_tRequest(tRequest) {
         setAcceptMode(tRequest.bSave ? AcceptSave : AcceptOpen);
         setFileMode(tRequest.bSave ? AnyFile : ExistingFile);
@@ -43,7 +49,7 @@ private:
 // In the words of the dialogs' own question.
 bool MayReplace(QWidget* pWindow, const FileRequest& tRequest, const QString& sFile) {
     const QString sText = QStringLiteral("%1 already exists.\nDo you want to replace it?");
-    return QMessageBox::warning(pWindow, tRequest.sTitle, sText.arg(QFileInfo(sFile).fileName()),
+    return QMessageBox::warning(pWindow, Title(tRequest), sText.arg(QFileInfo(sFile).fileName()),
                                 QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
 }
 

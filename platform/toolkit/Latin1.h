@@ -1,9 +1,11 @@
 // The border between the two string types: std::string holds Latin-1, one byte per character, QString is the toolkit's.
-// They meet here and nowhere else.
+// They meet here and nowhere else. Names of files cross it as paths, whose bytes are the system's own.
 #pragma once
 
+#include <QFile>
 #include <QLatin1StringView>
 #include <QString>
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -15,5 +17,7 @@ inline QString FromLatin1(std::string_view sText) {
 
 // Characters outside Latin-1 become "?".
 inline std::string ToLatin1(const QString& sText) { return sText.toLatin1().toStdString(); }
+
+inline std::filesystem::path ToPath(const QString& sFile) { return QFile::encodeName(sFile).toStdString(); }
 
 }  // namespace toolkit

@@ -83,7 +83,7 @@ void NativeSerialDevice::Open(const QString& sDevice, const runtime::SerialSetti
     m_tPort.setFlowControl(QSerialPort::NoFlowControl);
     // An empty name would open the folder of devices.
     if (sDevice.isEmpty() || !m_tPort.open(QIODevice::ReadWrite))
-        throw CommError(OpenFailure(sDevice, m_tPort.errorString()).toStdString());
+        throw CommError(OpenFailure(sDevice, m_tPort.errorString()));
 
     m_bLost = false;
     m_iIdleErrors = 0;

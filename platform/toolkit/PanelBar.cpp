@@ -33,19 +33,27 @@ void PanelBar::AddPanel(const QString& sTip, const QString& sTemplate, bool bStr
     if (bStretch) addWidget(m_pTip);  // takes its room from this panel
     m_pLabels.push_back(pLabel);
     m_sTexts.emplace_back();
+    m_sWholeTexts.emplace_back();
     m_sTips.push_back(sTip);
 }
 
 void PanelBar::SetPanelText(int iPanel, std::string_view sText) {
-    std::string& sPanel = m_sTexts[static_cast<std::size_t>(iPanel) - 1];
-    if (sPanel == sText) return;
-    sPanel = sText;
+    const std::size_t i = static_cast<std::size_t>(iPanel) - 1;
+    if (m_sTexts[i] == sText && m_sWholeTexts[i].isEmpty()) return;
+    m_sTexts[i] = sText;
+    m_sWholeTexts[i].clear();
+    m_pBeat->Mark();
+}
+
+void PanelBar::SetPanelWholeText(int iPanel, const QString& sText) {
+    SetPanelText(iPanel, ToLatin1(sText));
+    m_sWholeTexts[static_cast<std::size_t>(iPanel) - 1] = sText;
     m_pBeat->Mark();
 }
 
 void PanelBar::TakeOver() {
     for (std::size_t i = 0; i < m_pLabels.size(); ++i) {
-        const QString sText = FromLatin1(m_sTexts[i]);
+        const QString sText = m_sWholeTexts[i].isEmpty() ? FromLatin1(m_sTexts[i]) : m_sWholeTexts[i];
         if (m_pLabels[i]->text() == sText) continue;
         m_bTexts = true;
         m_pLabels[i]->setText(sText);

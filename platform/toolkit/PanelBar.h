@@ -1,5 +1,5 @@
-// The status bar's text panels. Texts are kept as plain strings and reach the labels on the views' beat: setting a
-// label costs as much as decoding a sentence.
+// The status bar's text panels. Texts are kept as plain strings (Latin-1; a QString where one says more) and reach the
+// labels on the views' beat: setting a label costs as much as decoding a sentence.
 #pragma once
 
 #include <QLabel>
@@ -24,6 +24,7 @@ public:
     // Panels count from 1.
     const std::string& PanelText(int iPanel) const { return m_sTexts[static_cast<std::size_t>(iPanel) - 1]; }
     void SetPanelText(int iPanel, std::string_view sText);
+    void SetPanelWholeText(int iPanel, const QString& sText);  // with letters beyond Latin-1
     // Shows the text once synchronised.
     QLabel& Panel(int iPanel) const { return *m_pLabels[static_cast<std::size_t>(iPanel) - 1]; }
 
@@ -41,6 +42,7 @@ private:
     void TakeOver();
 
     std::vector<std::string> m_sTexts;
+    std::vector<QString> m_sWholeTexts;  // empty where m_sTexts says it all
     std::vector<QLabel*> m_pLabels;
     std::vector<QString> m_sTips;
     QLabel* m_pTip;

@@ -2,6 +2,7 @@
 #include "platform/toolkit/Platform.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QMessageBox>
 #include <QThread>
@@ -30,6 +31,13 @@ void NativeShowBusyPointer(bool bBusy) {
     }
 }
 
+// The program's own folder, and the name that it was started by: that of a link where there is one.
+QString ProgramFile() {
+    const QString sStarted = QFileInfo(QCoreApplication::arguments().value(0)).fileName();
+    return sStarted.isEmpty() ? QCoreApplication::applicationFilePath()
+                              : QCoreApplication::applicationDirPath() + QLatin1Char('/') + sStarted;
+}
+
 }  // namespace
 
 Platform Platform::Native() {
@@ -45,7 +53,7 @@ Platform Platform::Native() {
     t.ShowBusyPointer = NativeShowBusyPointer;
     t.Serial.Resolve = [](const QString& sPort) { return PortDevice(sPort); };
     t.Serial.MakeDevice = [] { return std::make_unique<NativeSerialDevice>(); };
-    t.sProgramFile = QCoreApplication::applicationFilePath();
+    t.sProgramFile = ProgramFile();
     return t;
 }
 

@@ -27,7 +27,7 @@ struct Platform {
     // Brings a written file to the disk, on a thread that is not the window's.
     runtime::DiskSync::Function Synchronize = runtime::DiskSync::ToDisk;
     SerialAccess Serial;
-    QString sProgramFile;  // path of the program; the profile and the playback folder follow it
+    QString sProgramFile;  // the program's folder and the name it was started by; profile and playback folder follow it
 
     // The real ones.
     static Platform Native();

@@ -103,7 +103,7 @@ QString PortBox::DeviceTip() const {
         sTip += QLatin1Char('\n') +
                 (QFileInfo::exists(sDevice) ? DeviceLines(sDevice) : QStringLiteral("%1 is not there").arg(sDevice));
     } catch (const CommError& tError) {
-        sTip += QLatin1Char('\n') + QString::fromUtf8(tError.what());
+        sTip += QLatin1Char('\n') + tError.Text();
     }
     return m_sNote.isEmpty() ? sTip : sTip + QLatin1Char('\n') + m_sNote;
 }

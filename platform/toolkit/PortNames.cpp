@@ -19,8 +19,6 @@ namespace toolkit {
 namespace {
 constexpr int NamesInAnError = 3;  // of an ambiguous beginning: more would not fit into the status bar
 
-CommError Error(const QString& sText) { return CommError(sText.toStdString()); }
-
 QString Quoted(const QString& sText) { return QLatin1Char('"') + sText + QLatin1Char('"'); }
 
 // The digits of "COM6", empty for anything else.
@@ -41,7 +39,7 @@ struct NumberText {
 NumberText ReadNumber(const QString& sPort) {
     const QString sText = sPort.trimmed();
     const QString sClassic = ClassicNumber(sText);
-    const std::string sNumber = (sClassic.isEmpty() ? sText : sClassic).toStdString();
+    const std::string sNumber = ToLatin1(sClassic.isEmpty() ? sText : sClassic);
     try {
         runtime::ToReal(sNumber);
     } catch (const runtime::ConversionError&) {
@@ -57,7 +55,7 @@ NumberText ReadNumber(const QString& sPort) {
 QString NumberedDevice(const NumberText& tNumber, const QString& sText, const PortFolders& tFolders) {
     const std::int32_t lNumber = tNumber.lValue.value_or(0);
     if (lNumber < LowestPortNumber || lNumber > HighestPortNumber)
-        throw Error(QStringLiteral("%1 is no port number from 1 to 255").arg(Quoted(sText)));
+        throw CommError(QStringLiteral("%1 is no port number from 1 to 255").arg(Quoted(sText)));
     return QStringLiteral("%1/ttyS%2").arg(tFolders.sDevices).arg(lNumber - 1);
 }
 
@@ -80,8 +78,8 @@ QString LinkedDevice(const QString& sText, const QString& sFolder) {
     }
     if (sNames.size() <= 1) return sPath;
     const QString sMore = sNames.size() > NamesInAnError ? QStringLiteral(" ...") : QString();
-    throw Error(QStringLiteral("%1 names more than one serial port: %2%3")
-                    .arg(Quoted(sText), sNames.mid(0, NamesInAnError).join(QStringLiteral(", ")), sMore));
+    throw CommError(QStringLiteral("%1 names more than one serial port: %2%3")
+                        .arg(Quoted(sText), sNames.mid(0, NamesInAnError).join(QStringLiteral(", ")), sMore));
 }
 
 QString KernelName(const QString& sDevice, const PortFolders& tFolders) {
@@ -128,9 +126,9 @@ std::optional<std::int32_t> PortNumber(const QString& sPort) { return ReadNumber
 
 QString PortDevice(const QString& sPort, const PortFolders& tFolders) {
     const QString sText = sPort.trimmed();
-    if (sText.isEmpty()) throw Error(QStringLiteral("no port is given"));
+    if (sText.isEmpty()) throw CommError(QStringLiteral("no port is given"));
     if (const NumberText tNumber = ReadNumber(sText); tNumber.bNumber) return NumberedDevice(tNumber, sText, tFolders);
-    const CommError tUnknown = Error(QStringLiteral("%1 names no serial port").arg(Quoted(sText)));
+    const CommError tUnknown(QStringLiteral("%1 names no serial port").arg(Quoted(sText)));
     if (sText.contains(QChar::Null)) throw tUnknown;
     if (sText.startsWith(QLatin1Char('/'))) return sText;
 

@@ -1,8 +1,12 @@
 // A new file beside the old one, brought to the disk and then put in its place.
 #include "platform/toolkit/SafeFile.h"
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
+#include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 #include <cerrno>
 #include <cstring>
@@ -38,6 +42,16 @@ bool ReplaceFile(const QString& sPath, std::string_view sText, QString* pReason)
     const bool bReplaced = Replace(tFile, sText, sReason);
     if (!bReplaced && pReason != nullptr) *pReason = sReason;
     return bReplaced;
+}
+
+FolderLock::FolderLock(const QString& sFile)
+    : m_iFolder(
+          ::open(QFile::encodeName(QFileInfo(sFile).absolutePath()).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+    if (m_iFolder >= 0) ::flock(m_iFolder, LOCK_EX);
+}
+
+FolderLock::~FolderLock() {
+    if (m_iFolder >= 0) ::close(m_iFolder);
 }
 
 }  // namespace toolkit

@@ -10,12 +10,21 @@
 #include <string_view>
 
 #include "platform/runtime/SerialSettings.h"
+#include "platform/toolkit/Latin1.h"
 
 namespace toolkit {
 
-// Carries the description, in words for the user (UTF-8), of why a port could not be opened.
-struct CommError : std::runtime_error {
-    using std::runtime_error::runtime_error;
+// Carries the description, in words for the user, of why a port could not be opened. They may quote what the user has
+// typed, so they are whole in Text() alone; what() is Latin-1.
+class CommError : public std::runtime_error {
+public:
+    explicit CommError(const QString& sText) : std::runtime_error(ToLatin1(sText)), m_sText(sText) {}
+    explicit CommError(const std::string& sText) : CommError(FromLatin1(sText)) {}
+    explicit CommError(const char* sText) : CommError(std::string(sText)) {}
+    const QString& Text() const noexcept { return m_sText; }
+
+private:
+    QString m_sText;
 };
 
 class SerialDevice : public QObject {

@@ -100,9 +100,7 @@ void SerialPort::SetTitle(const QString& sTitle) { d->sTitle = sTitle; }
 
 void SerialPort::SetReceiveEvents(bool bReceiveEvents) { d->bReceiveEvents = bReceiveEvents; }
 
-void SerialPort::SetCommPort(std::string_view sPort) {
-    d->sPort = QString::fromLatin1(sPort.data(), static_cast<qsizetype>(sPort.size()));
-}
+void SerialPort::SetCommPort(const QString& sPort) { d->sPort = sPort; }
 
 std::int32_t SerialPort::CommPort() const { return PortNumber(d->sPort).value_or(0); }
 
@@ -209,7 +207,7 @@ void SerialPort::Private::CheckSiblings(const QString& sCanonical) const {
     for (const SerialPort* pOther : tPort.parent()->findChildren<SerialPort*>()) {
         if (pOther == &tPort || !pOther->d->bOpen || pOther->d->bAway || pOther->Device() != sCanonical) continue;
         const QString sOther = pOther->d->sTitle.isEmpty() ? QStringLiteral("another port") : pOther->d->sTitle;
-        throw CommError(QStringLiteral("already open as %1").arg(sOther).toStdString());
+        throw CommError(QStringLiteral("already open as %1").arg(sOther));
     }
 }
 

@@ -32,7 +32,7 @@ public:
     // Without receive events what arrives is thrown away; with them (as a port is made) event 2 tells of it.
     void SetReceiveEvents(bool bReceiveEvents);
     // The text of the port field: a number, or a device name. Resolved when the port is opened, never earlier.
-    void SetCommPort(std::string_view sPort);
+    void SetCommPort(const QString& sPort);
     std::int32_t CommPort() const;                 // the number; 0 where the text is a name or never was set
     void SetSettings(std::string_view sSettings);  // raises runtime::SettingsError and keeps the former settings
     const std::string& Settings() const;

@@ -21,13 +21,14 @@ void Promise(bool bHeld) {
 
 // What was not written stays as it was, what was written is read again, and a second reading changes nothing.
 void ProfileText(const std::string& sText) {
-    runtime::Profile t(sText);
-    Promise(t.Text() == sText);
+    const std::u16string sWide(sText.begin(), sText.end());
+    runtime::Profile t(sWide);
+    Promise(t.Text() == sWide);
     Promise(t.Read("Nmea Data", "Settings #0").size() <= runtime::Profile::LongestValue);
-    t.Write("Nmea Data", "Settings #0", "38400,n,8,1");
-    Promise(t.Read("nmea data", "SETTINGS #0") == "38400,n,8,1");
+    t.Write("Nmea Data", "Settings #0", u"38400,n,8,1");
+    Promise(t.Read("nmea data", "SETTINGS #0") == u"38400,n,8,1");
     const runtime::Profile tAgain(t.Text());
-    Promise(tAgain.Read("Nmea Data", "Settings #0") == "38400,n,8,1");
+    Promise(tAgain.Read("Nmea Data", "Settings #0") == u"38400,n,8,1");
     Promise(tAgain.Text() == t.Text());
 }
 

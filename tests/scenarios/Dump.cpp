@@ -215,7 +215,7 @@ QJsonObject DumpState(Stage& tStage) {
     tState[QStringLiteral("message_boxes")] = QJsonArray::fromStringList(tStage.tWorld.sMessages);
     tState[QStringLiteral("dialogs")] = DumpDialogs(tStage.tWorld);
     tState[QStringLiteral("pointer")] = tPointer;
-    tState[QStringLiteral("profile")] = QJsonObject{{QStringLiteral("text"), Text(t.m_sProfileText)}};
+    tState[QStringLiteral("profile")] = QJsonObject{{QStringLiteral("text"), t.m_tProfile.sText}};
     return tState;
 }
 

@@ -26,7 +26,7 @@ struct Listener {
         });
     }
     void Open(const PtyPort& tPty, std::string_view sSettings = "38400,n,8,1") {
-        tPort.SetCommPort(tPty.Link().toStdString());
+        tPort.SetCommPort(tPty.Link());
         tPort.SetSettings(sSettings);
         tPort.OpenPort();
     }
@@ -174,7 +174,7 @@ void SerialInputTest::KernelNameAndPathOpenTheSameDevice() {
     t.tPort.SetSettings("38400,n,8,1");
     const std::string sPath = tPty.Device().toStdString();
     for (const std::string& sName : {sPath, sPath.substr(5), tPty.Link().toStdString()}) {
-        t.tPort.SetCommPort(sName);
+        t.tPort.SetCommPort(toolkit::FromLatin1(sName));
         t.tPort.OpenPort();
         QCOMPARE(t.tPort.Device(), tPty.Device());
         t.tPort.ClosePort();

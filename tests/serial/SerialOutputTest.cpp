@@ -17,7 +17,7 @@ struct Sender {
 
     explicit Sender(const PtyPort& tPty, std::string_view sSettings = "4800,n,8,1") {
         QObject::connect(&tPort, &SerialPort::OnComm, &tPort, [this] { iEvents.push_back(tPort.CommEvent()); });
-        tPort.SetCommPort(tPty.Link().toStdString());
+        tPort.SetCommPort(tPty.Link());
         tPort.SetSettings(sSettings);
         tPort.OpenPort();
     }

@@ -24,7 +24,7 @@ struct Listener {
             else
                 iEvents.push_back(tPort.CommEvent());
         });
-        tPort.SetCommPort(tPty.Link().toStdString());
+        tPort.SetCommPort(tPty.Link());
         tPort.SetSettings("38400,n,8,1");
         tPort.OpenPort();
     }

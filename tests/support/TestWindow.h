@@ -73,9 +73,9 @@ public:
     using frmMain::m_sGllLongitude;
     using frmMain::m_sGllTime;
     using frmMain::m_sProfileFile;
-    using frmMain::m_sProfileText;
     using frmMain::m_sVdmChannel;
     using frmMain::m_tFiles;
+    using frmMain::m_tProfile;
     using frmMain::m_tSortKeys;
     using frmMain::m_tVdmMessage;
 

@@ -403,7 +403,7 @@ void ProfileWindowTest::profileThatCannotBeWrittenIsSilent() {
     World tWorld;
     TestWindow t(tWorld);
     t.LoadAndShow();
-    t.m_sProfileFile = tWorld.Path(QStringLiteral("gone/tidewatch.Ini")).toStdString();
+    t.m_sProfileFile = tWorld.Path(QStringLiteral("gone/tidewatch.Ini"));
     QVERIFY(t.close());
     QVERIFY(tWorld.sMessages.isEmpty());
 }
@@ -482,7 +482,7 @@ void ProfileWindowTest::portsAreClosedBeforeTheProfileIsWritten() {
     t.Press("Record");
     t.FeedLine(0, "$GPGLL,4916.45,N,12311.12,W,225444,A");
     // Where nothing can be written the unload must have closed the ports all the same.
-    t.m_sProfileFile = tWorld.Path(QStringLiteral("gone/tidewatch.Ini")).toStdString();
+    t.m_sProfileFile = tWorld.Path(QStringLiteral("gone/tidewatch.Ini"));
     t.close();
     QVERIFY(!t.MSComm(0).PortOpen());
     QVERIFY(!t.MSComm(1).PortOpen());

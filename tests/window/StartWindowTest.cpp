@@ -44,13 +44,13 @@ void StartWindowTest::profileStandsBesideTheProgram() {
     QFETCH(QString, program);
     QFETCH(QString, profile);
     const World tWorld;
-    QCOMPARE(app::ProfilePath(tWorld.Path(program)), tWorld.Path(profile));
+    QCOMPARE(app::ProfilePath(tWorld.Path(program)).sFile, tWorld.Path(profile));
 }
 
 void StartWindowTest::profileMovesToTheUsersFolderWhenTheProgramsCannotBeWritten() {
     const World tWorld;
     qputenv("XDG_CONFIG_HOME", tWorld.Path(QStringLiteral("config")).toUtf8());
-    const QString sPath = app::ProfilePath(tWorld.Path(QStringLiteral("no-such-folder/tidewatch")));
+    const QString sPath = app::ProfilePath(tWorld.Path(QStringLiteral("no-such-folder/tidewatch"))).sFile;
     qunsetenv("XDG_CONFIG_HOME");
     QCOMPARE(sPath, tWorld.Path(QStringLiteral("config/tidewatch/tidewatch.Ini")));
     tWorld.WriteFile(sPath, "");  // the folder has been made
@@ -198,7 +198,7 @@ void StartWindowTest::profileLoadTouchesNeitherLayoutNorColumns() {
     t.LoadAndShow();
     const QRect tFirst = t.lstCommData(0).geometry();
     const auto tColumns = t.grdTargetData.Columns();
-    t.m_sProfileText = "[Nmea Data]\nEnabled #1=1\n[Target Data]\nDetail=All\n";
+    t.m_tProfile.sText = QStringLiteral("[Nmea Data]\nEnabled #1=1\n[Target Data]\nDetail=All\n");
     t.SSTab.setFocus();
     t.ProfileLoad();
     QVERIFY(t.chkCommEnabled(1).isChecked());

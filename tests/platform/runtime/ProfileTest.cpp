@@ -30,8 +30,13 @@ constexpr const char* Text =
     "Comm Port #1=5\r\n"
     "Enabled #0=0\r\n";
 
-QByteArray Value(std::string_view sText, const char* sSection, const char* sKey) {
-    return QByteArray::fromStdString(Profile(sText).Read(sSection, sKey));
+// The tests' texts are Latin-1.
+std::u16string Wide(const QByteArray& sText) { return QString::fromLatin1(sText).toStdU16String(); }
+
+QByteArray Bytes(std::u16string_view sText) { return QStringView(sText).toLatin1(); }
+
+QByteArray Value(const QByteArray& sText, const char* sSection, const char* sKey) {
+    return Bytes(Profile(Wide(sText)).Read(sSection, sKey));
 }
 
 }  // namespace
@@ -52,6 +57,10 @@ private slots:
     void savingChangesOnlyItsLine_data();
     void savingChangesOnlyItsLine();
     void degreeSignSurvives();
+    void cutCountsCharactersNotPlaces();
+    void onePairOfQuotesIsDropped_data();
+    void onePairOfQuotesIsDropped();
+    void quotesDoNotCountForTheLongestValue();
     void lineEndInAValueEndsIt();
     void writingTwiceIsWritingOnce();
     void whatIsWrittenIsReadBack();
@@ -91,7 +100,7 @@ void ProfileTest::valuesAreFound() {
     QCOMPARE(Value(Text, sSection.constData(), sKey.constData()), sValue);
     QByteArray sLineFeeds(Text);
     sLineFeeds.replace("\r\n", "\n");
-    QCOMPARE(Value(sLineFeeds.toStdString(), sSection.constData(), sKey.constData()), sValue);
+    QCOMPARE(Value(sLineFeeds, sSection.constData(), sKey.constData()), sValue);
 }
 
 void ProfileTest::lineFeedsAloneEndLinesToo() {
@@ -117,13 +126,13 @@ void ProfileTest::valuesAreCutToSeventyNineCharacters() {
     QByteArray sValue;
     for (int i = 0; i < iWritten; ++i) sValue += static_cast<char>('a' + i % 26);
     const QByteArray sText = "[A]\r\nx=  " + sValue + "  \r\n";
-    QCOMPARE(Value(sText.toStdString(), "A", "x"), sValue.left(iRead));
+    QCOMPARE(Value(sText, "A", "x"), sValue.left(iRead));
 }
 
 void ProfileTest::longValueIsWrittenWhole() {
     Profile tProfile;
-    tProfile.Write("A", "x", std::string(200, 'v'));
-    QCOMPARE(tProfile.Text(), "[A]\r\nx=" + std::string(200, 'v') + "\r\n");
+    tProfile.Write("A", "x", std::u16string(200, u'v'));
+    QCOMPARE(Bytes(tProfile.Text()), "[A]\r\nx=" + QByteArray(200, 'v') + "\r\n");
 }
 
 void ProfileTest::textComesBackUntouched_data() {
@@ -141,7 +150,7 @@ void ProfileTest::textComesBackUntouched_data() {
 
 void ProfileTest::textComesBackUntouched() {
     QFETCH(QByteArray, sText);
-    QCOMPARE(QByteArray::fromStdString(Profile(sText.toStdString()).Text()), sText);
+    QCOMPARE(Bytes(Profile(Wide(sText)).Text()), sText);
 }
 
 void ProfileTest::savingChangesOnlyItsLine_data() {
@@ -178,53 +187,87 @@ void ProfileTest::savingChangesOnlyItsLine_data() {
 void ProfileTest::savingChangesOnlyItsLine() {
     QFETCH(QByteArray, sBefore);
     QFETCH(QByteArray, sAfter);
-    Profile tProfile(sBefore.toStdString());
-    tProfile.Write("A", "x", "new");
-    QCOMPARE(QByteArray::fromStdString(tProfile.Text()), sAfter);
-    QCOMPARE(tProfile.Read("A", "x"), std::string("new"));
+    Profile tProfile(Wide(sBefore));
+    tProfile.Write("A", "x", u"new");
+    QCOMPARE(Bytes(tProfile.Text()), sAfter);
+    QCOMPARE(Bytes(tProfile.Read("A", "x")), QByteArray("new"));
 }
 
 void ProfileTest::degreeSignSurvives() {
     Profile tProfile;
-    tProfile.Write("Gps Data", "Latitude",
-                   "47\xB0"
-                   "36.50'N");
-    const std::string sText = tProfile.Text();
-    QCOMPARE(sText, std::string("[Gps Data]\r\nLatitude=47\xB0"
-                                "36.50'N\r\n"));
-    QCOMPARE(Profile(sText).Read("Gps Data", "Latitude"), std::string("47\xB0"
-                                                                      "36.50'N"));
+    tProfile.Write("Gps Data", "Latitude", u"47\u00B036.50'N");
+    QVERIFY(tProfile.Text() == u"[Gps Data]\r\nLatitude=47\u00B036.50'N\r\n");
+    QVERIFY(Profile(tProfile.Text()).Read("Gps Data", "Latitude") == u"47\u00B036.50'N");
+}
+
+void ProfileTest::cutCountsCharactersNotPlaces() {
+    std::u16string sText = u"[A]\r\nx=";
+    for (int i = 0; i < 80; ++i) sText += u"\U0001F6A2";
+    QCOMPARE(Profile(sText).Read("A", "x").size(), std::size_t{2 * 79});
+}
+
+void ProfileTest::onePairOfQuotesIsDropped_data() {
+    QTest::addColumn<QByteArray>("sWritten");
+    QTest::addColumn<QByteArray>("sRead");
+    const auto Row = [](const char* sName, const char* sWritten, const char* sRead) {
+        QTest::newRow(sName) << QByteArray(sWritten) << QByteArray(sRead);
+    };
+    Row("double", "\"a b\"", "a b");
+    Row("single", "'a b'", "a b");
+    Row("blanks inside stay", " \" a \" ", " a ");
+    Row("one pair only", "\"\"a\"\"", "\"a\"");
+    Row("double around single", "\"'a'\"", "'a'");
+    Row("single around double", "'\"a\"'", "\"a\"");
+    Row("nothing inside", "\"\"", "");
+    Row("not matching", "\"a'", "\"a'");
+    Row("only in front", "\"a", "\"a");
+    Row("only behind", "a\"", "a\"");
+    Row("in the middle", "a\"b\"c", "a\"b\"c");
+    Row("one quote alone", "\"", "\"");
+    Row("minute sign of a position", "47 36.50'N", "47 36.50'N");
+}
+
+void ProfileTest::onePairOfQuotesIsDropped() {
+    QFETCH(QByteArray, sWritten);
+    QFETCH(QByteArray, sRead);
+    QCOMPARE(Value("[A]\r\nx=" + sWritten + "\r\n", "A", "x"), sRead);
+}
+
+void ProfileTest::quotesDoNotCountForTheLongestValue() {
+    const QByteArray sValue(79, 'v');
+    QCOMPARE(Value("[A]\r\nx=\"" + sValue + "\"\r\n", "A", "x"), sValue);
+    QCOMPARE(Value("[A]\r\nx=\"" + sValue + "v\"\r\n", "A", "x"), sValue);
 }
 
 void ProfileTest::lineEndInAValueEndsIt() {
     Profile tProfile;
-    tProfile.Write("A", "x", "1\r\n[B]\r\nx=2");
-    tProfile.Write("A", "y", "3\n4");
-    QCOMPARE(tProfile.Text(), std::string("[A]\r\nx=1\r\ny=3\r\n"));
+    tProfile.Write("A", "x", u"1\r\n[B]\r\nx=2");
+    tProfile.Write("A", "y", u"3\n4");
+    QCOMPARE(Bytes(tProfile.Text()), QByteArray("[A]\r\nx=1\r\ny=3\r\n"));
 }
 
 void ProfileTest::writingTwiceIsWritingOnce() {
-    Profile tProfile{std::string_view(Text)};
-    tProfile.Write("Nmea Data", "Enabled #1", "0");
-    tProfile.Write("Output Data", "Enabled", "1");
-    const std::string sOnce = tProfile.Text();
-    tProfile.Write("Nmea Data", "Enabled #1", "0");
-    tProfile.Write("Output Data", "Enabled", "1");
-    QCOMPARE(tProfile.Text(), sOnce);
+    Profile tProfile{Wide(Text)};
+    tProfile.Write("Nmea Data", "Enabled #1", u"0");
+    tProfile.Write("Output Data", "Enabled", u"1");
+    const std::u16string sOnce = tProfile.Text();
+    tProfile.Write("Nmea Data", "Enabled #1", u"0");
+    tProfile.Write("Output Data", "Enabled", u"1");
+    QVERIFY(tProfile.Text() == sOnce);
 }
 
 void ProfileTest::whatIsWrittenIsReadBack() {
-    Profile tProfile{std::string_view(Text)};
+    Profile tProfile{Wide(Text)};
     for (int i = 0; i < 50; ++i) {
         const std::string sSection = "Section " + std::to_string(i % 7);
-        tProfile.Write(sSection, "Key " + std::to_string(i), "Value " + std::to_string(i));
+        tProfile.Write(sSection, "Key " + std::to_string(i), Wide("Value " + QByteArray::number(i)));
     }
     const Profile tRead(tProfile.Text());
     for (int i = 0; i < 50; ++i) {
         const std::string sSection = "SECTION " + std::to_string(i % 7);
-        QCOMPARE(tRead.Read(sSection, "key " + std::to_string(i)), "Value " + std::to_string(i));
+        QCOMPARE(Bytes(tRead.Read(sSection, "key " + std::to_string(i))), "Value " + QByteArray::number(i));
     }
-    QVERIFY(QByteArray::fromStdString(tProfile.Text()).startsWith(Text));
+    QVERIFY(Bytes(tProfile.Text()).startsWith(Text));
 }
 
 QTEST_GUILESS_MAIN(ProfileTest)

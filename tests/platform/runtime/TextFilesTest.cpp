@@ -85,6 +85,11 @@ private slots:
     void hugeLineIsAnErrorAtOnce();
     void longFileTakesConstantMemory();
     void beginAndEndAreTold();
+    void linesAreCounted_data();
+    void linesAreCounted();
+    void wholeFileIsRead();
+    void wholeFileThatCannotBeRead_data();
+    void wholeFileThatCannotBeRead();
     void readingPastTheEndIsAnError();
     void fileThatShrinksEndsEarly();
     void fileThatGrowsIsReadOn();
@@ -268,7 +273,7 @@ void TextFilesTest::longerLineIsAnError() {
         tFiles.OpenForInput(1, Make("first\r\n" + QByteArray(TextFiles::LongestLine + 1, 'x') + sEnd));
         QVERIFY(tFiles.ReadLine(1) == "first");
         QVERIFY(!tFiles.AtEnd(1));
-        QCOMPARE(Failure([&] { tFiles.ReadLine(1); }), QByteArray("Line too long"));
+        QCOMPARE(Failure([&] { tFiles.ReadLine(1); }), QByteArray("line 2: too long"));
         tFiles.Close(1);
     }
 }
@@ -280,7 +285,7 @@ void TextFilesTest::hugeLineIsAnErrorAtOnce() {
     tFiles.OpenForInput(1, sPath);
     QElapsedTimer tClock;
     tClock.start();
-    QCOMPARE(Failure([&] { tFiles.ReadLine(1); }), QByteArray("Line too long"));
+    QCOMPARE(Failure([&] { tFiles.ReadLine(1); }), QByteArray("line 1: too long"));
     QVERIFY(tClock.elapsed() < 2000);
 }
 
@@ -320,6 +325,55 @@ void TextFilesTest::beginAndEndAreTold() {
     QVERIFY(tFiles.AtStart(1));
     QVERIFY(tFiles.AtEnd(1));
     QVERIFY(tFiles.AtStart(1));
+}
+
+void TextFilesTest::linesAreCounted_data() {
+    QTest::addColumn<QByteArray>("sEnd");
+    QTest::newRow("CR LF") << QByteArray("\r\n");
+    QTest::newRow("LF") << QByteArray("\n");
+    QTest::newRow("CR") << QByteArray("\r");
+}
+
+void TextFilesTest::linesAreCounted() {
+    QFETCH(QByteArray, sEnd);
+    TextFiles tFiles;
+    tFiles.OpenForInput(1, Make(("a line of text" + sEnd + sEnd).repeated(20000)));  // more than a block
+    for (std::uint64_t lLine = 0; lLine < 40000; ++lLine) {
+        QCOMPARE(tFiles.LinesRead(1), lLine);
+        tFiles.ReadLine(1);
+    }
+    QCOMPARE(tFiles.LinesRead(1), std::uint64_t{40000});
+    QVERIFY(tFiles.AtEnd(1));
+}
+
+void TextFilesTest::wholeFileIsRead() {
+    QVERIFY(!TextFiles::ReadWhole(Path("none.txt")));
+    QVERIFY(!TextFiles::ReadWhole(Path("none/none.txt")));
+    QCOMPARE(TextFiles::ReadWhole(Make(""))->size(), std::size_t{0});
+    const QByteArray sText = QByteArray("\0\r\n\xFF", 4).repeated(1000000);
+    QVERIFY(QByteArray::fromStdString(*TextFiles::ReadWhole(Make(sText))) == sText);
+}
+
+void TextFilesTest::wholeFileThatCannotBeRead_data() {
+    QTest::addColumn<QString>("sKind");
+    QTest::addColumn<QByteArray>("sReason");
+    QTest::newRow("folder") << QStringLiteral("folder") << QByteArray("Is a directory");
+    QTest::newRow("link to itself") << QStringLiteral("loop") << QByteArray("Too many levels of symbolic links");
+    QTest::newRow("pipe without a writer") << QStringLiteral("fifo") << QByteArray("Not a regular file");
+    QTest::newRow("device without an end") << QStringLiteral("device") << QByteArray("Not a regular file");
+}
+
+void TextFilesTest::wholeFileThatCannotBeRead() {
+    QFETCH(QString, sKind);
+    QFETCH(QByteArray, sReason);
+    std::string sPath = Path("odd");
+    if (sKind == QLatin1String("folder")) QCOMPARE(::mkdir(sPath.c_str(), 0700), 0);
+    if (sKind == QLatin1String("loop")) QCOMPARE(::symlink("odd", sPath.c_str()), 0);
+    if (sKind == QLatin1String("fifo")) QCOMPARE(::mkfifo(sPath.c_str(), 0600), 0);
+    if (sKind == QLatin1String("device")) sPath = "/dev/zero";
+    QCOMPARE(Failure([&] { TextFiles::ReadWhole(sPath); }), sReason);
+    if (sKind == QLatin1String("folder")) QCOMPARE(::rmdir(sPath.c_str()), 0);
+    if (sPath.ends_with("odd")) ::unlink(sPath.c_str());
 }
 
 void TextFilesTest::readingPastTheEndIsAnError() {

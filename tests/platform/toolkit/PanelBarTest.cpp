@@ -24,6 +24,7 @@ private slots:
     void unseenBarWaitsUntilItIsShown();
     void textsArePlain();
     void latinLettersAreShown();
+    void otherLettersAreShownUntilTheNextText();
     void longTextDoesNotWidenTheBar();
     void tipTellsTheMeaningOrTheWholeText();
     void panelsAreWideEnoughForTheirTemplates();
@@ -92,6 +93,18 @@ void PanelBarTest::latinLettersAreShown() {
     t.SetPanelText(2, "\xe9\xb0");
     t.Synchronize();
     QCOMPARE(t.Panel(2).text(), QStringLiteral("\u00e9\u00b0"));
+}
+
+void PanelBarTest::otherLettersAreShownUntilTheNextText() {
+    PanelBar t;
+    AddPanels(t);
+    t.SetPanelWholeText(2, QString::fromUtf8("приём"));
+    t.Synchronize();
+    QCOMPARE(t.Panel(2).text(), QString::fromUtf8("приём"));
+    QCOMPARE(t.PanelText(2), std::string("?????"));
+    t.SetPanelText(2, "plain");
+    t.Synchronize();
+    QCOMPARE(t.Panel(2).text(), QStringLiteral("plain"));
 }
 
 void PanelBarTest::longTextDoesNotWidenTheBar() {

@@ -167,7 +167,7 @@ void PortNamesTest::TextNamesNoDevice() {
         toolkit::PortDevice(sText, Folders());
         QFAIL("a device was found");
     } catch (const CommError& tError) {
-        QCOMPARE(QString::fromUtf8(tError.what()), sReason);
+        QCOMPARE(tError.Text(), sReason);
     }
 }
 
@@ -176,7 +176,7 @@ void PortNamesTest::AmbiguousBeginningNamesItsCandidates() {
         toolkit::PortDevice(QStringLiteral("usb-Acme"), Folders());
         QFAIL("a device was found");
     } catch (const CommError& tError) {
-        QCOMPARE(QString::fromUtf8(tError.what()),
+        QCOMPARE(tError.Text(),
                  QStringLiteral("\"usb-Acme\" names more than one serial port: usb-Acme_Serial_A1-if00-port0, "
                                 "usb-Acme_Serial_B2"));
     }

@@ -66,7 +66,7 @@ struct Fixture {
 
     Fixture() : tPort(*new SerialPort(&tWindow)) {
         tPort.SetAccess(Access());
-        tPort.SetCommPort("6");
+        tPort.SetCommPort(QStringLiteral("6"));
         tPort.SetSettings("38400,n,8,1");
         QObject::connect(&tPort, &SerialPort::OnComm, &tWindow, [this] {
             iEvents.push_back(tPort.CommEvent());
@@ -97,7 +97,7 @@ struct Fixture {
                               return p;
                           }});
         tOther.SetTitle(QString::fromLatin1(pTitle));
-        tOther.SetCommPort(sPort);
+        tOther.SetCommPort(toolkit::FromLatin1(sPort));
         tOther.SetSettings("4800,n,8,1");
         return tOther;
     }
@@ -170,7 +170,7 @@ void SerialPortTest::PortNumberIsTheTextsNumber() {
     QFETCH(std::string, sText);
     SerialPort tPort;
     QCOMPARE(tPort.CommPort(), 0);
-    tPort.SetCommPort(sText);
+    tPort.SetCommPort(toolkit::FromLatin1(sText));
     QTEST(tPort.CommPort(), "iNumber");
 }
 
@@ -207,7 +207,7 @@ void SerialPortTest::OpenAndClose() {
 
 void SerialPortTest::NameIsResolvedAtTheOpenAndNoEarlier() {
     Fixture t;
-    t.tPort.SetCommPort("7");
+    t.tPort.SetCommPort(QStringLiteral("7"));
     QCOMPARE(t.iResolved, 0);
     t.tPort.OpenPort();
     QCOMPARE(t.iResolved, 1);
@@ -216,7 +216,7 @@ void SerialPortTest::NameIsResolvedAtTheOpenAndNoEarlier() {
 
 void SerialPortTest::UnknownNameFailsInWords() {
     Fixture t;
-    t.tPort.SetCommPort("abc");
+    t.tPort.SetCommPort(QStringLiteral("abc"));
     QCOMPARE(ErrorOf(t.tPort), std::string("\"abc\" names no serial port"));
     QVERIFY(!t.tPort.PortOpen());
 }
@@ -238,7 +238,7 @@ void SerialPortTest::SameDeviceAsASiblingIsRefused() {
     SerialPort& tOther = t.Sibling("output", "6");
     QCOMPARE(ErrorOf(tOther), std::string("already open as input #1"));
     QVERIFY(!tOther.PortOpen());
-    tOther.SetCommPort("7");
+    tOther.SetCommPort(QStringLiteral("7"));
     QCOMPARE(ErrorOf(tOther), std::string("opened"));
 }
 
