@@ -44,13 +44,13 @@ void frmMain::ConnectEvents() {
     connect(&grdTargetData, &toolkit::Grid::MouseMoved, this, &frmMain::grdTargetData_MouseMove);
     connect(&grdTargetData, &toolkit::Grid::RowActivated, this, &frmMain::grdTargetData_RowActivated);
     connect(&grdTargetData, &toolkit::Grid::MenuAsked, this, &frmMain::TargetMenu);
-    const auto tSavedAs = [this](const toolkit::Grid& grd, const char* sFileName) {
+    const auto SavedAs = [this](const toolkit::Grid& grd, const char* sFileName) {
         connect(&grd, &toolkit::Grid::SaveAsked, this,
                 [this, &grd, sFileName] { TableSave(grd, QLatin1String(sFileName)); });
     };
-    tSavedAs(grdTargetData, "Tidewatch Targets.csv");
-    tSavedAs(grdMessageData, "Tidewatch Messages.csv");
-    tSavedAs(grdSpecData, "Tidewatch Spec.csv");
+    SavedAs(grdTargetData, "Tidewatch Targets.csv");
+    SavedAs(grdMessageData, "Tidewatch Messages.csv");
+    SavedAs(grdSpecData, "Tidewatch Spec.csv");
     // The Menu key comes from the system, this one does not.
     connect(new QShortcut(Qt::SHIFT | Qt::Key_F10, this), &QShortcut::activated, this, &frmMain::OpenMenuOfFocus);
     connect(&cmdTimingApply, &QPushButton::clicked, this, &frmMain::TimingPlan);

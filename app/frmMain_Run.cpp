@@ -80,17 +80,17 @@ void frmMain::CommSetControls(bool bRunning) {
     txtOutputSettings.setEnabled(!bRunning);
     chkOutputRMC.setEnabled(!bRunning);
 
-    const auto tSet = [this](const char* sKey, bool bEnabled, bool bPressed) {
+    const auto SetButton = [this](const char* sKey, bool bEnabled, bool bPressed) {
         Toolbar.SetEnabled(QLatin1String(sKey), bEnabled);
         Toolbar.SetPressed(QLatin1String(sKey), bPressed);
     };
-    tSet(ui::KeyStart, !bRunning, bRunning);
-    tSet(ui::KeyStop, bRunning, !bRunning);
-    tSet(ui::KeyRecord, bRunning, false);
+    SetButton(ui::KeyStart, !bRunning, bRunning);
+    SetButton(ui::KeyStop, bRunning, !bRunning);
+    SetButton(ui::KeyRecord, bRunning, false);
     m_bRecording = false;
-    tSet(ui::KeyPlayback, !bRunning, false);
+    SetButton(ui::KeyPlayback, !bRunning, false);
     m_bPlayback = false;
-    tSet(ui::KeyPlaybackBurst, !bRunning, false);
+    SetButton(ui::KeyPlaybackBurst, !bRunning, false);
     m_bPlaybackBurst = false;
 
     SetHints(bRunning);

@@ -13,14 +13,14 @@ class ReportQueue {
 public:
     static constexpr std::size_t Capacity = 256;
 
-    bool Empty() const { return m_lCount == 0; }
-    bool Full() const { return m_lCount == Capacity; }
+    bool Empty() const { return m_iCount == 0; }
+    bool Full() const { return m_iCount == Capacity; }
     // How many of them carry signal levels.
     int Signals() const { return m_iSignals; }
 
     // A report behind the others, without levels, its values still those of an earlier one. Not while Full().
     AisReport& Add() {
-        AisReport& t = m_tReports[(m_lFirst + m_lCount++) % Capacity];
+        AisReport& t = m_tReports[(m_iFirst + m_iCount++) % Capacity];
         t.bSignal = false;
         return t;
     }
@@ -28,7 +28,7 @@ public:
     // Levels for the newest report, if it has none yet; false where they belong to no report here.
     bool AttachSignal(const SignalSentence& tSignal, bool bDbm) {
         if (Empty()) return false;
-        AisReport& t = m_tReports[(m_lFirst + m_lCount - 1) % Capacity];
+        AisReport& t = m_tReports[(m_iFirst + m_iCount - 1) % Capacity];
         if (t.bSignal) return false;
         t.bSignal = true;
         t.tSignal.Keep(tSignal, bDbm);
@@ -37,11 +37,11 @@ public:
     }
 
     // Not while Empty().
-    const AisReport& Oldest() const { return m_tReports[m_lFirst]; }
+    const AisReport& Oldest() const { return m_tReports[m_iFirst]; }
     void DropOldest() {
-        if (m_tReports[m_lFirst].bSignal) --m_iSignals;
-        m_lFirst = (m_lFirst + 1) % Capacity;
-        --m_lCount;
+        if (m_tReports[m_iFirst].bSignal) --m_iSignals;
+        m_iFirst = (m_iFirst + 1) % Capacity;
+        --m_iCount;
     }
 
     // Hands every report to tTake, oldest first; each is gone from here once it has been taken.
@@ -52,8 +52,8 @@ public:
 
 private:
     std::array<AisReport, Capacity> m_tReports;  // a ring: places are used again with their strings
-    std::size_t m_lFirst = 0;
-    std::size_t m_lCount = 0;
+    std::size_t m_iFirst = 0;
+    std::size_t m_iCount = 0;
     int m_iSignals = 0;
 };
 

@@ -49,7 +49,7 @@ void frmMain::LogLevels(DateTime dt, const std::string* pChannel, const decoders
         sLine += *pChannel;
     }
     sLine += ", ";
-    const std::size_t lLevels = sLine.size();
+    const std::size_t iLevels = sLine.size();
     sLine += "Sig=";
     sLine += t.sSignal;
     sLine += ", Thr=";
@@ -57,7 +57,7 @@ void frmMain::LogLevels(DateTime dt, const std::string* pChannel, const decoders
     sLine += ", Int=";
     sLine += t.sInterval;
     LogRx(sLine);
-    sLine.replace(0, lLevels, "   ");  // indented under the message that it belongs to
+    sLine.replace(0, iLevels, "   ");  // indented under the message that it belongs to
     LogAis(sLine);
 }
 

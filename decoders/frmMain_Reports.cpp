@@ -71,9 +71,9 @@ void frmMain::ShowReport(const AisReport& t) {
     runtime::AppendInteger(sLine, lMessageId);
     sLine += ", MMSI=";
     runtime::AppendInteger(sLine, lMmsi);
-    if (const std::size_t lPrefix = NamePrefix(lMessageId)) {
+    if (const std::size_t iPrefix = NamePrefix(lMessageId)) {
         sLine += ", ";
-        sLine.append(sName, lPrefix);
+        sLine.append(sName, iPrefix);
     }
     LogAis(sLine);
 

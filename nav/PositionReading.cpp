@@ -34,9 +34,9 @@ public:
     char Next() const { return m_sRest.empty() ? '\0' : m_sRest.front(); }
 
     bool SkipBlanks() {
-        const std::size_t lBefore = m_sRest.size();
+        const std::size_t iBefore = m_sRest.size();
         while (!m_sRest.empty() && IsBlank(m_sRest.front())) m_sRest.remove_prefix(1);
-        return m_sRest.size() < lBefore;
+        return m_sRest.size() < iBefore;
     }
 
     // One of these characters.
@@ -140,12 +140,12 @@ std::optional<double> ReadLongitude(std::string_view sText) { return ReadCoordin
 std::optional<Position> ReadPosition(std::string_view sText) {
     if (ReadLatitude(sText) || ReadLongitude(sText)) return std::nullopt;  // "4 8.6 W" is not 4 N, 8.6 W
     std::optional<Position> tFound;
-    const std::size_t lLength = sText.size();
-    for (std::size_t i = 1; i < lLength; ++i) {
+    const std::size_t iLength = sText.size();
+    for (std::size_t i = 1; i < iLength; ++i) {
         // Where blanks stand, the last one divides: otherwise each would be another way to divide the text.
         const char c = sText[i];
         const bool bMark = c == ',' || c == ';';
-        const bool bLastBlank = IsBlank(c) && i + 1 < lLength && !IsBlank(sText[i + 1]);
+        const bool bLastBlank = IsBlank(c) && i + 1 < iLength && !IsBlank(sText[i + 1]);
         if (!bMark && !bLastBlank) continue;
         const auto dLatitude = ReadLatitude(sText.substr(0, i));
         const auto dLongitude = ReadLongitude(sText.substr(i + 1));

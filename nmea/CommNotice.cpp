@@ -35,12 +35,12 @@ std::string OutputNotice(std::string_view sWhy, std::int64_t lSentences) {
     return std::string("<<Output ").append(sWhy) + " - " + Counted(lSentences, "sentence") + " dropped>>";
 }
 
-std::string HalfLineNotice(std::size_t lCharacters) {
-    return "<<Half line dropped - " + Counted(static_cast<std::int64_t>(lCharacters), "character") + ">>";
+std::string HalfLineNotice(std::size_t iCharacters) {
+    return "<<Half line dropped - " + Counted(static_cast<std::int64_t>(iCharacters), "character") + ">>";
 }
 
-std::string LongLineNotice(std::size_t lCharacters) {
-    return "<<Line dropped - longer than " + Counted(static_cast<std::int64_t>(lCharacters), "character") + ">>";
+std::string LongLineNotice(std::size_t iCharacters) {
+    return "<<Line dropped - longer than " + Counted(static_cast<std::int64_t>(iCharacters), "character") + ">>";
 }
 
 }  // namespace nmea

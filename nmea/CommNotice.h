@@ -15,8 +15,8 @@ std::string CommNotice(int iEvent);
 // Sentences that did not leave; sWhy is "full", "lost" or "closed": "<<Output full - 816 sentences dropped>>".
 std::string OutputNotice(std::string_view sWhy, std::int64_t lSentences);
 // The beginning of a line whose end never comes: "<<Half line dropped - 23 characters>>".
-std::string HalfLineNotice(std::size_t lCharacters);
+std::string HalfLineNotice(std::size_t iCharacters);
 // A line of more than so many characters: "<<Line dropped - longer than 65536 characters>>".
-std::string LongLineNotice(std::size_t lCharacters);
+std::string LongLineNotice(std::size_t iCharacters);
 
 }  // namespace nmea

@@ -34,8 +34,8 @@ void frmMain::OutputTellDropped(std::int64_t lAtLeast) {
 }
 
 void frmMain::OutputTellLeft(std::string_view sWhy) {
-    const std::size_t lLeft = MSCommOutput.TextsWaiting();
-    if (lLeft > 0) OutputData(nmea::OutputNotice(sWhy, static_cast<std::int64_t>(lLeft)), false);
+    const std::size_t iLeft = MSCommOutput.TextsWaiting();
+    if (iLeft > 0) OutputData(nmea::OutputNotice(sWhy, static_cast<std::int64_t>(iLeft)), false);
 }
 
 void frmMain::OutputClose() {

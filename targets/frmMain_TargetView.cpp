@@ -26,13 +26,13 @@ void frmMain::TargetSort() {
 
 void frmMain::SortCompare(const toolkit::Grid& grd, std::int32_t lRow1, std::int32_t lRow2, std::int16_t& iCmp) {
     iCmp = 0;
-    const auto tValue = [&grd](std::int32_t lRow, const SortKey& tKey) {
+    const auto ValueOf = [&grd](std::int32_t lRow, const SortKey& tKey) {
         const bool bNumeric = tKey.lType == NumericAscending || tKey.lType == NumericDescending;
         return SortValue{grd.Cells.Text(lRow, tKey.lCol), bNumeric ? grd.Cells.Number(lRow, tKey.lCol) : 0};
     };
     for (int i = 0; i < m_iSortKeys; ++i) {
         const SortKey& tKey = m_tSortKeys[static_cast<std::size_t>(i)];
-        const auto iResult = CompareValues(tKey.lType, tValue(lRow1, tKey), tValue(lRow2, tKey));
+        const auto iResult = CompareValues(tKey.lType, ValueOf(lRow1, tKey), ValueOf(lRow2, tKey));
         if (!iResult) {
             m_tPlatform.ShowMessage(this, QStringLiteral("SortCompare, Sort Direction Not Supported"),
                                     toolkit::MessageIcon::Exclamation);

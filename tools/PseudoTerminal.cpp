@@ -39,8 +39,8 @@ bool IsLink(const std::string& sFile) {
 
 bool LinkLeadsTo(const std::string& sLink, const std::string& sDevice) {
     std::array<char, 256> sTarget{};
-    const ssize_t lLength = ::readlink(sLink.c_str(), sTarget.data(), sTarget.size());
-    return lLength > 0 && std::string_view(sTarget.data(), static_cast<std::size_t>(lLength)) == sDevice;
+    const ssize_t iLength = ::readlink(sLink.c_str(), sTarget.data(), sTarget.size());
+    return iLength > 0 && std::string_view(sTarget.data(), static_cast<std::size_t>(iLength)) == sDevice;
 }
 
 }  // namespace
@@ -92,18 +92,18 @@ bool PseudoTerminal::WriteLine(std::string_view sLine) {
 // True when nothing is left.
 bool PseudoTerminal::WriteRest() {
     while (!m_sRest.empty()) {
-        const ssize_t lWritten = ::write(m_iMaster, m_sRest.data(), m_sRest.size());
-        if (lWritten < 0 && errno == EINTR) continue;
-        if (lWritten <= 0) return false;
-        m_sRest.erase(0, static_cast<std::size_t>(lWritten));
+        const ssize_t iWritten = ::write(m_iMaster, m_sRest.data(), m_sRest.size());
+        if (iWritten < 0 && errno == EINTR) continue;
+        if (iWritten <= 0) return false;
+        m_sRest.erase(0, static_cast<std::size_t>(iWritten));
     }
     return true;
 }
 
 std::string PseudoTerminal::Read() {
     std::array<char, 1024> sBytes{};
-    const ssize_t lRead = ::read(m_iMaster, sBytes.data(), sBytes.size());
-    return lRead > 0 ? std::string(sBytes.data(), static_cast<std::size_t>(lRead)) : std::string();
+    const ssize_t iRead = ::read(m_iMaster, sBytes.data(), sBytes.size());
+    return iRead > 0 ? std::string(sBytes.data(), static_cast<std::size_t>(iRead)) : std::string();
 }
 
 }  // namespace simulator

@@ -56,40 +56,40 @@ Raster RasterFor(const QList<QLabel*>& pBoxes) {
 
 // The connections: plain ones belong to the picture, those that end in an arrow head are also kept apart.
 void Connect(const Raster& t, toolkit::LinePicture& pct, std::vector<DiagramLine>& tArrows) {
-    const auto tRight = [&](std::int32_t lFrom, std::int32_t lTo, std::int32_t lRow) {
+    const auto ArrowRight = [&](std::int32_t lFrom, std::int32_t lTo, std::int32_t lRow) {
         tArrows.push_back({{lFrom, t.Middle(lRow), lTo, t.Middle(lRow)}, "Right"});
     };
-    const auto tDown = [&](std::int32_t lColumn, std::int32_t lFromRow, std::int32_t lToRow) {
+    const auto ArrowDown = [&](std::int32_t lColumn, std::int32_t lFromRow, std::int32_t lToRow) {
         tArrows.push_back({{t.Centre(lColumn), t.Bottom(lFromRow), t.Centre(lColumn), t.Top(lToRow)}, "Bottom"});
     };
-    const auto tPlain = [&](std::int32_t lX1, std::int32_t lY1, std::int32_t lX2, std::int32_t lY2) {
+    const auto Plain = [&](std::int32_t lX1, std::int32_t lY1, std::int32_t lX2, std::int32_t lY2) {
         pct.AddLine({lX1, lY1, lX2, lY2});
     };
     // Input to both ports
-    tPlain(t.Right(0), t.Middle(1), t.Bus(0), t.Middle(1));
-    tPlain(t.Bus(0), t.Middle(0), t.Bus(0), t.Middle(2));
-    tRight(t.Bus(0), t.Left(1), 0);
-    tRight(t.Bus(0), t.Left(1), 2);
+    Plain(t.Right(0), t.Middle(1), t.Bus(0), t.Middle(1));
+    Plain(t.Bus(0), t.Middle(0), t.Bus(0), t.Middle(2));
+    ArrowRight(t.Bus(0), t.Left(1), 0);
+    ArrowRight(t.Bus(0), t.Left(1), 2);
     // Both ports to the receiver
-    tPlain(t.Right(1), t.Middle(0), t.Bus(1), t.Middle(0));
-    tPlain(t.Right(1), t.Middle(2), t.Bus(1), t.Middle(2));
-    tPlain(t.Bus(1), t.Middle(0), t.Bus(1), t.Middle(2));
-    tRight(t.Bus(1), t.Left(2), 1);
+    Plain(t.Right(1), t.Middle(0), t.Bus(1), t.Middle(0));
+    Plain(t.Right(1), t.Middle(2), t.Bus(1), t.Middle(2));
+    Plain(t.Bus(1), t.Middle(0), t.Bus(1), t.Middle(2));
+    ArrowRight(t.Bus(1), t.Left(2), 1);
     // What is received: recorded, and on in real time; or played back
-    tPlain(t.Bus(2), t.Middle(0), t.Bus(2), t.Middle(1));
-    tRight(t.Bus(2), t.Left(3), 0);
-    tRight(t.Right(2), t.Left(3), 1);
-    tRight(t.Right(3), t.Left(4), 1);
-    tPlain(t.Right(3), t.Middle(2), t.Bus(3), t.Middle(2));
-    tPlain(t.Bus(3), t.Middle(2), t.Bus(3), t.Middle(1));
+    Plain(t.Bus(2), t.Middle(0), t.Bus(2), t.Middle(1));
+    ArrowRight(t.Bus(2), t.Left(3), 0);
+    ArrowRight(t.Right(2), t.Left(3), 1);
+    ArrowRight(t.Right(3), t.Left(4), 1);
+    Plain(t.Right(3), t.Middle(2), t.Bus(3), t.Middle(2));
+    Plain(t.Bus(3), t.Middle(2), t.Bus(3), t.Middle(1));
     // Decoded into the tables, and forwarded
-    tRight(t.Right(4), t.Left(5), 1);
-    tPlain(t.Bus(5), t.Middle(0), t.Bus(5), t.Middle(1));
-    tRight(t.Bus(5), t.Left(6), 0);
-    tRight(t.Right(5), t.Left(6), 1);
-    tDown(6, 1, 2);
-    tDown(4, 1, 2);
-    tRight(t.Right(4), t.Left(5), 2);
+    ArrowRight(t.Right(4), t.Left(5), 1);
+    Plain(t.Bus(5), t.Middle(0), t.Bus(5), t.Middle(1));
+    ArrowRight(t.Bus(5), t.Left(6), 0);
+    ArrowRight(t.Right(5), t.Left(6), 1);
+    ArrowDown(6, 1, 2);
+    ArrowDown(4, 1, 2);
+    ArrowRight(t.Right(4), t.Left(5), 2);
     for (const DiagramLine& tArrow : tArrows) pct.AddLine(tArrow.tLine);
 }
 

@@ -17,8 +17,8 @@ void frmMain::FormLayout() {
 }
 
 void frmMain::LayOutTab(ui::Size tTabs) {
-    const auto tList = [&](QWidget& t) { Place(t, ui::ListRect(Design(t), tTabs)); };
-    const auto tGrid = [&](QWidget& t) { Place(t, ui::GridRect(Design(t), tTabs)); };
+    const auto PlaceList = [&](QWidget& t) { Place(t, ui::ListRect(Design(t), tTabs)); };
+    const auto PlaceGrid = [&](QWidget& t) { Place(t, ui::GridRect(Design(t), tTabs)); };
     switch (SSTab.Tab()) {
         case ui::TabInput:
             LayOutInput(tTabs);
@@ -27,28 +27,28 @@ void frmMain::LayOutTab(ui::Size tTabs) {
             LayOutReceiver(tTabs);
             break;
         case ui::TabAis:
-            tList(lstAisData);
+            PlaceList(lstAisData);
             break;
         case ui::TabGps:
-            tList(lstGpsData);
+            PlaceList(lstGpsData);
             break;
         case ui::TabTargets:
-            tGrid(grdTargetData);
+            PlaceGrid(grdTargetData);
             break;
         case ui::TabMessages:
-            tGrid(grdMessageData);
+            PlaceGrid(grdMessageData);
             break;
         case ui::TabDiagram:
             LayOutDiagram();
             break;
         case ui::TabSpec:
-            tGrid(grdSpecData);
+            PlaceGrid(grdSpecData);
             break;
         case ui::TabTiming:
             LayOutTiming(tTabs);
             break;
         case ui::TabOutput:
-            tList(lstOutputData);
+            PlaceList(lstOutputData);
             break;
         default:
             break;  // About: nothing moves
@@ -59,9 +59,9 @@ void frmMain::LayOutInput(ui::Size tTabs) {
     const ui::InputListsLayout t =
         ui::InputLists(Design(lstCommData(0)), tTabs, {chkCommEnabled(0).isChecked(), chkCommEnabled(1).isChecked()});
     for (PortIndex i = 0; i < runtime::PortCount; ++i) {
-        const auto lPort = static_cast<std::size_t>(i);
-        lstCommData(i).setVisible(t.bVisible[lPort]);
-        if (t.bVisible[lPort]) Place(lstCommData(i), t.tRects[lPort]);
+        const auto iPort = static_cast<std::size_t>(i);
+        lstCommData(i).setVisible(t.bVisible[iPort]);
+        if (t.bVisible[iPort]) Place(lstCommData(i), t.tRects[iPort]);
     }
 }
 

@@ -28,15 +28,15 @@ ui::TimingRow frmMain::TimingRowOf(const ui::TimingLabels& t) const {
 void frmMain::TimingDraw() {
     const ui::TimingInputs& tInputs = *m_tTimingInputs;
     m_tTimingPrimitives.clear();
-    const auto tShow = [this](const ui::TimingDrawing& tDrawing, const ui::TimingLabels& tLabels) {
+    const auto Show = [this](const ui::TimingDrawing& tDrawing, const ui::TimingLabels& tLabels) {
         pctTiming.Draw(tDrawing.tPrimitives);
         m_tTimingPrimitives.insert(m_tTimingPrimitives.end(), tDrawing.tPrimitives.begin(), tDrawing.tPrimitives.end());
         tLabels.Percentage.setText(toolkit::FromLatin1(tDrawing.sPercentage));
     };
-    tShow(ui::TimingChannel(TimingRowOf(lblTimingChA), tInputs, 0, ui::ChannelAColour), lblTimingChA);
-    tShow(ui::TimingChannel(TimingRowOf(lblTimingChB), tInputs, tInputs.dRateTx, ui::ChannelBColour), lblTimingChB);
+    Show(ui::TimingChannel(TimingRowOf(lblTimingChA), tInputs, 0, ui::ChannelAColour), lblTimingChA);
+    Show(ui::TimingChannel(TimingRowOf(lblTimingChB), tInputs, tInputs.dRateTx, ui::ChannelBColour), lblTimingChB);
     const ui::TimingAlternateDrawing tAlternate = ui::TimingAlternate(TimingRowOf(lblTimingChAlternate), tInputs);
-    tShow(tAlternate, lblTimingChAlternate);
+    Show(tAlternate, lblTimingChAlternate);
     lblTimingSummary.setText(toolkit::FromLatin1(tAlternate.sSummary));
 }
 

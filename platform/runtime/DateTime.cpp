@@ -78,12 +78,12 @@ std::int32_t SecondOfDay(DateTime dt) { return static_cast<std::int32_t>(dt.lSec
 
 void AppendTime(std::string& sText, DateTime dt) {
     const std::int32_t lSecond = SecondOfDay(dt);
-    const auto tTens = [](std::int32_t l) { return static_cast<char>('0' + l / 10); };
-    const auto tOnes = [](std::int32_t l) { return static_cast<char>('0' + l % 10); };
+    const auto Tens = [](std::int32_t l) { return static_cast<char>('0' + l / 10); };
+    const auto Ones = [](std::int32_t l) { return static_cast<char>('0' + l % 10); };
     const std::int32_t lHour = lSecond / 3600;
     const std::int32_t lMinute = lSecond / 60 % 60;
-    const char sTime[] = {tTens(lHour),        tOnes(lHour),       ':', tTens(lMinute), tOnes(lMinute), ':',
-                          tTens(lSecond % 60), tOnes(lSecond % 60)};
+    const char sTime[] = {Tens(lHour),        Ones(lHour),       ':', Tens(lMinute), Ones(lMinute), ':',
+                          Tens(lSecond % 60), Ones(lSecond % 60)};
     sText.append(sTime, sizeof sTime);
 }
 

@@ -77,13 +77,13 @@ void AppendUnits(std::string& sText, bool bNegative, std::uint64_t lUnits, Pictu
     std::array<char, 48> sBuffer;
     char* const pEnd = sBuffer.data() + sBuffer.size();
     char* p = pEnd;
-    const auto tPutDigit = [&p, &lUnits] {
+    const auto PutDigit = [&p, &lUnits] {
         *--p = static_cast<char>('0' + lUnits % 10);
         lUnits /= 10;
     };
-    for (int i = 0; i < tPicture.iDecimals; ++i) tPutDigit();
+    for (int i = 0; i < tPicture.iDecimals; ++i) PutDigit();
     if (tPicture.iDecimals > 0) *--p = '.';
-    for (int i = 0; i < tPicture.iWhole || lUnits != 0; ++i) tPutDigit();
+    for (int i = 0; i < tPicture.iWhole || lUnits != 0; ++i) PutDigit();
     if (bNegative) *--p = '-';
     sText.append(p, static_cast<std::size_t>(pEnd - p));
 }

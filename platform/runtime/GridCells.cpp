@@ -62,11 +62,11 @@ int GridCells::FindRowNumber(std::int32_t lNumber) const {
 }
 
 void GridCells::RemoveNumbersUpTo(std::int32_t lNumber) {
-    const auto tIsUpTo = [lNumber](std::int32_t l) { return l <= lNumber; };
+    const auto IsUpTo = [lNumber](std::int32_t l) { return l <= lNumber; };
     // Counted first, without a way out of the loop: nearly always there is one to remove, anywhere.
-    auto lLeft = std::count_if(m_lNumbers.begin() + 1, m_lNumbers.end(), tIsUpTo);
+    auto lLeft = std::count_if(m_lNumbers.begin() + 1, m_lNumbers.end(), IsUpTo);
     for (int iRow = Rows() - 1; lLeft > 0; --iRow) {
-        if (!tIsUpTo(m_lNumbers[Index(iRow)])) continue;
+        if (!IsUpTo(m_lNumbers[Index(iRow)])) continue;
         RemoveRow(iRow);
         --lLeft;
     }

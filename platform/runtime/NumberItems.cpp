@@ -9,23 +9,23 @@ namespace runtime {
 
 std::size_t NumberItems::Find(std::int32_t lNumber) const {
     constexpr std::uint32_t Spread = 0x9E3779B1;  // odd, 2^32 by the golden ratio: neighbours come to lie apart
-    const std::size_t lMask = m_tSlots.size() - 1;
+    const std::size_t iMask = m_tSlots.size() - 1;
     std::uint32_t lHash = static_cast<std::uint32_t>(lNumber) * Spread;
     lHash ^= lHash >> 16;
-    std::size_t i = lHash & lMask;
-    while (m_tSlots[i].bUsed && m_tSlots[i].tItem.lNumber != lNumber) i = (i + 1) & lMask;
+    std::size_t i = lHash & iMask;
+    while (m_tSlots[i].bUsed && m_tSlots[i].tItem.lNumber != lNumber) i = (i + 1) & iMask;
     return i;
 }
 
 std::int32_t& NumberItems::FindOrInsert(std::int32_t lNumber, std::int32_t lData) {
     std::size_t i = Find(lNumber);
     if (m_tSlots[i].bUsed) return m_tSlots[i].tItem.lData;
-    if ((m_lCount + 1) * 2 > m_tSlots.size()) {
+    if ((m_iCount + 1) * 2 > m_tSlots.size()) {
         Grow();
         i = Find(lNumber);
     }
     m_tSlots[i] = {{lNumber, lData}, true};
-    ++m_lCount;
+    ++m_iCount;
     m_lSorted.clear();
     Changed.Mark();
     return m_tSlots[i].tItem.lData;
@@ -50,7 +50,7 @@ NumberItems::Item NumberItems::At(int i) const {
 
 void NumberItems::Clear() {
     m_tSlots.assign(FirstSlots, {});
-    m_lCount = 0;
+    m_iCount = 0;
     m_lSorted.clear();
     Changed.Mark();
 }

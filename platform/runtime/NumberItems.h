@@ -16,7 +16,7 @@ public:
         std::int32_t lData;
     };
 
-    int Count() const { return static_cast<int>(m_lCount); }
+    int Count() const { return static_cast<int>(m_iCount); }
     // i from 0 (lowest number) to Count() - 1. The first look after an insertion sorts.
     Item At(int i) const;
     // The value of that number's item, which is made with lData when it is new. The reference holds until the next
@@ -37,7 +37,7 @@ private:
     void Grow();
 
     std::vector<Slot> m_tSlots = std::vector<Slot>(FirstSlots);  // a power of two, at least twice as many as items
-    std::size_t m_lCount = 0;
+    std::size_t m_iCount = 0;
     mutable std::vector<std::int32_t> m_lSorted;  // empty where a new item is missing in it
 
     static constexpr std::size_t FirstSlots = 1024;

@@ -241,8 +241,8 @@ void TextFiles::OpenForInput(std::int16_t iFile, const std::filesystem::path& tP
 void TextFiles::OpenForOutput(std::int16_t iFile, const std::filesystem::path& tPath) {
     std::unique_ptr<File>& tSlot = Unused(iFile);
     auto tFile = std::make_unique<File>(OpenDescriptor(tPath, O_WRONLY | O_CREAT | O_TRUNC), true);
-    const mode_t eKind = KindOf(tFile->iDescriptor);
-    if (eKind != S_IFREG && eKind != S_IFCHR) throw FileError("Not a regular file");
+    const mode_t iKind = KindOf(tFile->iDescriptor);
+    if (iKind != S_IFREG && iKind != S_IFCHR) throw FileError("Not a regular file");
     tFile->BeginOutput(tPath, m_tSynchronize);
     tSlot = std::move(tFile);
 }

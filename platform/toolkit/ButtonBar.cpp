@@ -28,10 +28,10 @@ void ButtonBar::AddButton(const QString& sKey, const QString& sCaption, const QS
     widgetForAction(pAction)->setFocusPolicy(Qt::TabFocus);
     // A screen reader presses a checkable button by toggling it, which triggers nothing. What the program or a click
     // has toggled is in order again by the time that this is looked at.
-    const auto tToggled = [this, sKey, pAction] {
+    const auto Toggled = [this, sKey, pAction] {
         if (pAction->isChecked() != m_bPressed.at(sKey)) Triggered(sKey);
     };
-    connect(pAction, &QAction::toggled, this, tToggled, Qt::QueuedConnection);
+    connect(pAction, &QAction::toggled, this, Toggled, Qt::QueuedConnection);
     connect(pAction, &QAction::triggered, this, [this, sKey] { Triggered(sKey); });
 }
 

@@ -184,18 +184,18 @@ void Grid::Release(QPoint tPlace) {
 }
 
 bool Grid::viewportEvent(QEvent* pEvent) {
-    const auto tMouse = [pEvent] { return static_cast<QMouseEvent*>(pEvent); };
-    const auto tPlace = [&] { return tMouse()->position().toPoint(); };
+    const auto Mouse = [pEvent] { return static_cast<QMouseEvent*>(pEvent); };
+    const auto Spot = [&] { return Mouse()->position().toPoint(); };
     const QEvent::Type eType = pEvent->type();
-    if (eType == QEvent::MouseButtonPress && tMouse()->button() == Qt::LeftButton) Press(tPlace());
+    if (eType == QEvent::MouseButtonPress && Mouse()->button() == Qt::LeftButton) Press(Spot());
     const bool bHandled = QTableView::viewportEvent(pEvent);
-    if (eType == QEvent::MouseButtonRelease && tMouse()->button() == Qt::LeftButton) {
-        Release(tPlace());
-    } else if (eType == QEvent::MouseButtonDblClick && tMouse()->button() == Qt::LeftButton) {
+    if (eType == QEvent::MouseButtonRelease && Mouse()->button() == Qt::LeftButton) {
+        Release(Spot());
+    } else if (eType == QEvent::MouseButtonDblClick && Mouse()->button() == Qt::LeftButton) {
         DblClick();  // its release finds nothing pressed
     } else if (eType == QEvent::MouseMove) {
-        TellMove(*viewport(), *tMouse());
-        PointAt(tPlace());
+        TellMove(*viewport(), *Mouse());
+        PointAt(Spot());
     } else if (eType == QEvent::Leave) {
         MouseMove(-1, -1);
         PointAt({});

@@ -33,8 +33,8 @@ public:
     bool Redraw() const { return m_bRedraw; }
     void SetRedraw(bool bRedraw);
 
-    // A column that starts as wide as a text in the grid's font, in device-independent pixels; of width 0 (hidden)
-    // when bShown is false. A width that the user has set by hand stays until the program asks for another one or
+    // A column that starts as wide as a text in the grid's font, in device-independent pixels; hidden when
+    // bShown is false. A width that the user has set by hand stays until the program asks for another one or
     // shows other columns.
     struct Column {
         std::string sTemplate;
@@ -46,7 +46,7 @@ public:
     const std::vector<Column>& Columns() const { return m_tColumns; }
     int TextWidth(std::string_view sText) const;  // device-independent pixels
 
-    // The cell last made current by the program or a click; (-1, -1) when none ever was. The view's own cursor stays
+    // The cell last made current by the program; (-1, -1) when none ever was. The view's own cursor stays
     // the user's: a sort for every message must not move it.
     std::pair<int, int> CurrentCell() const { return m_tCurrent; }
     void SetCurrentCell(int iRow, int iCol) { m_tCurrent = {iRow, iCol}; }

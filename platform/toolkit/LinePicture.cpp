@@ -33,12 +33,12 @@ void LinePicture::paintEvent(QPaintEvent*) {
     QPainter tPainter(this);
     tPainter.setRenderHint(QPainter::Antialiasing);
     tPainter.setPen(QPen(palette().color(QPalette::WindowText), LineWidth, Qt::SolidLine, Qt::RoundCap));
-    const auto tDraw = [&tPainter](const runtime::Stroke& t) {
+    const auto Draw = [&tPainter](const runtime::Stroke& t) {
         tPainter.drawLine(QPointF(t.lX1 / TwipsPerPixel, t.lY1 / TwipsPerPixel),
                           QPointF(t.lX2 / TwipsPerPixel, t.lY2 / TwipsPerPixel));
     };
-    for (const runtime::Stroke& t : m_tLines) tDraw(t);
-    for (const runtime::Stroke& t : m_tDrawn) tDraw(t);
+    for (const runtime::Stroke& t : m_tLines) Draw(t);
+    for (const runtime::Stroke& t : m_tDrawn) Draw(t);
     tPainter.setPen(QPen(palette().color(QPalette::Text), LineWidth, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
     tPainter.setBrush(palette().base());
     for (const QRect& t : m_tBoxes) tPainter.drawRect(QRectF(t));

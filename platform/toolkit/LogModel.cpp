@@ -36,9 +36,9 @@ int LogModel::LiveLine(int iPublished) const {
 }
 
 std::optional<int> LogModel::Publish() {
-    std::size_t lLongest = 0;
-    for (int i = 0; i < m_tLines.Count(); ++i) lLongest = std::max(lLongest, m_tLines.Line(i).size());
-    m_iLongest = static_cast<int>(lLongest);
+    std::size_t iLongest = 0;
+    for (int i = 0; i < m_tLines.Count(); ++i) iLongest = std::max(iLongest, m_tLines.Line(i).size());
+    m_iLongest = static_cast<int>(iLongest);
     return PublishLines();
 }
 

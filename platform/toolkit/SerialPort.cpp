@@ -33,22 +33,22 @@ SerialAccess NativeAccess() {
 // The sizes of the texts in a queue of bytes that empties from its front: tells bytes as texts.
 class WaitingTexts {
 public:
-    void Add(std::size_t lSize) {
-        m_lSizes.push_back(lSize);
-        m_lBytes += static_cast<std::int64_t>(lSize);
+    void Add(std::size_t iSize) {
+        m_iSizes.push_back(iSize);
+        m_lBytes += static_cast<std::int64_t>(iSize);
     }
     // Forgets the texts that are out wholly, given what is left of all bytes.
     void Keep(std::int64_t lBytesLeft) {
-        while (!m_lSizes.empty() && m_lBytes - static_cast<std::int64_t>(m_lSizes.front()) >= lBytesLeft) {
-            m_lBytes -= static_cast<std::int64_t>(m_lSizes.front());
-            m_lSizes.pop_front();
+        while (!m_iSizes.empty() && m_lBytes - static_cast<std::int64_t>(m_iSizes.front()) >= lBytesLeft) {
+            m_lBytes -= static_cast<std::int64_t>(m_iSizes.front());
+            m_iSizes.pop_front();
         }
     }
     void Clear() { Keep(0); }
-    std::size_t Count() const { return m_lSizes.size(); }
+    std::size_t Count() const { return m_iSizes.size(); }
 
 private:
-    std::deque<std::size_t> m_lSizes;
+    std::deque<std::size_t> m_iSizes;
     std::int64_t m_lBytes = 0;
 };
 }  // namespace

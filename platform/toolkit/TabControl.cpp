@@ -19,11 +19,11 @@ TabControl::TabControl(QWidget* pParent) : QWidget(pParent), m_pBar(new QTabBar(
     connect(m_pBar, &QTabBar::tabBarClicked, this, [this](int iTab) {
         if (iTab == Tab()) emit Click();  // the tab bar reports only changes
     });
-    const auto tTurn = [this](int iStep) { SetTab((Tab() + iStep + Count()) % Count()); };
+    const auto Turn = [this](int iStep) { SetTab((Tab() + iStep + Count()) % Count()); };
     auto* pNext = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Tab), this);
-    connect(pNext, &QShortcut::activated, this, [tTurn] { tTurn(1); });
+    connect(pNext, &QShortcut::activated, this, [Turn] { Turn(1); });
     auto* pPrevious = new QShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab), this);
-    connect(pPrevious, &QShortcut::activated, this, [tTurn] { tTurn(-1); });
+    connect(pPrevious, &QShortcut::activated, this, [Turn] { Turn(-1); });
 }
 
 QWidget* TabControl::AddTab(const QString& sCaption) {
