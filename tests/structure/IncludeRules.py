@@ -19,6 +19,8 @@ RULES = [
     (r"app/", ["platform/runtime", "nav", "app"]),
     (r"tools/", ["platform/runtime", "nmea", "nav", "app/RecordLine.h", "tools"]),
 ]
+# Tests see everything; what a build makes and hidden folders are no sources of ours.
+OUTSIDE = (".", "build", "tests")
 # The window itself is for its own operations alone.
 WINDOW = ("app/frmMain.h", r"(\w+/frmMain\w*\.cpp|app/main\.cpp)$")
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)
@@ -27,8 +29,10 @@ INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)
 def includes_of(root):
     """Path of each source, as written in an include, to what it includes."""
     found = {}
-    for folder in ("app", "decoders", "nav", "nmea", "platform", "targets", "tools", "ui"):
-        for path in sorted((root / folder).rglob("*")):
+    for folder in sorted(root.iterdir()):
+        if not folder.is_dir() or folder.name.startswith(OUTSIDE):
+            continue
+        for path in sorted(folder.rglob("*")):
             if path.suffix in (".h", ".cpp"):
                 found[path.relative_to(root).as_posix()] = INCLUDE.findall(path.read_text(encoding="utf-8"))
     return found
