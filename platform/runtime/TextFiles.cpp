@@ -76,9 +76,9 @@ mode_t KindOf(int iDescriptor) {
 }
 
 void CheckReadable(int iDescriptor) {
-    const mode_t eKind = KindOf(iDescriptor);
-    if (eKind == S_IFDIR) Raise(EISDIR);
-    if (eKind != S_IFREG) throw FileError("Not a regular file");
+    const mode_t iKind = KindOf(iDescriptor);
+    if (iKind == S_IFDIR) Raise(EISDIR);
+    if (iKind != S_IFREG) throw FileError("Not a regular file");
 }
 
 }  // namespace

@@ -27,20 +27,20 @@ void Grid::contextMenuEvent(QContextMenuEvent* pEvent) {
 QString Grid::SelectedText(bool bNames) const {
     QModelIndexList tRows = selectionModel()->selectedRows(0);
     std::ranges::sort(tRows, {}, [](const QModelIndex& t) { return t.row(); });
-    const auto tLine = [this](const auto& tText) {
+    const auto LineOf = [this](const auto& TextOf) {
         QStringList sCells;
         for (int iCol = 0; iCol < m_pModel->columnCount(); ++iCol) {
-            if (!isColumnHidden(iCol)) sCells << tText(iCol);
+            if (!isColumnHidden(iCol)) sCells << TextOf(iCol);
         }
         return sCells.join(QLatin1Char('\t')) + QLatin1Char('\n');
     };
     QString sText;
     for (const QModelIndex& tRow : tRows) {
         if (isRowHidden(tRow.row())) continue;
-        sText += tLine([&](int iCol) { return tRow.siblingAtColumn(iCol).data().toString(); });
+        sText += LineOf([&](int iCol) { return tRow.siblingAtColumn(iCol).data().toString(); });
     }
     if (!bNames || sText.isEmpty()) return sText;
-    return tLine([&](int iCol) { return m_pModel->headerData(iCol, Qt::Horizontal, Qt::DisplayRole).toString(); }) +
+    return LineOf([&](int iCol) { return m_pModel->headerData(iCol, Qt::Horizontal, Qt::DisplayRole).toString(); }) +
            sText;
 }
 
