@@ -173,8 +173,9 @@ public:
     void SpecGridSetRow(int iRow, std::string_view sText0, runtime::Alignment eAlign0, std::string_view sText1,
                         runtime::Alignment eAlign1, std::string_view sText2, runtime::Alignment eAlign2);
 
-    // Layout and flow diagram (ui/frmMain_Layout, _Diagram)
+    // Layout and flow diagram (ui/frmMain_Layout, _Diagram, _Screen)
     void FormLayout();
+    void FitToScreen();  // the place that the profile or the design wishes for, bounded by what the screens allow
     void DiagramArrowHead(toolkit::LinePicture& pct, const ui::DiagramLine& tLine);
 
     // Own-position fields (ui/frmMain_PositionFields)
@@ -246,9 +247,12 @@ protected:
     void LayOutTab(ui::Size tTabs);
     void LayOutInput(ui::Size tTabs);
     void LayOutReceiver(ui::Size tTabs);
-    void LayOutDiagram();
+    void LayOutDiagram(ui::Size tTabs);
     void LayOutTiming(ui::Size tTabs);
     void TimingDraw();
+    std::vector<ui::Rect> ScreenAreas() const;
+    void BoundLeastSize();
+    QRect PlaceToKeep() const;  // for the profile: the frame's left and top, the inside's size
     const ui::PositionMask& MaskOf(const toolkit::MaskedBox& txt) const;
 
     // Profile
@@ -308,6 +312,7 @@ protected:
 
     // Layout and timing
     bool m_bLayoutReady = false;                      // a layout may run: the window has been loaded
+    QRect m_tWishedPlace, m_tGivenPlace;              // at the start: before and after it was bounded by the screen
     std::optional<ui::TimingInputs> m_tTimingInputs;  // of the latest plan
     std::vector<ui::Primitive> m_tTimingPrimitives;
     std::int32_t m_lTimingRuns = 0;

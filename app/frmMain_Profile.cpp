@@ -130,10 +130,11 @@ std::vector<ProfileValue> frmMain::ProfileValues() {
     Add("Output Data", "Settings", txtOutputSettings.text());
     // Only a normal window's place is kept: the screen's or an icon's size must never replace it.
     if (!isMinimized() && !isMaximized() && !isFullScreen()) {
-        Add("Window Data", "Top", TwipsText(y()));
-        Add("Window Data", "Left", TwipsText(x()));
-        Add("Window Data", "Height", TwipsText(height()));
-        Add("Window Data", "Width", TwipsText(width()));
+        const QRect tPlace = PlaceToKeep();
+        Add("Window Data", "Top", TwipsText(tPlace.top()));
+        Add("Window Data", "Left", TwipsText(tPlace.left()));
+        Add("Window Data", "Height", TwipsText(tPlace.height()));
+        Add("Window Data", "Width", TwipsText(tPlace.width()));
     }
     return tValues;
 }

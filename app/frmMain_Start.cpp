@@ -7,6 +7,7 @@ void frmMain::Form_Load() {
     ProfileOpen();
     ProfileLoad();
     LayOutTargetColumns();
+    FitToScreen();
     if (cmbTargetSort.ListIndex() < 0) cmbTargetSort.SetListIndex(targets::SortByMmsi);
     MessageGridSetup();
     lblAboutDescription.setText(

@@ -18,6 +18,9 @@ namespace {
 
 constexpr double ColumnGap = 120;  // between controls of a row
 constexpr double BodyGap = 120;    // from the tab bar to the first control
+constexpr double Margin = 120;     // left and right on a tab
+constexpr double BodyHeight = 3000;
+constexpr Size LeastBody{4500, 1800};
 
 }  // namespace
 
@@ -35,12 +38,17 @@ FormDesign::FormDesign(toolkit::Platform tPlatform) : m_tPlatform(std::move(tPla
 }
 
 void FormDesign::DesignPlaces() {
+    SSTab.PlacePages();
+    m_tReach = {};
     PutPorts();
     PutReceiver();
     PutViews();
     PutAbout();
     PutDiagram();
     PutTiming();
+    const Rect& tTabs = Design(SSTab);
+    const Rect tLeast{0, 0, 2 * tTabs.dLeft + m_tReach.dWidth, tTabs.dTop + m_tReach.dHeight + TabBottomGap};
+    Client.setMinimumSize(ToPixels(tLeast).size().expandedTo({Toolbar.sizeHint().width(), 0}));
 }
 
 std::string FormDesign::Name(const QWidget& tControl) { return toolkit::ToLatin1(tControl.objectName()); }
@@ -81,6 +89,7 @@ void FormDesign::DesignNames() {
         {&cmbTargetTarget, "cmbTargetTarget"},
         {&grdTargetData, "grdTargetData"},
         {&grdMessageData, "grdMessageData"},
+        {&scrDiagram, "scrDiagram"},
         {&pctDiagram, "pctDiagram"},
         {&picAboutIcon, "picAboutIcon"},
         {&lblAboutTitle, "lblAboutTitle"},
@@ -112,7 +121,6 @@ void FormDesign::DesignNames() {
 void FormDesign::DesignWindow() {
     setWindowTitle(QStringLiteral("Tidewatch"));
     setWindowIcon(toolkit::ProgramIcon());
-    setMinimumSize(520, 360);
     resize(980, 640);
 
     Toolbar.AddButton(QLatin1String(KeyStart), QStringLiteral("&Start"),
@@ -159,6 +167,25 @@ void FormDesign::Place(QWidget& tControl, const Rect& tRect) {
 void FormDesign::Put(QWidget& tControl, const Rect& tRect) {
     m_tDesignRects[Name(tControl)] = tRect;
     Place(tControl, tRect);
+    if (tControl.parentWidget()->parentWidget() == &SSTab)
+        Reach(tRect.dLeft + tRect.dWidth, tRect.dTop + tRect.dHeight);
+}
+
+void FormDesign::PutBody(QWidget& tControl, double dTop, double dWidth) {
+    m_tDesignRects[Name(tControl)] = {Margin, dTop, dWidth, BodyHeight};
+    Place(tControl, Design(tControl));
+    Reach(Margin + LeastBody.dWidth, dTop + LeastBody.dHeight);
+}
+
+void FormDesign::Reach(double dRight, double dBottom) {
+    m_tReach.dWidth = std::max(m_tReach.dWidth, dRight + Margin);
+    m_tReach.dHeight = std::max(m_tReach.dHeight, dBottom + ListBottomGap);
+}
+
+void FormDesign::PutInside(QWidget& tControl, const Rect& tRect) {
+    m_tDesignRects[Name(tControl)] = tRect;
+    m_tRects[Name(tControl)] = tRect;
+    tControl.resize(ToPixels(tRect).size());
 }
 
 double FormDesign::BodyTop() const { return ToTwips(SSTab.PageOrigin().y()) + BodyGap; }
@@ -192,9 +219,10 @@ void FormDesign::DesignTabOrder() {
         &txtCommPort(1),   &txtCommSettings(1), &lstCommData(0),    &lstCommData(1),     &lstRxData,
         &txtRxNasaChannel, &cmdRxNasaChannel,   &txtRxNasaInterval, &cmdRxNasaInterval,  &chkRxNasaPower,
         &lstAisData,       &txtGpsLat,          &txtGpsLon,         &lstGpsData,         &cmbTargetDetail,
-        &cmbTargetSort,    &chkTargetTrack,     &cmbTargetTarget,   &grdTargetData,      &grdMessageData,
-        &grdSpecData,      &txtTimingRateTx,    &txtTimingRateRc,   &txtTimingTimeSpan,  &cmdTimingApply,
-        &chkOutputEnabled, &txtOutputPort,      &txtOutputSettings, &chkOutputRMC,       &lstOutputData};
+        &cmbTargetSort,    &cmbTargetTarget,    &chkTargetTrack,    &grdTargetData,      &grdMessageData,
+        &scrDiagram,       &grdSpecData,        &txtTimingRateTx,   &txtTimingRateRc,    &txtTimingTimeSpan,
+        &cmdTimingApply,   &chkOutputEnabled,   &txtOutputPort,     &txtOutputSettings,  &chkOutputRMC,
+        &lstOutputData};
     for (std::size_t i = 1; i < pOrder.size(); ++i) setTabOrder(pOrder[i - 1], pOrder[i]);
 }
 

@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QMainWindow>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QTimer>
 #include <map>
 #include <string>
@@ -121,7 +122,8 @@ public:
 
     // "Diagram", "About", "Spec"
     QWidget& PageDiagram = *SSTab.AddTab(QStringLiteral("Diagram"));
-    toolkit::LinePicture& pctDiagram = *new toolkit::LinePicture(&PageDiagram);
+    QScrollArea& scrDiagram = *new QScrollArea(&PageDiagram);
+    toolkit::LinePicture& pctDiagram = *new toolkit::LinePicture(&scrDiagram);
     std::vector<DiagramLine> LnArrow;
     QWidget& PageAbout = *SSTab.AddTab(QStringLiteral("About"));
     QLabel& picAboutIcon = *new QLabel(&PageAbout);
@@ -160,7 +162,8 @@ public:
 protected:
     // What the empty views say, by whether they wait for Start or for the first line.
     void SetHints(bool bRunning);
-    // Works out where everything stands in the present font and style.
+    // Works out where everything stands in the present font and style, and the least size of the window: it shows all
+    // the controls of every tab, and some lines of what fills the rest.
     void DesignPlaces();
     // Puts a control somewhere; what the latest layout gave it is kept in Rects.
     void Place(QWidget& tControl, const Rect& tRect);
@@ -172,6 +175,12 @@ protected:
 private:
     TimingLabels MakeTimingLabels() { return {*new QLabel(&pctTiming), *new QLabel(&pctTiming)}; }
     void Put(QWidget& tControl, const Rect& tRect);  // a design-time place
+    // One at the left that fills what its tab has left; the window's least size leaves it some lines.
+    void PutBody(QWidget& tControl, double dTop, double dWidth = 9000);
+    // The window's least size shows this much of a tab, margins not counted.
+    void Reach(double dRight, double dBottom);
+    // A control that is placed by what it scrolls in: only its size is ours.
+    void PutInside(QWidget& tControl, const Rect& tRect);
     // Puts controls side by side from a place on, each in its own width and the height of the tallest; the bottom of
     // the row in twips. A width of 0 is what the control itself would like.
     double PutRow(double dLeft, double dTop, const std::vector<std::pair<QWidget*, double>>& tWidths);
@@ -200,6 +209,7 @@ private:
     void PutTiming();
 
     std::map<std::string, Rect> m_tDesignRects;
+    Size m_tReach;  // how far the controls of all the tabs reach at the least
     std::map<std::string, Rect> m_tRects;
 };
 

@@ -102,6 +102,11 @@ void FormDesign::DesignDiagram() {
         pBox->setForegroundRole(QPalette::Text);
     }
     pctDiagram.setAccessibleName(QStringLiteral("Flow diagram"));
+    scrDiagram.setWidget(&pctDiagram);
+    scrDiagram.setFrameShape(QFrame::NoFrame);
+    // The tab's own ground, not one that a scroll area brings along.
+    scrDiagram.viewport()->setAutoFillBackground(false);
+    pctDiagram.setAutoFillBackground(false);
 }
 
 void FormDesign::PutDiagram() {
@@ -117,8 +122,10 @@ void FormDesign::PutDiagram() {
     }
     LnArrow.clear();
     Connect(tRaster, pctDiagram, LnArrow);
-    Put(pctDiagram, {120, BodyTop(), static_cast<double>(tRaster.Right(LastColumn) + Edge),
-                     static_cast<double>(tRaster.Bottom(LastRow) + Edge)});
+    PutBody(scrDiagram, BodyTop());
+    const Rect tPicture{120, BodyTop(), static_cast<double>(tRaster.Right(LastColumn) + Edge),
+                        static_cast<double>(tRaster.Bottom(LastRow) + Edge)};
+    PutInside(pctDiagram, tPicture);
 }
 
 }  // namespace ui

@@ -16,8 +16,9 @@ using toolkit::ToTwips;
 
 namespace {
 
-constexpr double Margin = 120;  // twips from a tab's left edge to its controls
-constexpr double RowGap = 90;   // between rows
+constexpr double Margin = 120;      // twips from a tab's left edge to its controls
+constexpr double RowGap = 90;       // between rows
+constexpr double ListWidth = 4500;  // of the list beside the frames
 
 // The widest texts that the fields show whole; longer ones scroll.
 constexpr char PortTemplate[] = "/dev/serial/ttyUSB0";
@@ -80,13 +81,13 @@ void FormDesign::PutPorts() {
     for (runtime::PortIndex i = 0; i < runtime::PortCount; ++i) {
         dTop = PutPortRow(chkCommEnabled(i), txtCommPort(i), txtCommSettings(i), dTop) + RowGap;
     }
-    for (runtime::PortIndex i = 0; i < runtime::PortCount; ++i) Put(lstCommData(i), {Margin, dTop, 9000, 3000});
+    for (runtime::PortIndex i = 0; i < runtime::PortCount; ++i) PutBody(lstCommData(i), dTop);
 
     const double dBottom = PutPortRow(chkOutputEnabled, txtOutputPort, txtOutputSettings, BodyTop());
     const Rect& tSettings = Design(txtOutputSettings);
-    PutRow(tSettings.dLeft + tSettings.dWidth + 2 * Margin, tSettings.dTop,
-           {{&chkOutputRMC, ToTwips(chkOutputRMC.sizeHint().width()) + 120}});
-    Put(lstOutputData, {Margin, dBottom + RowGap, 9000, 3000});
+    Put(chkOutputRMC, {tSettings.dLeft + tSettings.dWidth + 2 * Margin, tSettings.dTop,
+                       ToTwips(chkOutputRMC.sizeHint().width()), tSettings.dHeight});
+    PutBody(lstOutputData, dBottom + RowGap);
 }
 
 void FormDesign::DesignReceiver() {
@@ -138,9 +139,9 @@ void FormDesign::PutReceiver() {
     const double dTop = BodyTop();
     const QSize tFrame = frmRxNasa.sizeHint().expandedTo(frmRxLabel.sizeHint());
     const double dFrameHeight = ToTwips(frmRxNasa.sizeHint().height());
-    Put(lstRxData, {Margin, dTop, 6000, 3000});
-    Put(frmRxNasa, {6000 + 2 * Margin, dTop, ToTwips(tFrame.width()), dFrameHeight});
-    Put(frmRxLabel, {6000 + 2 * Margin, dTop + dFrameHeight + RowGap, ToTwips(tFrame.width()),
+    PutBody(lstRxData, dTop, ListWidth);
+    Put(frmRxNasa, {ListWidth + 2 * Margin, dTop, ToTwips(tFrame.width()), dFrameHeight});
+    Put(frmRxLabel, {ListWidth + 2 * Margin, dTop + dFrameHeight + RowGap, ToTwips(tFrame.width()),
                      ToTwips(frmRxLabel.sizeHint().height())});
 }
 

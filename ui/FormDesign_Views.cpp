@@ -79,12 +79,12 @@ void FormDesign::LayOutTargetColumns() {
 
 void FormDesign::PutViews() {
     const double dTop = BodyTop();
-    Put(lstAisData, {Margin, dTop, 9000, 3000});
+    PutBody(lstAisData, dTop);
     const double dPosition = ToTwips(toolkit::FieldWidth(txtGpsLon, PositionTemplate));
     const double dPositions =
         PutRow(Margin, dTop,
                {{LabelOf(txtGpsLat), 0}, {&txtGpsLat, dPosition}, {LabelOf(txtGpsLon), 0}, {&txtGpsLon, dPosition}});
-    Put(lstGpsData, {Margin, dPositions + RowGap, 9000, 3000});
+    PutBody(lstGpsData, dPositions + RowGap);
     const double dChoices = PutRow(Margin, dTop,
                                    {{LabelOf(cmbTargetDetail), 0},
                                     {&cmbTargetDetail, 0},
@@ -93,9 +93,9 @@ void FormDesign::PutViews() {
                                     {LabelOf(cmbTargetTarget), 0},
                                     {&cmbTargetTarget, 0},
                                     {&chkTargetTrack, 0}});
-    Put(grdTargetData, {Margin, dChoices + RowGap, 9000, 3000});
-    Put(grdMessageData, {Margin, dTop, 9000, 3000});
-    Put(grdSpecData, {Margin, dTop, 9000, 3000});
+    PutBody(grdTargetData, dChoices + RowGap);
+    PutBody(grdMessageData, dTop);
+    PutBody(grdSpecData, dTop);
 }
 
 void FormDesign::DesignAbout() {

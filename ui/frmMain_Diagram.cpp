@@ -1,10 +1,14 @@
-// The arrow heads of the flow diagram.
+// The flow diagram on its tab, and its arrow heads.
 #include "app/frmMain.h"
 #include "ui/ArrowHead.h"
 
 namespace app {
 
-void frmMain::LayOutDiagram() {
+// The picture keeps its size and is scrolled where the tab has no room for it; only then the keyboard stops there.
+void frmMain::LayOutDiagram(ui::Size tTabs) {
+    Place(scrDiagram, ui::ListRect(Design(scrDiagram), tTabs));
+    const bool bWhole = scrDiagram.width() >= pctDiagram.width() && scrDiagram.height() >= pctDiagram.height();
+    scrDiagram.setFocusPolicy(bWhole ? Qt::NoFocus : Qt::TabFocus);
     pctDiagram.ClearDrawing();
     for (const ui::DiagramLine& tLine : LnArrow) DiagramArrowHead(pctDiagram, tLine);
 }

@@ -39,7 +39,7 @@ void frmMain::LayOutTab(ui::Size tTabs) {
             PlaceGrid(grdMessageData);
             break;
         case ui::TabDiagram:
-            LayOutDiagram();
+            LayOutDiagram(tTabs);
             break;
         case ui::TabSpec:
             PlaceGrid(grdSpecData);

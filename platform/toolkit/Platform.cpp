@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QMessageBox>
+#include <QScreen>
 #include <QThread>
 
 #include "platform/toolkit/FileDialog.h"
@@ -38,6 +39,12 @@ QString ProgramFile() {
                               : QCoreApplication::applicationDirPath() + QLatin1Char('/') + sStarted;
 }
 
+std::vector<QRect> NativeScreenAreas() {
+    std::vector<QRect> tAreas;
+    for (const QScreen* pScreen : QGuiApplication::screens()) tAreas.push_back(pScreen->availableGeometry());
+    return tAreas;
+}
+
 }  // namespace
 
 Platform Platform::Native() {
@@ -51,6 +58,7 @@ Platform Platform::Native() {
     t.AskFile = AskForFile;
     t.ShowMessage = NativeShowMessage;
     t.ShowBusyPointer = NativeShowBusyPointer;
+    t.ScreenAreas = NativeScreenAreas;
     t.Serial.Resolve = [](const QString& sPort) { return PortDevice(sPort); };
     t.Serial.MakeDevice = [] { return std::make_unique<NativeSerialDevice>(); };
     t.sProgramFile = ProgramFile();

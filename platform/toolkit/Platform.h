@@ -2,9 +2,11 @@
 // another clock, other answers and other devices.
 #pragma once
 
+#include <QRect>
 #include <QString>
 #include <functional>
 #include <optional>
+#include <vector>
 
 #include "platform/runtime/DateTime.h"
 #include "platform/runtime/DiskSync.h"
@@ -27,6 +29,8 @@ struct Platform {
     // Brings a written file to the disk, on a thread that is not the window's.
     runtime::DiskSync::Function Synchronize = runtime::DiskSync::ToDisk;
     SerialAccess Serial;
+    // What each screen leaves to windows, device-independent pixels, the main screen first. None: nothing is known.
+    std::function<std::vector<QRect>()> ScreenAreas;
     QString sProgramFile;  // the program's folder and the name it was started by; profile and playback folder follow it
 
     // The real ones.

@@ -20,6 +20,8 @@ public:
     void SetTab(int iTab);  // Click follows, also for the tab that is showing
     // The place of a page inside the tab control, device-independent pixels.
     QPoint PageOrigin() const { return {PageMargin, m_pBar->sizeHint().height()}; }
+    // Gives bar and pages their places anew: after a change of font or style the bar has another height.
+    void PlacePages();
     QTabBar& Bar() const { return *m_pBar; }
 
 signals:
@@ -31,7 +33,6 @@ protected:
 
 private:
     static constexpr int PageMargin = 2;  // room for the frame around a page
-    void PlacePages();
     void ShowPage(int iTab);
     void MoveFocusTo(const QWidget& tPage);
 

@@ -12,6 +12,13 @@ void TestWindow::LoadAndShow() {
     QCoreApplication::processEvents();
 }
 
+QWidget& TestWindow::Page(int iTab) {
+    const std::vector<QWidget*> pPages = {&PageInput,   &PageReceiver, &PageAis,     &PageGps,
+                                          &PageTargets, &PageMessages, &PageDiagram, &PageAbout,
+                                          &PageSpec,    &PageTiming,   &PageOutput};
+    return *pPages.at(static_cast<std::size_t>(iTab));
+}
+
 void TestWindow::Synchronize() {
     for (toolkit::LogList* p :
          {&lstCommData(0), &lstCommData(1), &lstRxData, &lstAisData, &lstGpsData, &lstOutputData}) {

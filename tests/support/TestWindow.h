@@ -36,6 +36,7 @@ public:
     // Sentence without checksum to one with it, sBody begins with "$" or "!".
     static std::string WithChecksum(std::string_view sBody) { return std::string(sBody) + "*" + NmeaChecksum(sBody); }
 
+    QWidget& Page(int iTab);
     // What the lists show, once synchronised.
     std::vector<std::string> Lines(toolkit::LogList& lst);
     std::vector<bool> Marks(toolkit::LogList& lst);

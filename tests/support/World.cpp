@@ -52,6 +52,7 @@ toolkit::Platform World::MakePlatform() {
     };
     t.ShowBusyPointer = [this](bool bBusy) { bBusyPointer.push_back(bBusy); };
     t.Synchronize = tSynchronize;
+    t.ScreenAreas = [this] { return tScreens; };
     t.Serial.Resolve = [](const QString& sPort) {
         if (const auto iNumber = toolkit::PortNumber(sPort); iNumber && *iNumber >= 1 && *iNumber <= 255) {
             return QStringLiteral("memory:%1").arg(*iNumber);

@@ -42,6 +42,8 @@ public:
     QStringList sMessages;
     std::vector<toolkit::MessageIcon> eMessageIcons;
     std::vector<bool> bBusyPointer;
+    // The screens' areas; none: nothing is known of any, and a window may have any place and size.
+    std::vector<QRect> tScreens;
 
     // Ports: numbers 1 to 255 exist in memory, but for those that fail with a text. With bNativeDevices port fields
     // name real devices (a pseudo-terminal's path).
