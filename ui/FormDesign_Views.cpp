@@ -49,9 +49,6 @@ void FormDesign::DesignViews() {
     cmbTargetSort.setToolTip(QStringLiteral("Sort Targets Criteria"));
     cmbTargetTarget.lineEdit()->setPlaceholderText(QStringLiteral("none yet"));
     cmbTargetTarget.setToolTip(QStringLiteral("Selected Target"));
-    for (QComboBox* pBox : {static_cast<QComboBox*>(&cmbTargetDetail), static_cast<QComboBox*>(&cmbTargetSort)}) {
-        pBox->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-    }
     cmbTargetTarget.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     cmbTargetTarget.setMinimumContentsLength(MmsiDigits);
     chkTargetTrack.setText(QStringLiteral("Trac&k"));

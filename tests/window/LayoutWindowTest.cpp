@@ -58,6 +58,7 @@ private slots:
     void receiverFramesStandAtTheRight_data();
     void receiverFramesStandAtTheRight();
     void channelLegendIsShown();
+    void fieldsOfARowStandInLine();
     void onlyTheShowingTabIsLaidOut();
     void choosingATabLaysItOut();
     void minimisedWindowKeepsItsLayout();
@@ -237,6 +238,23 @@ void LayoutWindowTest::channelLegendIsShown() {
         sTexts << pLabel->text();
     }
     QCOMPARE(sTexts, (QStringList{QStringLiteral("A = VHF 87 161.975 MHz"), QStringLiteral("B = VHF 88 162.025 MHz")}));
+}
+
+void LayoutWindowTest::fieldsOfARowStandInLine() {
+    World tWorld;
+    TestWindow t(tWorld);
+    t.LoadAndShow();
+    const std::vector<std::vector<const QWidget*>> pRows = {
+        {&t.chkCommEnabled(0), &t.txtCommPort(0), &t.txtCommSettings(0)},
+        {&t.cmbTargetDetail, &t.cmbTargetSort, &t.cmbTargetTarget, &t.chkTargetTrack},
+        {&t.chkOutputEnabled, &t.txtOutputPort, &t.txtOutputSettings, &t.chkOutputRMC},
+    };
+    for (const auto& pRow : pRows) {
+        for (const QWidget* p : pRow) {
+            QCOMPARE(p->y(), pRow.front()->y());
+            QCOMPARE(p->height(), pRow.front()->height());
+        }
+    }
 }
 
 void LayoutWindowTest::onlyTheShowingTabIsLaidOut() {
