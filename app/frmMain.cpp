@@ -84,7 +84,17 @@ void frmMain::closeEvent(QCloseEvent* pEvent) {
 
 void frmMain::changeEvent(QEvent* pEvent) {
     FormDesign::changeEvent(pEvent);
-    if (pEvent->type() == QEvent::WindowStateChange && m_bLayoutReady) FormLayout();
+    if (!m_bLayoutReady) return;
+    if (pEvent->type() == QEvent::WindowStateChange) FormLayout();
+    if (pEvent->type() != QEvent::FontChange && pEvent->type() != QEvent::StyleChange) return;
+    if (m_bDesignDue) return;
+    // Later: by then every control has heard of it, too.
+    m_bDesignDue = true;
+    const auto tAnew = [this] {
+        m_bDesignDue = false;
+        DesignAnew();
+    };
+    QMetaObject::invokeMethod(this, tAnew, Qt::QueuedConnection);
 }
 
 // Qt also moves the focus on when its holder is disabled or hidden. That may lead to a toolbar button, where the next

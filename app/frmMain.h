@@ -165,17 +165,20 @@ public:
 
     // Message statistics and reporting rates (targets/frmMain_Messages, _Spec)
     void MessageGridSetup();
+    void MessageGridColumns();
     void MessageCount(std::int32_t lMessageId);
     static const std::string& MessageName(std::int32_t lMessageId) { return targets::MessageName(lMessageId); }
     void MessageGridSetRow(int iRow, std::string_view sText0, runtime::Alignment eAlign0, std::string_view sText1,
                            runtime::Alignment eAlign1);
     void SpecGridSetup();
+    void SpecGridColumns();
     void SpecGridSetRow(int iRow, std::string_view sText0, runtime::Alignment eAlign0, std::string_view sText1,
                         runtime::Alignment eAlign1, std::string_view sText2, runtime::Alignment eAlign2);
 
     // Layout and flow diagram (ui/frmMain_Layout, _Diagram, _Screen)
     void FormLayout();
     void FitToScreen();  // the place that the profile or the design wishes for, bounded by what the screens allow
+    void DesignAnew();   // in another font or style: everything in its new size
     void DiagramArrowHead(toolkit::LinePicture& pct, const ui::DiagramLine& tLine);
 
     // Own-position fields (ui/frmMain_PositionFields)
@@ -312,6 +315,7 @@ protected:
 
     // Layout and timing
     bool m_bLayoutReady = false;                      // a layout may run: the window has been loaded
+    bool m_bDesignDue = false;                        // the font or the style has changed
     QRect m_tWishedPlace, m_tGivenPlace;              // at the start: before and after it was bounded by the screen
     std::optional<ui::TimingInputs> m_tTimingInputs;  // of the latest plan
     std::vector<ui::Primitive> m_tTimingPrimitives;

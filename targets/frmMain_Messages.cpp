@@ -31,16 +31,21 @@ void frmMain::MessageGridSetup() {
     toolkit::Grid& grd = grdMessageData;
     grd.Cells.SetRows(MessageRows);
     grd.Cells.SetCols(static_cast<int>(std::size(MessageColumns)));
-    int iCol = 0;
-    for (const MessageColumn& t : MessageColumns) {
-        grd.SetColumn(iCol++, t.sTemplate, true, t.iMore * grd.TextWidth("0") + grd.TextWidth(t.sTemplate));
-    }
+    MessageGridColumns();
     MessageGridSetRow(0, MessageColumns[0].sHeader, AlignCentre, MessageColumns[1].sHeader, AlignCentre);
     for (int iRow = targets::FirstCountedId; iRow <= targets::LastCountedId; ++iRow) {
         MessageGridSetRow(iRow, MessageName(iRow), AlignLeft, "0", AlignRight);
         grd.Cells.SetHidden(iRow, true);
     }
     MessageGridSetRow(TotalRow, "Total", AlignCentre, "0", AlignRight);
+}
+
+void frmMain::MessageGridColumns() {
+    toolkit::Grid& grd = grdMessageData;
+    int iCol = 0;
+    for (const MessageColumn& t : MessageColumns) {
+        grd.SetColumn(iCol++, t.sTemplate, true, t.iMore * grd.TextWidth("0") + grd.TextWidth(t.sTemplate));
+    }
 }
 
 void frmMain::MessageGridSetRow(int iRow, std::string_view sText0, runtime::Alignment eAlign0, std::string_view sText1,

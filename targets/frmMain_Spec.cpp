@@ -11,14 +11,19 @@ void frmMain::SpecGridSetup() {
     toolkit::Grid& grd = grdSpecData;
     grd.Cells.SetRows(static_cast<int>(targets::ReportingRates.size()));
     grd.Cells.SetCols(3);
-    grd.SetColumn(0, "--Type of Ship--", true, 60 * grd.TextWidth("-") + grd.TextWidth("--Type of Ship--"));
-    grd.SetColumn(1, "---Class A Rates---", true, grd.TextWidth("---Class A Rates---"));
-    grd.SetColumn(2, "---Class B Rates---", true, grd.TextWidth("---Class B Rates---"));
+    SpecGridColumns();
     for (int iRow = 0; iRow < grd.Cells.Rows(); ++iRow) {
         const auto& sTexts = targets::ReportingRates[static_cast<std::size_t>(iRow)];
         SpecGridSetRow(iRow, sTexts[0], iRow == 0 ? AlignCentre : AlignLeft, sTexts[1], AlignCentre, sTexts[2],
                        AlignCentre);
     }
+}
+
+void frmMain::SpecGridColumns() {
+    toolkit::Grid& grd = grdSpecData;
+    grd.SetColumn(0, "--Type of Ship--", true, 60 * grd.TextWidth("-") + grd.TextWidth("--Type of Ship--"));
+    grd.SetColumn(1, "---Class A Rates---", true, grd.TextWidth("---Class A Rates---"));
+    grd.SetColumn(2, "---Class B Rates---", true, grd.TextWidth("---Class B Rates---"));
 }
 
 void frmMain::SpecGridSetRow(int iRow, std::string_view sText0, runtime::Alignment eAlign0, std::string_view sText1,

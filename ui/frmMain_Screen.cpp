@@ -1,4 +1,6 @@
-// The window on its screen: sizes and places bounded by what is there, and the least size.
+// The window on its screen: sizes and places bounded by what is there, the least size, and everything laid out anew in
+// another font or style.
+#include <QCoreApplication>
 #include <QLayout>
 
 #include "app/frmMain.h"
@@ -49,6 +51,21 @@ void frmMain::FitToScreen() {
 QRect frmMain::PlaceToKeep() const {
     return {pos() == m_tGivenPlace.topLeft() ? m_tWishedPlace.topLeft() : pos(),
             size() == m_tGivenPlace.size() ? m_tWishedPlace.size() : size()};
+}
+
+void frmMain::DesignAnew() {
+    // First what the new sizes of the controls mean to the layouts that they are in.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    DesignPlaces();
+    BoundLeastSize();
+    layout()->activate();
+    for (int iCol = 0; iCol < targets::TargetColumnCount; ++iCol) {
+        const toolkit::Grid::Column tColumn = grdTargetData.Columns()[static_cast<std::size_t>(iCol)];
+        grdTargetData.SetColumn(iCol, tColumn.sTemplate, tColumn.bShown, grdTargetData.TextWidth(tColumn.sTemplate));
+    }
+    MessageGridColumns();
+    SpecGridColumns();
+    FormLayout();
 }
 
 }  // namespace app

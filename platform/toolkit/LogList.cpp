@@ -72,7 +72,11 @@ LogList::LogList(QWidget* pParent)
       m_pMark(new NewestMark(this)) {
     setModel(m_pModel);
     setItemDelegate(new LineDelegate(this));
-    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    // The desktop's fixed font, in the size of everything else here.
+    QFont tFixed;
+    tFixed.setFamilies(QFontDatabase::systemFont(QFontDatabase::FixedFont).families());
+    tFixed.setStyleHint(QFont::TypeWriter);
+    setFont(tFixed);
     setUniformItemSizes(true);
     setEditTriggers(NoEditTriggers);
     setSelectionMode(ExtendedSelection);

@@ -9,6 +9,12 @@
 
 namespace toolkit {
 
+namespace {
+
+constexpr int PanelPadding = 12;  // pixels around a panel's text, frame included
+
+}  // namespace
+
 PanelBar::PanelBar(QWidget* pParent)
     : QStatusBar(pParent), m_pTip(new QLabel(this)), m_pBeat(new RepaintBeat(*this, [this] { TakeOver(); })) {
     setSizeGripEnabled(true);
@@ -24,7 +30,6 @@ void PanelBar::AddPanel(const QString& sTip, const QString& sTemplate, bool bStr
     pLabel->setTextFormat(Qt::PlainText);
     pLabel->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
     pLabel->setMargin(2);
-    pLabel->setMinimumWidth(pLabel->fontMetrics().horizontalAdvance(sTemplate) + 12);
     // A long text must not widen the window: it is cut, and whole in the tool tip.
     pLabel->setSizePolicy(bStretch ? QSizePolicy::Ignored : QSizePolicy::Preferred, QSizePolicy::Preferred);
     pLabel->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -35,6 +40,19 @@ void PanelBar::AddPanel(const QString& sTip, const QString& sTemplate, bool bStr
     m_sTexts.emplace_back();
     m_sWholeTexts.emplace_back();
     m_sTips.push_back(sTip);
+    m_sTemplates.push_back(sTemplate);
+    FitPanels();
+}
+
+void PanelBar::FitPanels() {
+    for (std::size_t i = 0; i < m_pLabels.size(); ++i) {
+        m_pLabels[i]->setMinimumWidth(m_pLabels[i]->fontMetrics().horizontalAdvance(m_sTemplates[i]) + PanelPadding);
+    }
+}
+
+void PanelBar::changeEvent(QEvent* pEvent) {
+    QStatusBar::changeEvent(pEvent);
+    if (pEvent->type() == QEvent::FontChange) FitPanels();
 }
 
 void PanelBar::SetPanelText(int iPanel, std::string_view sText) {

@@ -37,8 +37,10 @@ public:
 protected:
     bool event(QEvent* pEvent) override;
     void showEvent(QShowEvent* pEvent) override;
+    void changeEvent(QEvent* pEvent) override;
 
 private:
+    void FitPanels();
     void TakeOver();
 
     std::vector<std::string> m_sTexts;
@@ -46,6 +48,7 @@ private:
     std::vector<QLabel*> m_pLabels;
     std::vector<QString> m_sTips;
     QLabel* m_pTip;
+    std::vector<QString> m_sTemplates;
     RepaintBeat* m_pBeat;
     bool m_bTexts = false;  // the layout is asked for again because of new texts
 };
