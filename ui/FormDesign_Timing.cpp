@@ -78,7 +78,7 @@ void FormDesign::PutTiming() {
     const double dPercentageWidth = ToTwips(tMetrics.horizontalAdvance(QStringLiteral(" 100% ")));
     const double dSummaryWidth = ToTwips(tMetrics.horizontalAdvance(FromLatin1(SummaryTemplate)));
     const double dWidth = dNameWidth + std::max(dSummaryWidth, dPercentageWidth);
-    const double dBar = std::max(BarHeight, dLine);
+    const double dBar = std::max(BarHeight, ToTwips(lblTimingChAlternate.Name.sizeHint().height()));
     double dTop = Margin;
     for (const TimingLabels& t : {lblTimingChA, lblTimingChB, lblTimingChAlternate}) {
         Put(t.Name, {0, dTop, dNameWidth, dBar});

@@ -66,7 +66,8 @@ void TabControl::MoveFocusTo(const QWidget& tPage) {
 void TabControl::PlacePages() {
     m_pBar->setGeometry(0, 0, width(), m_pBar->sizeHint().height());
     const QPoint tOrigin = PageOrigin();
-    const QRect tPage(tOrigin, QSize(width() - 2 * PageMargin, height() - tOrigin.y() - PageMargin));
+    // Down to the bottom: what stands on a page may end a pixel above that.
+    const QRect tPage(tOrigin, QSize(width() - 2 * PageMargin, height() - tOrigin.y()));
     for (QWidget* pPage : m_pPages) pPage->setGeometry(tPage);
 }
 
