@@ -8,34 +8,16 @@
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QStatusTipEvent>
-#include <QStyleOptionHeader>
 #include <algorithm>
 #include <utility>
 
 #include "platform/toolkit/CellDelegate.h"
 #include "platform/toolkit/GridModel.h"
 #include "platform/toolkit/Latin1.h"
+#include "platform/toolkit/PlainHeader.h"
 #include "platform/toolkit/RepaintBeat.h"
 
 namespace toolkit {
-
-namespace {
-
-// A header's own way of cutting a name is to show a piece out of its middle.
-class GridHeader : public QHeaderView {
-public:
-    explicit GridHeader(QWidget* pParent) : QHeaderView(Qt::Horizontal, pParent) {}
-
-protected:
-    void initStyleOptionForIndex(QStyleOptionHeader* pOption, int iColumn) const override {
-        QHeaderView::initStyleOptionForIndex(pOption, iColumn);
-        const int iWidth = sectionSize(iColumn);
-        if (pOption->fontMetrics.horizontalAdvance(pOption->text) <= iWidth) return;
-        pOption->text = Elided(font(), pOption->text, iWidth, false);
-    }
-};
-
-}  // namespace
 
 Grid::Grid(QWidget* pParent)
     : QTableView(pParent),
@@ -52,7 +34,7 @@ Grid::Grid(QWidget* pParent)
     setTabKeyNavigation(false);
     setVerticalScrollMode(ScrollPerPixel);
     setHorizontalScrollMode(ScrollPerPixel);
-    setHorizontalHeader(new GridHeader(this));
+    setHorizontalHeader(new PlainHeader(this));
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setMinimumSectionSize(1);

@@ -11,6 +11,7 @@
 #include "platform/toolkit/Grid.h"
 #include "platform/toolkit/GridModel.h"
 #include "platform/toolkit/Latin1.h"
+#include "platform/toolkit/ViewColours.h"
 
 namespace toolkit {
 
@@ -51,7 +52,7 @@ void Grid::PaintRows(QPainter& tPainter, const QRegion& tDirty, const QColor& tL
 }
 
 void Grid::PaintRow(QPainter& tPainter, int iRow, const QRect& tRow, const QRect& tDirty) {
-    const QPalette::ColorGroup eGroup = isActiveWindow() ? QPalette::Active : QPalette::Inactive;
+    const QPalette::ColorGroup eGroup = ColourGroup(*this);
     const bool bSelected = selectionModel()->hasSelection() && selectionModel()->isSelected(m_pModel->index(iRow, 0));
     const bool bOdd = (tRow.top() + verticalOffset()) / tRow.height() % 2 != 0;  // all rows are equally high
     if (bSelected || bOdd) {

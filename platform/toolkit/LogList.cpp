@@ -17,6 +17,7 @@
 #include "platform/toolkit/LogModel.h"
 #include "platform/toolkit/NewestMark.h"
 #include "platform/toolkit/RepaintBeat.h"
+#include "platform/toolkit/ViewColours.h"
 
 namespace toolkit {
 
@@ -34,7 +35,8 @@ public:
     void paint(QPainter* pPainter, const QStyleOptionViewItem& tOption, const QModelIndex& tIndex) const override {
         const bool bSelected = (tOption.state & QStyle::State_Selected) != 0;
         const bool bMarked = tIndex.data(LogModel::MarkRole).toBool();
-        const QPalette& tPalette = tOption.palette;
+        QPalette tPalette = tOption.palette;
+        tPalette.setCurrentColorGroup(ColourGroup(*tOption.widget));
         if (bSelected) {
             pPainter->fillRect(tOption.rect, tPalette.highlight());
         } else if (bMarked) {
