@@ -57,6 +57,11 @@ void frmMain::ConnectEvents() {
     for (toolkit::TextBox* pBox : {&txtTimingRateTx, &txtTimingRateRc, &txtTimingTimeSpan}) {
         connect(pBox, &QLineEdit::returnPressed, this, &frmMain::TimingPlan);
     }
+    auto* pQuit = new QShortcut(Qt::CTRL | Qt::Key_Q, this);
+    connect(pQuit, &QShortcut::activated, this, &frmMain::close);
+    auto* pHelp = new QShortcut(Qt::Key_F1, this);
+    pHelp->setAutoRepeat(false);
+    connect(pHelp, &QShortcut::activated, this, &frmMain::ShowManual);
     Client.installEventFilter(this);
     setAcceptDrops(true);
     for (QLineEdit* pField : findChildren<QLineEdit*>()) pField->installEventFilter(this);

@@ -57,6 +57,9 @@ public:
     void ProfileLoad();
     void ProfileSave();
 
+    // The manual (app/frmMain_Manual)
+    void ShowManual();
+
     // Run control (app/frmMain_Run)
     void CommStart();
     void CommStop();

@@ -2,12 +2,14 @@
 #include "platform/toolkit/ComboBox.h"
 
 #include <QSignalBlocker>
+#include <QWheelEvent>
 
 #include "platform/toolkit/Latin1.h"
 
 namespace toolkit {
 
 ComboBox::ComboBox(QWidget* pParent) : QComboBox(pParent) {
+    setFocusPolicy(Qt::StrongFocus);  // the wheel does not give it
     connect(this, &QComboBox::activated, this, &ComboBox::Chosen);
     connect(this, &QComboBox::currentIndexChanged, this, [this](int iIndex) { m_iIndex = iIndex; });
 }
@@ -35,6 +37,14 @@ void ComboBox::SetText(std::string_view sText) {
     }
     m_sText = sText;
     setPlaceholderText(FromLatin1(sText));
+}
+
+void ComboBox::wheelEvent(QWheelEvent* pEvent) {
+    if (hasFocus()) {
+        QComboBox::wheelEvent(pEvent);
+    } else {
+        pEvent->ignore();
+    }
 }
 
 void ComboBox::Chosen() {

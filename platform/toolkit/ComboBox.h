@@ -1,5 +1,5 @@
 // A list of fixed texts to choose from. A text that is none of them can be put in and is kept and shown, with no entry
-// chosen.
+// chosen. The wheel turns through the list only while the box has the focus.
 #pragma once
 
 #include <QComboBox>
@@ -23,6 +23,9 @@ public:
 
 signals:
     void Click();  // an entry was chosen, by the user or the program, the same one included
+
+protected:
+    void wheelEvent(QWheelEvent* pEvent) override;
 
 private:
     void Chosen();

@@ -5,6 +5,7 @@
 #include <QAbstractListModel>
 #include <QLineEdit>
 #include <QSignalBlocker>
+#include <QWheelEvent>
 #include <algorithm>
 #include <vector>
 
@@ -99,6 +100,7 @@ NumberCombo::NumberCombo(QWidget* pParent)
     : QComboBox(pParent),
       m_pModel(new NumberModel(Items, this)),
       m_pBeat(new RepaintBeat(*this, [this] { TakeOver(); })) {
+    setFocusPolicy(Qt::StrongFocus);  // the wheel does not give it
     setEditable(true);
     setInsertPolicy(NoInsert);
     setCompleter(nullptr);
@@ -145,6 +147,14 @@ void NumberCombo::TakeOver() {
 void NumberCombo::showEvent(QShowEvent* pEvent) {
     Synchronize();  // what came while it was out of sight
     QComboBox::showEvent(pEvent);
+}
+
+void NumberCombo::wheelEvent(QWheelEvent* pEvent) {
+    if (hasFocus()) {
+        QComboBox::wheelEvent(pEvent);
+    } else {
+        pEvent->ignore();
+    }
 }
 
 void NumberCombo::Synchronize() { m_pBeat->Synchronize(); }

@@ -1,5 +1,6 @@
 // An editable box with a list of numbers below it, over NumberItems. Its text is the user's or the program's and is
 // left alone by the list, whatever items come and go: what is typed, marked or chosen from an open list stays as it is.
+// The wheel turns through the list only while the box has the focus.
 #pragma once
 
 #include <QComboBox>
@@ -30,6 +31,7 @@ public:
 
 protected:
     void showEvent(QShowEvent* pEvent) override;
+    void wheelEvent(QWheelEvent* pEvent) override;
 
 private:
     void TakeOver();

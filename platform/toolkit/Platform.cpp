@@ -2,11 +2,13 @@
 #include "platform/toolkit/Platform.h"
 
 #include <QCoreApplication>
+#include <QDesktopServices>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QMessageBox>
 #include <QScreen>
 #include <QThread>
+#include <QUrl>
 
 #include "platform/toolkit/FileDialog.h"
 #include "platform/toolkit/NativeSerialDevice.h"
@@ -58,6 +60,7 @@ Platform Platform::Native() {
     t.AskFile = AskForFile;
     t.ShowMessage = NativeShowMessage;
     t.ShowBusyPointer = NativeShowBusyPointer;
+    t.OpenDocument = [](const QString& sFile) { return QDesktopServices::openUrl(QUrl::fromLocalFile(sFile)); };
     t.ScreenAreas = NativeScreenAreas;
     t.Serial.Resolve = [](const QString& sPort) { return PortDevice(sPort); };
     t.Serial.MakeDevice = [] { return std::make_unique<NativeSerialDevice>(); };

@@ -25,6 +25,8 @@ struct Platform {
     std::function<std::optional<QString>(QWidget* pWindow, const FileRequest&)> AskFile;  // nothing: cancelled
     std::function<void(QWidget* pWindow, const QString& sText, MessageIcon)> ShowMessage;
     std::function<void(bool bBusy)> ShowBusyPointer;
+    // Shows a file in the program that the desktop has for its kind; false when there is none.
+    std::function<bool(const QString& sFile)> OpenDocument;
     std::function<bool(const QWidget& tControl)> HasFocus = toolkit::HasFocus;  // does it hold the keyboard focus
     // Brings a written file to the disk, on a thread that is not the window's.
     runtime::DiskSync::Function Synchronize = runtime::DiskSync::ToDisk;

@@ -52,6 +52,10 @@ toolkit::Platform World::MakePlatform() {
     };
     t.ShowBusyPointer = [this](bool bBusy) { bBusyPointer.push_back(bBusy); };
     t.Synchronize = tSynchronize;
+    t.OpenDocument = [this](const QString& sFile) {
+        sDocuments << sFile;
+        return bOpensDocuments;
+    };
     t.ScreenAreas = [this] { return tScreens; };
     t.Serial.Resolve = [](const QString& sPort) {
         if (const auto iNumber = toolkit::PortNumber(sPort); iNumber && *iNumber >= 1 && *iNumber <= 255) {

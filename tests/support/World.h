@@ -42,6 +42,9 @@ public:
     QStringList sMessages;
     std::vector<toolkit::MessageIcon> eMessageIcons;
     std::vector<bool> bBusyPointer;
+    QStringList sDocuments;  // what was to be opened
+    bool bOpensDocuments = true;
+
     // The screens' areas; none: nothing is known of any, and a window may have any place and size.
     std::vector<QRect> tScreens;
 

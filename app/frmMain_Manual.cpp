@@ -1,0 +1,16 @@
+// The manual, shown by whatever the desktop shows such files with.
+#include "app/ManualPath.h"
+#include "app/frmMain.h"
+
+namespace app {
+
+void frmMain::ShowManual() {
+    const QString sManual = ManualPath(m_tPlatform.sProgramFile);
+    if (sManual.isEmpty()) {
+        ShowError("Manual - not found where the program is installed");
+    } else if (!m_tPlatform.OpenDocument(sManual)) {
+        ShowError("Manual - no program opens " + toolkit::ToLatin1(sManual));
+    }
+}
+
+}  // namespace app
