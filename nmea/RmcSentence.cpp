@@ -5,9 +5,9 @@
 
 namespace nmea {
 
-std::string MakeRmc(std::string_view sTime, std::string_view sLatitude, std::string_view sLongitude,
-                    runtime::DateTime dtToday) {
-    std::string sSentence = "$ECRMC,";  // EC: the talker is an electronic chart system
+void MakeRmc(std::string& sSentence, std::string_view sTime, std::string_view sLatitude, std::string_view sLongitude,
+             runtime::DateTime dtToday) {
+    sSentence = "$ECRMC,";  // EC: the talker is an electronic chart system
     sSentence += sTime;
     sSentence += ",A,";
     sSentence += sLatitude;  // field, comma and letter are two fields of the RMC
@@ -23,7 +23,6 @@ std::string MakeRmc(std::string_view sTime, std::string_view sLatitude, std::str
     const std::string sChecksum = NmeaChecksum(sSentence);
     sSentence += '*';
     sSentence += sChecksum;
-    return sSentence;
 }
 
 }  // namespace nmea

@@ -22,10 +22,9 @@ void frmMain::MSComm_OnComm(PortIndex Index) {
         if (iEvent == runtime::CommRestored) CommDropHalfLine(Index);
         return;
     }
-    const std::string sInput = MSComm(Index).Input();
+    std::string_view sRest = MSComm(Index).Input();
     {
         const QScopedValueRollback tKeep(m_bKeepReports, true);
-        std::string_view sRest = sInput;
         while (CommTake(Index, sRest)) {
             m_dtCommLast(Index) = m_tPlatform.Now();
             if (!m_sCommBuffer(Index).Overlong()) SentenceDispatch(Index);

@@ -5,6 +5,8 @@
 #include <poll.h>
 #include <termios.h>
 
+#include <algorithm>
+
 #include "platform/toolkit/OpenFailure.h"
 
 namespace toolkit {
@@ -121,12 +123,15 @@ void NativeSerialDevice::FlushQueue() {
     m_bWriting = false;
 }
 
-std::string NativeSerialDevice::ReadAll() {
-    std::string sData;
-    sData.swap(m_sRest);
-    if (!m_tPort.isOpen() || m_tPort.bytesAvailable() == 0) return sData;
-    const QByteArray sRead = m_tPort.readAll();
-    return sData.append(sRead.constData(), static_cast<std::size_t>(sRead.size()));
+void NativeSerialDevice::ReadAll(std::string& sInto) {
+    sInto += m_sRest;
+    m_sRest.clear();
+    const qint64 lWaiting = m_tPort.isOpen() ? m_tPort.bytesAvailable() : 0;
+    if (lWaiting == 0) return;
+    const std::size_t lBefore = sInto.size();
+    sInto.resize(lBefore + static_cast<std::size_t>(lWaiting));
+    const qint64 lRead = std::max<qint64>(0, m_tPort.read(sInto.data() + lBefore, lWaiting));
+    sInto.resize(lBefore + static_cast<std::size_t>(lRead));
 }
 
 void NativeSerialDevice::Write(std::string_view sData) {
@@ -164,7 +169,8 @@ bool NativeSerialDevice::HungUp() const {
 }
 
 void NativeSerialDevice::GiveUp() {
-    const std::string sRest = ReadAll();
+    std::string sRest;
+    ReadAll(sRest);
     m_tmrLineErrors.stop();
     m_tLineErrors.Stop();
     ClosePort();

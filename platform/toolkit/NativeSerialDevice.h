@@ -19,7 +19,7 @@ public:
     void Open(const QString& sDevice, const runtime::SerialSettings& tSettings) override;
     void Close() override;
     bool IsOpen() const override { return m_tPort.isOpen(); }
-    std::string ReadAll() override;
+    void ReadAll(std::string& sInto) override;
     void Write(std::string_view sData) override;
     std::int64_t BytesToWrite() const override { return m_tPort.isOpen() ? m_tPort.bytesToWrite() : m_lLeft; }
     bool ReportsLineErrors() const override { return m_tLineErrors.Supported(); }

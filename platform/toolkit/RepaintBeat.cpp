@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QPointer>
 #include <QTimer>
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -20,23 +21,32 @@ public:
         return *p;
     }
     void Add(RepaintBeat* p) {
-        m_tWaiting.emplace_back(p);
+        if (std::find(m_tWaiting.begin(), m_tWaiting.end(), p) == m_tWaiting.end()) m_tWaiting.emplace_back(p);
         if (!m_tTimer.isActive()) m_tTimer.start();
     }
 
 private:
     explicit SharedBeat(QObject* pParent) : QObject(pParent) {
+        m_tWaiting.reserve(UsualViews);
+        m_tSpare.reserve(UsualViews);
         m_tTimer.setSingleShot(true);
         m_tTimer.setInterval(RepaintBeat::BeatMilliseconds);
         connect(&m_tTimer, &QTimer::timeout, this, [this] {
-            for (const QPointer<RepaintBeat>& p : std::exchange(m_tWaiting, {})) {
+            std::vector<QPointer<RepaintBeat>> tTaking = std::exchange(m_tSpare, {});
+            tTaking.swap(m_tWaiting);
+            for (const QPointer<RepaintBeat>& p : tTaking) {
                 if (p) p->Beat();
             }
+            tTaking.clear();
+            m_tSpare = std::move(tTaking);
         });
     }
 
+    static constexpr std::size_t UsualViews = 32;  // of a window: so that to wait takes no memory
+
     QTimer m_tTimer;
     std::vector<QPointer<RepaintBeat>> m_tWaiting;
+    std::vector<QPointer<RepaintBeat>> m_tSpare;  // changes places with the others, so that both keep their memory
 };
 
 }  // namespace

@@ -37,8 +37,8 @@ public:
     // Hands over what can be written without waiting, then closes. Harmless when closed.
     virtual void Close() = 0;
     virtual bool IsOpen() const = 0;
-    // Everything that waits to be read; empty when nothing does.
-    virtual std::string ReadAll() = 0;
+    // Appends everything that waits to be read. No memory is taken when sInto has room.
+    virtual void ReadAll(std::string& sInto) = 0;
     // Queues the bytes; never blocks. Dropped when closed.
     virtual void Write(std::string_view sData) = 0;
     // Queued and not taken yet. Once closed, or lost: what was left, until the next open.

@@ -4,8 +4,8 @@
 
 #include <QFileInfo>
 #include <QScopedValueRollback>
-#include <deque>
 #include <utility>
+#include <vector>
 
 #include "platform/runtime/CommEvents.h"
 #include "platform/toolkit/Latin1.h"
@@ -39,16 +39,19 @@ public:
     }
     // Forgets the texts that are out wholly, given what is left of all bytes.
     void Keep(std::int64_t lBytesLeft) {
-        while (!m_iSizes.empty() && m_lBytes - static_cast<std::int64_t>(m_iSizes.front()) >= lBytesLeft) {
-            m_lBytes -= static_cast<std::int64_t>(m_iSizes.front());
-            m_iSizes.pop_front();
+        while (Count() > 0 && m_lBytes - static_cast<std::int64_t>(m_iSizes[m_iFirst]) >= lBytesLeft) {
+            m_lBytes -= static_cast<std::int64_t>(m_iSizes[m_iFirst++]);
         }
+        if (m_iFirst * 2 < m_iSizes.size()) return;
+        m_iSizes.erase(m_iSizes.begin(), m_iSizes.begin() + static_cast<std::ptrdiff_t>(m_iFirst));
+        m_iFirst = 0;
     }
     void Clear() { Keep(0); }
-    std::size_t Count() const { return m_iSizes.size(); }
+    std::size_t Count() const { return m_iSizes.size() - m_iFirst; }
 
 private:
-    std::deque<std::size_t> m_iSizes;
+    std::vector<std::size_t> m_iSizes;  // keeps its memory: a queue that comes and goes with every text takes none
+    std::size_t m_iFirst = 0;           // those before are out
     std::int64_t m_lBytes = 0;
 };
 }  // namespace
@@ -67,6 +70,7 @@ struct SerialPort::Private {
     QTimer tmrRetry;
     QString sDevice;
     std::string sInput;
+    std::string sTaken;  // handed out by Input: the two change places, so that both keep their memory
     bool bOpen = false;
     bool bAway = false;       // open, but the device has vanished
     bool bReceiving = false;  // within Receive
@@ -141,11 +145,13 @@ SerialDevice* SerialPort::OpenDevice() const { return d->pDevice.get(); }
 
 bool SerialPort::ReportsLineErrors() const { return d->pDevice && d->pDevice->ReportsLineErrors(); }
 
-std::string SerialPort::Input() {
+std::string_view SerialPort::Input() {
     if (!d->bOpen) return {};
     d->bInputFull = false;
-    std::string sData = std::exchange(d->sInput, {});
-    return sData.append(d->pDevice->ReadAll());
+    d->sTaken.clear();
+    d->sTaken.swap(d->sInput);
+    d->pDevice->ReadAll(d->sTaken);
+    return d->sTaken;
 }
 
 bool SerialPort::Output(std::string_view sData) {
@@ -217,14 +223,15 @@ void SerialPort::Private::Receive() {
     if (!bOpen || bReceiving) return;
     const QScopedValueRollback tGuard(bReceiving, true);
     while (bOpen) {
-        const std::string sBatch = pDevice->ReadAll();
-        if (sBatch.empty()) return;
-        if (!bReceiveEvents) continue;
-        if (sInput.size() >= MostInput) {
-            if (!std::exchange(bInputFull, true)) tPort.RaiseEvent(runtime::CommRxOver);
+        const std::size_t lBefore = sInput.size();
+        pDevice->ReadAll(sInput);
+        if (sInput.size() == lBefore) return;
+        const bool bNoRoom = lBefore >= MostInput;
+        if (!bReceiveEvents || bNoRoom) {
+            sInput.resize(lBefore);
+            if (bReceiveEvents && !std::exchange(bInputFull, true)) tPort.RaiseEvent(runtime::CommRxOver);
             continue;
         }
-        sInput += sBatch;
         tPort.RaiseEvent(runtime::CommReceive);
     }
 }

@@ -68,7 +68,8 @@ void Gps(std::string_view sLine) {
         if (!t.sError.empty()) continue;
         Position(t.dLatitude, t.dLongitude);
         Promise(nav::ParseLatitude(nav::LatitudeToString(t.dLatitude)).has_value() || t.dLatitude > 90);
-        const std::string sMade = nmea::MakeRmc(t.sTime, t.sLatitude, t.sLongitude, {63'000'000'000});
+        std::string sMade;
+        nmea::MakeRmc(sMade, t.sTime, t.sLatitude, t.sLongitude, {63'000'000'000});
         Promise(nmea::TestSentence(sMade) == nmea::SentenceFault::None);
     }
 }

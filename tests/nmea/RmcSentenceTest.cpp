@@ -8,6 +8,17 @@
 using runtime::MakeDateTime;
 using support::Bytes;
 
+namespace {
+
+std::string Rmc(std::string_view sTime, std::string_view sLatitude, std::string_view sLongitude,
+                runtime::DateTime dtToday) {
+    std::string sSentence = "what stood there before";
+    nmea::MakeRmc(sSentence, sTime, sLatitude, sLongitude, dtToday);
+    return sSentence;
+}
+
+}  // namespace
+
 class RmcSentenceTest : public QObject {
     Q_OBJECT
 
@@ -21,14 +32,13 @@ private slots:
 };
 
 void RmcSentenceTest::sentenceOfTheFifteenthOfMay() {
-    const std::string sRmc = nmea::MakeRmc("225444", "4916.45,N", "12311.12,W", MakeDateTime({2011, 5, 15}, 0, 0, 0));
+    const std::string sRmc = Rmc("225444", "4916.45,N", "12311.12,W", MakeDateTime({2011, 5, 15}, 0, 0, 0));
     QCOMPARE(Bytes(sRmc.substr(0, sRmc.size() - 2)),
              QByteArray("$ECRMC,225444,A,4916.45,N,12311.12,W,0.0,000.0,150511,0.0,E*"));
 }
 
 void RmcSentenceTest::hasElevenFieldsWithTheCommaBeforeTheVariation() {
-    const QByteArray sRmc =
-        Bytes(nmea::MakeRmc("225444", "4916.45,N", "12311.12,W", MakeDateTime({2011, 5, 15}, 12, 0, 0)));
+    const QByteArray sRmc = Bytes(Rmc("225444", "4916.45,N", "12311.12,W", MakeDateTime({2011, 5, 15}, 12, 0, 0)));
     const QList<QByteArray> sFields = sRmc.left(sRmc.indexOf('*')).split(',');
     QCOMPARE(sFields.size(), 12);  // the address and eleven
     QCOMPARE(sFields[9], QByteArray("150511"));
@@ -52,15 +62,13 @@ void RmcSentenceTest::dateIsTodaysAsDayMonthYear() {
     QFETCH(int, month);
     QFETCH(int, day);
     QFETCH(QByteArray, date);
-    const QByteArray sRmc =
-        Bytes(nmea::MakeRmc("000000", "0000.0,N", "00000.0,E", MakeDateTime({year, month, day}, 23, 59, 59)));
+    const QByteArray sRmc = Bytes(Rmc("000000", "0000.0,N", "00000.0,E", MakeDateTime({year, month, day}, 23, 59, 59)));
     QCOMPARE(sRmc.split(',').at(9), date);
 }
 
 void RmcSentenceTest::checksumIsThatOfTheBody() {
     for (int iDay = 1; iDay <= 28; ++iDay) {
-        const QByteArray sRmc =
-            Bytes(nmea::MakeRmc("225444", "4916.45,S", "12311.12,E", MakeDateTime({2011, 5, iDay}, 0, 0, 0)));
+        const QByteArray sRmc = Bytes(Rmc("225444", "4916.45,S", "12311.12,E", MakeDateTime({2011, 5, iDay}, 0, 0, 0)));
         const qsizetype iStar = sRmc.indexOf('*');
         unsigned iXor = 0;
         for (qsizetype i = 1; i < iStar; ++i) iXor ^= static_cast<unsigned char>(sRmc[i]);
@@ -69,8 +77,7 @@ void RmcSentenceTest::checksumIsThatOfTheBody() {
 }
 
 void RmcSentenceTest::fieldsPassAsReceived() {
-    const QByteArray sRmc =
-        Bytes(nmea::MakeRmc("000001", "0016.450000,S", "00011.,W", MakeDateTime({2011, 5, 15}, 0, 0, 0)));
+    const QByteArray sRmc = Bytes(Rmc("000001", "0016.450000,S", "00011.,W", MakeDateTime({2011, 5, 15}, 0, 0, 0)));
     QVERIFY(sRmc.startsWith("$ECRMC,000001,A,0016.450000,S,00011.,W,0.0,"));
 }
 

@@ -30,10 +30,10 @@ void PtyDevice::Open(const QString& sDevice, const runtime::SerialSettings& tSet
     m_pPort = &tPort;
 }
 
-std::string PtyDevice::ReadAll() {
-    std::string sData = NativeSerialDevice::ReadAll();
-    m_lRead += sData.size();
-    return sData;
+void PtyDevice::ReadAll(std::string& sInto) {
+    const std::size_t lBefore = sInto.size();
+    NativeSerialDevice::ReadAll(sInto);
+    m_lRead += sInto.size() - lBefore;
 }
 
 void PtyDevice::Write(std::string_view sData) {

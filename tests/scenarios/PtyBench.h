@@ -21,7 +21,7 @@ public:
     explicit PtyDevice(PtyBench& tBench) : m_tBench(tBench) {}
 
     void Open(const QString& sDevice, const runtime::SerialSettings& tSettings) override;
-    std::string ReadAll() override;
+    void ReadAll(std::string& sInto) override;
     void Write(std::string_view sData) override;
 
     // Sends to the program and waits until it has read everything.

@@ -210,7 +210,7 @@ void SerialOutputTest::TwoDirectionsAtOnce() {
     Sender t(tPty, "38400,n,8,1");
     std::string sReceived, sAnswers;
     QObject::connect(&t.tPort, &SerialPort::OnComm, &t.tPort, [&] {
-        const std::string sInput = t.tPort.Input();
+        const std::string sInput(t.tPort.Input());
         sReceived += sInput;
         t.tPort.Output(sInput);  // from within the event, as forwarding does
     });

@@ -74,7 +74,7 @@ void SerialVanishTest::VanishedDeviceIsToldOnceAndThePortStaysOpen() {
     t.tPort.Retry();
     QCOMPARE(t.iEvents, Events{2001});
     QVERIFY(t.tPort.PortOpen());
-    QCOMPARE(t.tPort.Input(), std::string());
+    QCOMPARE(t.tPort.Input(), std::string_view());
     t.tPort.Output("into the void");
 }
 

@@ -18,7 +18,10 @@ public:
     void Open(const QString& sDevice, const runtime::SerialSettings& tSettings) override;
     void Close() override { m_bOpen = false; }
     bool IsOpen() const override { return m_bOpen; }
-    std::string ReadAll() override { return std::exchange(m_sWaiting, {}); }
+    void ReadAll(std::string& sInto) override {
+        sInto += m_sWaiting;
+        m_sWaiting.clear();
+    }
     void Write(std::string_view sData) override { m_sWritten += sData; }
     std::int64_t BytesToWrite() const override { return m_lStuck; }
     bool ReportsLineErrors() const override { return true; }
