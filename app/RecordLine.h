@@ -1,6 +1,8 @@
 // The line of a record file: arrival date and time, a blank, the sentence as received. See docs/record-format.md.
 #pragma once
 
+#include <array>
+#include <cstring>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -16,16 +18,27 @@ inline constexpr std::size_t RecordSentenceColumn = 20;  // 0-based; column 20 c
 void WriteRecordLine(std::string& sLine, runtime::DateTime dt, std::string_view sSentence);
 
 // The sentence of a line (what stands from column 21 on, empty when there is nothing).
-std::string_view RecordSentence(std::string_view sLine);
+inline std::string_view RecordSentence(std::string_view sLine) {
+    return sLine.size() > RecordSentenceColumn ? sLine.substr(RecordSentenceColumn) : std::string_view();
+}
 
 // Reads stamps; remembers the last one, because in a recording hundreds of lines carry the same second.
 class RecordStampReader {
 public:
     // Nothing where the first 19 characters are not a date and time. Holds until the next call.
-    const std::optional<runtime::DateTime>& Read(std::string_view sLine);
+    const std::optional<runtime::DateTime>& Read(std::string_view sLine) {
+        if (!StartsWithLast(sLine)) ReadAnew(sLine);
+        return m_dtLast;
+    }
 
 private:
-    std::string m_sLast;
+    bool StartsWithLast(std::string_view sLine) const {
+        return m_dtLast && sLine.size() >= RecordStampLength &&
+               std::memcmp(sLine.data(), m_sLast.data(), RecordStampLength) == 0;
+    }
+    void ReadAnew(std::string_view sLine);
+
+    std::array<char, RecordStampLength> m_sLast{};
     std::optional<runtime::DateTime> m_dtLast;  // what m_sLast says
 };
 

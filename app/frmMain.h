@@ -169,7 +169,7 @@ public:
     // Message statistics and reporting rates (targets/frmMain_Messages, _Spec)
     void MessageGridSetup();
     void MessageGridColumns();
-    void MessageCount(std::int32_t lMessageId);
+    void MessageCount(std::int32_t lMessageId, std::int32_t lMessages = 1);
     static const std::string& MessageName(std::int32_t lMessageId) { return targets::MessageName(lMessageId); }
     void MessageGridSetRow(int iRow, std::string_view sText0, runtime::Alignment eAlign0, std::string_view sText1,
                            runtime::Alignment eAlign1);
@@ -233,8 +233,8 @@ protected:
     void ShowReport(const decoders::AisReport& t);
     void ShowReportPosition(const decoders::AisReport& t);
     void ShowReportMotion(const decoders::AisReport& t, bool bRateOfTurn);
-    void ShowLevels(DateTime dt, const std::string& sChannel, const decoders::SignalLevels& t);  // logs and row
-    void LogLevels(DateTime dt, const std::string* pChannel, const decoders::SignalLevels& t);
+    void ShowReportLevels(const decoders::AisReport& t, bool bInTable);
+    void LogLevels(DateTime dt, std::optional<std::string_view> sChannel, const decoders::SignalTexts& t);
     // Into the list of targets, and the selected one if there is none yet; answers the seconds since the target's
     // previous message, negative across midnight.
     std::int32_t TargetHeard(DateTime dt, std::int32_t lMmsi);
@@ -243,6 +243,7 @@ protected:
     void ShowError(std::string_view sText);
     void ShowWholeError(const QString& sText);  // one with letters beyond Latin-1
 
+    void PlaybackKeepLines(PortIndex Index);
     bool CommTake(PortIndex Index, std::string_view& sRest);
     void CommDropHalfLine(PortIndex Index);
     void OutputForward(std::string_view sLine);     // sends an accepted line and logs it, marked if it left
@@ -300,6 +301,8 @@ protected:
     std::string m_sGllLatitude, m_sGllLongitude, m_sGllTime;
     decoders::ReportQueue m_tReports;  // not shown yet
     bool m_bKeepReports = false;
+    std::array<std::int32_t, targets::LastCountedId + 1> m_lCounts{};  // by message id, not shown yet
+    bool m_bSortDue = false;                                           // levels that sort the table were dropped
     bool m_bErrorLast = false;  // an error was the last to claim panel 2, not a message
     std::string m_sLogLine;     // the line being put together, kept for its memory
 

@@ -57,24 +57,37 @@ void frmMain::PlaybackStart(bool bBurst, std::optional<QString> sFile) {
 
 bool frmMain::PlaybackReadLine(PortIndex Index) {
     try {
-        if (m_tFiles.AtEnd(m_iRecordFile)) {
-            CommStop();
-            StatusBar.SetPanelText(ui::PanelState, "Done");
-            return false;
+        std::string_view sLine;
+        if (!m_tFiles.AtHand(m_iRecordFile).Next(sLine)) {
+            PlaybackKeepLines(Index);
+            if (m_tFiles.AtEnd(m_iRecordFile)) {
+                CommStop();
+                StatusBar.SetPanelText(ui::PanelState, "Done");
+                return false;
+            }
+            sLine = m_tFiles.ReadLine(m_iRecordFile);
         }
-        const std::string_view sLine = m_tFiles.ReadLine(m_iRecordFile);
         const auto& dt = m_tStamps.Read(sLine);
         if (!dt) {
             throw runtime::ErrorInLine(m_tFiles.LinesRead(m_iRecordFile), "does not begin with a date and time");
         }
         m_dtCommLast(Index) = *dt;
-        m_sCommBuffer(Index).assign(RecordSentence(sLine));
+        m_sCommBuffer(Index).View(RecordSentence(sLine));
+        if (!m_bPlaybackBurst) m_sCommBuffer(Index).Keep();  // it waits until it is due
         return true;
     } catch (const runtime::FileError& tError) {
+        PlaybackKeepLines(Index);
         CommStop();
         ShowError(tError.what());
         return false;
     }
+}
+
+// What a burst has left as views into the block that was read, before the next block takes its place.
+void frmMain::PlaybackKeepLines(PortIndex Index) {
+    m_sCommBuffer(Index).Keep();
+    lstCommData(Index).Lines.KeepViews();
+    m_tReports.KeepTexts();
 }
 
 void frmMain::PlaybackStep(PortIndex Index) {

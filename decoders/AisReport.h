@@ -2,12 +2,12 @@
 // are made then, if anybody can still see them.
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstring>
 #include <string>
+#include <string_view>
 
-#include "decoders/SignalSentence.h"
 #include "decoders/VdmMessage.h"
 #include "platform/runtime/DateTime.h"
 
@@ -18,13 +18,29 @@ struct AisReport {
 
     std::array<std::int32_t, ValuesKept> lData{};
     runtime::DateTime dt;  // arrival of the completing sentence
-    std::string sChannel;
+    std::string_view sChannel;
     double dOwnLatitude = 0;  // the own position when it was heard
     double dOwnLongitude = 0;
-    bool bSignal = false;  // the receiver's signal sentence followed
-    SignalLevels tSignal;
+    std::string_view sSignal;  // the receiver's signal sentence that followed, empty where none did
+    bool bDbm = false;         // its levels are to be shown in dBm
 
-    void KeepValues(VdmView lValues) { std::copy_n(lValues.begin(), ValuesKept, lData.begin()); }
+    void KeepValues(VdmView lValues) { std::memcpy(&lData[1], &lValues[1], sizeof lData - sizeof lData[0]); }
+
+    // Copies the two texts: call it before what they look at goes.
+    void KeepTexts() {
+        Keep(sChannel, m_sChannel);
+        Keep(sSignal, m_sSignal);
+    }
+
+private:
+    static void Keep(std::string_view& sText, std::string& sCopy) {
+        if (sText.data() == sCopy.data()) return;  // it has been kept before
+        sCopy = sText;
+        sText = sCopy;
+    }
+
+    std::string m_sChannel;
+    std::string m_sSignal;
 };
 
 }  // namespace decoders

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <string_view>
 
 #include "decoders/AisReport.h"
 
@@ -21,25 +22,30 @@ public:
     // A report behind the others, without levels, its values still those of an earlier one. Not while Full().
     AisReport& Add() {
         AisReport& t = m_tReports[(m_iFirst + m_iCount++) % Capacity];
-        t.bSignal = false;
+        t.sSignal = {};
         return t;
     }
 
-    // Levels for the newest report, if it has none yet; false where they belong to no report here.
-    bool AttachSignal(const SignalSentence& tSignal, bool bDbm) {
+    // A signal sentence for the newest report, if it has none yet; false where it belongs to no report here.
+    bool AttachSignal(std::string_view sSentence, bool bDbm) {
         if (Empty()) return false;
         AisReport& t = m_tReports[(m_iFirst + m_iCount - 1) % Capacity];
-        if (t.bSignal) return false;
-        t.bSignal = true;
-        t.tSignal.Keep(tSignal, bDbm);
+        if (!t.sSignal.empty()) return false;
+        t.sSignal = sSentence;
+        t.bDbm = bDbm;
         ++m_iSignals;
         return true;
+    }
+
+    // Copies the texts of all that wait: call it before the lines go that they look at.
+    void KeepTexts() {
+        for (std::size_t i = 0; i < m_iCount; ++i) m_tReports[(m_iFirst + i) % Capacity].KeepTexts();
     }
 
     // Not while Empty().
     const AisReport& Oldest() const { return m_tReports[m_iFirst]; }
     void DropOldest() {
-        if (m_tReports[m_iFirst].bSignal) --m_iSignals;
+        if (!m_tReports[m_iFirst].sSignal.empty()) --m_iSignals;
         m_iFirst = (m_iFirst + 1) % Capacity;
         --m_iCount;
     }

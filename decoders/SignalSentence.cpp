@@ -20,20 +20,11 @@ double SignalToDbm(std::string_view sLevel) {
     return -0.008658 * (x * x) + 2.08658 * x - 107.0;
 }
 
-void SignalLevels::Keep(const SignalSentence& t, bool bInDbm) {
-    sSignal = t.sSignal;
-    sThreshold = t.sThreshold;
-    sInterval = t.sInterval;
-    bDbm = bInDbm;
-}
-
-SignalLevels SignalLevels::Shown() const {
-    SignalLevels t = *this;
-    if (!bDbm) return t;
-    t.sSignal = runtime::Format(SignalToDbm(sSignal), runtime::PictureWhole);
-    t.sThreshold = runtime::Format(SignalToDbm(sThreshold), runtime::PictureWhole);
-    t.bDbm = false;
-    return t;
+SignalTexts ShownSignal(const SignalSentence& t, bool bDbm) {
+    const auto tShown = [bDbm](std::string_view sLevel) {
+        return bDbm ? runtime::Format(SignalToDbm(sLevel), runtime::PictureWhole) : std::string(sLevel);
+    };
+    return {tShown(t.sSignal), tShown(t.sThreshold), t.sInterval};
 }
 
 }  // namespace decoders

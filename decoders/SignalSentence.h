@@ -20,16 +20,12 @@ std::string_view SignalSplit(std::string_view sSentence, SignalSentence& tFields
 // x = level - 19; raw 19, 29 and 40 are 1, 10 and 100 uV.
 double SignalToDbm(std::string_view sLevel);
 
-// The levels of a signal sentence, kept apart from it.
-struct SignalLevels {
+// The fields as they are shown: the two levels in dBm by "0" where bDbm says so.
+struct SignalTexts {
     std::string sSignal;
     std::string sThreshold;
-    std::string sInterval;
-    bool bDbm = false;  // to be shown in dBm
-
-    void Keep(const SignalSentence& t, bool bInDbm);
-    // With the two levels as they are shown: dBm by "0" where bDbm says so.
-    SignalLevels Shown() const;
+    std::string_view sInterval;  // points where that of the sentence does
 };
+SignalTexts ShownSignal(const SignalSentence& t, bool bDbm);
 
 }  // namespace decoders

@@ -4,17 +4,13 @@
 #include <string_view>
 
 #include "decoders/VdmMessage.h"
+#include "decoders/VdmSentence.h"
 
 namespace decoders {
 
-struct VdmTaken {
-    std::string_view sError{};    // empty, else the text of the field that failed (VdmSplit); nothing was stored then
-    bool bComplete = false;       // the message can be read from the store
-    std::string_view sChannel{};  // of this sentence; points into it
-};
-
 // Splits an !AIVDM sentence and puts its payload behind what the port's store holds, or at its beginning for sentence
-// number 1. A payload that the store cannot hold fails as "Error, ".
-VdmTaken VdmTake(std::string_view sSentence, VdmMessage& tMessage);
+// number 1: the message can be read from there when tFields completes it. Returns what VdmSplit does; a payload that
+// the store cannot hold fails as "Error, ". Nothing is stored then.
+std::string_view VdmTake(std::string_view sSentence, VdmMessage& tMessage, VdmSentence& tFields);
 
 }  // namespace decoders

@@ -1,8 +1,6 @@
 // Cuts an !AIVDM sentence at its commas and checks the fields in their order.
 #include "decoders/VdmSentence.h"
 
-#include <cstddef>
-
 #include "nmea/FieldReader.h"
 #include "platform/runtime/Convert.h"
 
@@ -10,26 +8,20 @@ namespace decoders {
 
 namespace {
 
-constexpr std::size_t PlainDigits = 9;  // as many decimal digits always fit 32 bits
-
-// Nearly every number here is one digit. Whatever is not made of digits alone ("1.0", " 2", "x") is left to ToInteger.
-bool ReadNumber(std::string_view sField, std::int32_t& lNumber) {
-    std::int32_t lValue = 0;
-    bool bPlain = !sField.empty() && sField.size() <= PlainDigits;
-    for (std::size_t i = 0; bPlain && i < sField.size(); ++i) {
-        bPlain = sField[i] >= '0' && sField[i] <= '9';
-        lValue = lValue * 10 + (sField[i] - '0');
-    }
-    if (bPlain) {
-        lNumber = lValue;
-        return true;
-    }
+bool ReadAnyNumber(std::string_view sField, std::int32_t& lNumber) {
     try {
         lNumber = runtime::ToInteger(sField);
         return true;
     } catch (const runtime::ConversionError&) {
         return false;
     }
+}
+
+bool ReadNumber(std::string_view sField, std::int32_t& lNumber) {
+    const bool bDigit = sField.size() == 1 && sField[0] >= '0' && sField[0] <= '9';  // nearly always
+    if (!bDigit) return ReadAnyNumber(sField, lNumber);
+    lNumber = sField[0] - '0';
+    return true;
 }
 
 }  // namespace
@@ -43,7 +35,7 @@ std::string_view VdmSplit(std::string_view sSentence, VdmSentence& tFields) {
     if (!tReader.Next(sField)) return "Error - SequenceId, ";
     if (!sField.empty() && !ReadNumber(sField, lSequenceId)) return "Error - SequenceId, ";
     if (!tReader.NextFilled(tFields.sChannel)) return "Error - Channel, ";
-    if (!tReader.NextFilled(tFields.sPayload)) return "Error, ";
+    if (!tReader.NextLong(tFields.sPayload) || tFields.sPayload.empty()) return "Error, ";
     return {};
 }
 

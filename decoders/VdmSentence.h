@@ -40,6 +40,8 @@ struct VdmSentence {
     std::int32_t lSentence = 0;   // number of this one, from 1
     std::string_view sChannel;    // as received, any length
     std::string_view sPayload;
+
+    bool CompletesMessage() const { return lSentence == lSentences; }
 };
 
 // Splits sSentence; the views point into it. Returns an empty text when it went well, else the text of the first field

@@ -12,41 +12,39 @@ constexpr PortIndex ReceiverPort = 0;  // the receiver is connected there
 }  // namespace
 
 void frmMain::PnmlsDecode(PortIndex Index) {
+    const std::string_view sSentence = m_sCommBuffer(Index);
     decoders::SignalSentence t;
-    const std::string_view sError = decoders::SignalSplit(m_sCommBuffer(Index), t);
+    const std::string_view sError = decoders::SignalSplit(sSentence, t);
     if (!sError.empty()) {
         ShowReports();  // their lines stand before this one
-        m_sLogLine.assign(sError).append(m_sCommBuffer(Index));
+        m_sLogLine.assign(sError).append(sSentence);
         LogRx(m_sLogLine);
         return;
     }
     const bool bDbm = chkRxNasaPower.isChecked();
     // Shown together with the report, the newest of all, that the levels belong to.
-    if (m_bCommLastVdm(Index) && m_tReports.AttachSignal(t, bDbm)) return;
+    if (m_bCommLastVdm(Index) && m_tReports.AttachSignal(sSentence, bDbm)) {
+        if (!m_bPlaybackBurst) m_tReports.KeepTexts();
+        return;
+    }
     ShowReports();
-    decoders::SignalLevels tLevels;
-    tLevels.Keep(t, bDbm);
+    const decoders::SignalTexts tTexts = decoders::ShownSignal(t, bDbm);
     if (m_bCommLastVdm(Index)) {
-        ShowLevels(m_dtVdm, m_sVdmChannel, tLevels);
+        LogLevels(m_dtVdm, m_sVdmChannel, tTexts);
+        TargetSetSignal(tTexts.sSignal, tTexts.sThreshold);
     } else {
-        LogLevels(m_dtCommLast(Index), nullptr, tLevels.Shown());
+        LogLevels(m_dtCommLast(Index), std::nullopt, tTexts);
     }
 }
 
-void frmMain::ShowLevels(DateTime dt, const std::string& sChannel, const decoders::SignalLevels& t) {
-    const decoders::SignalLevels tShown = t.Shown();
-    LogLevels(dt, &sChannel, tShown);
-    TargetSetSignal(tShown.sSignal, tShown.sThreshold);
-}
-
-// pChannel is that of the message that the levels belong to, null where they belong to none.
-void frmMain::LogLevels(DateTime dt, const std::string* pChannel, const decoders::SignalLevels& t) {
+// sChannel is that of the message that the levels belong to, nothing where they belong to none.
+void frmMain::LogLevels(DateTime dt, std::optional<std::string_view> sChannel, const decoders::SignalTexts& t) {
     std::string& sLine = m_sLogLine;
     sLine = "Time=";
     runtime::AppendTime(sLine, dt);
-    if (pChannel) {
+    if (sChannel) {
         sLine += ", Ch= ";  // Kept on purpose: the blank belongs to the text
-        sLine += *pChannel;
+        sLine += *sChannel;
     }
     sLine += ", ";
     const std::size_t iLevels = sLine.size();

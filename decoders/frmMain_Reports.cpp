@@ -1,5 +1,6 @@
 // Complete AIS messages: counted at once, shown in log and table when the lines at hand have been taken in.
 #include <QScopedValueRollback>
+#include <utility>
 
 #include "app/frmMain.h"
 #include "decoders/VdmBits.h"
@@ -22,7 +23,8 @@ std::size_t NamePrefix(std::int32_t lMessageId) {
 }  // namespace
 
 void frmMain::KeepReport(decoders::VdmView lData, DateTime dt, std::string_view sChannel) {
-    MessageCount(lData[1]);
+    const std::int32_t lMessageId = lData[1];
+    if (lMessageId > 0 && lMessageId <= targets::LastCountedId) ++m_lCounts[static_cast<std::size_t>(lMessageId)];
     if (m_tReports.Full()) DropReport();
     AisReport& t = m_tReports.Add();
     t.KeepValues(lData);
@@ -31,6 +33,7 @@ void frmMain::KeepReport(decoders::VdmView lData, DateTime dt, std::string_view 
     t.dOwnLatitude = m_dLatitude;
     t.dOwnLongitude = m_dLongitude;
     m_bErrorLast = false;
+    if (!m_bPlaybackBurst) t.KeepTexts();
 }
 
 // The oldest would be out of the table and of the AIS log by the end: it leaves its number and its ship, and what its
@@ -39,10 +42,10 @@ void frmMain::DropReport() {
     const AisReport& t = m_tReports.Oldest();
     TargetHeard(t.dt, VdmMmsi(t.lData));
     ++m_lMessageNumber;
-    if (t.bSignal) {
+    if (!t.sSignal.empty()) {
         // They are out of the receiver log as well when enough others wait behind them.
-        if (m_tReports.Signals() <= runtime::LogLines::Capacity) LogLevels(t.dt, &t.sChannel, t.tSignal.Shown());
-        if (cmbTargetSort.ListIndex() == targets::SortBySignal) TargetSort();
+        if (m_tReports.Signals() <= runtime::LogLines::Capacity) ShowReportLevels(t, false);
+        m_bSortDue = true;
     }
     m_tReports.DropOldest();
 }
@@ -51,6 +54,10 @@ void frmMain::ShowReports() {
     if (m_tReports.Empty()) return;
     const toolkit::RedrawOff tRedraw(grdTargetData);
     const std::string sError = m_bErrorLast ? StatusBar.PanelText(ui::PanelSummary) : std::string();
+    for (int i = targets::FirstCountedId; i <= targets::LastCountedId; ++i) {
+        if (const auto l = std::exchange(m_lCounts[static_cast<std::size_t>(i)], 0)) MessageCount(i, l);
+    }
+    if (std::exchange(m_bSortDue, false) && cmbTargetSort.ListIndex() == targets::SortBySignal) TargetSort();
     m_tReports.Drain([this](const AisReport& t) { ShowReport(t); });
     if (m_bErrorLast) ShowError(sError);  // it came after the reports
 }
@@ -83,7 +90,17 @@ void frmMain::ShowReport(const AisReport& t) {
     if (eLayout == decoders::VdmLayout::ClassA) ShowReportMotion(t, true);
     if (eLayout == decoders::VdmLayout::ClassB) ShowReportMotion(t, false);
     TargetRefresh();
-    if (t.bSignal) ShowLevels(t.dt, t.sChannel, t.tSignal);
+    if (!t.sSignal.empty()) ShowReportLevels(t, true);
+    m_sVdmChannel = t.sChannel;
+    m_dtVdm = t.dt;
+}
+
+void frmMain::ShowReportLevels(const AisReport& t, bool bInTable) {
+    decoders::SignalSentence tFields;
+    decoders::SignalSplit(t.sSignal, tFields);
+    const decoders::SignalTexts tTexts = decoders::ShownSignal(tFields, t.bDbm);
+    LogLevels(t.dt, t.sChannel, tTexts);
+    if (bInTable) TargetSetSignal(tTexts.sSignal, tTexts.sThreshold);
 }
 
 void frmMain::ShowReportPosition(const AisReport& t) {

@@ -5,17 +5,16 @@
 namespace app {
 
 void frmMain::VdmDecode(PortIndex Index) {
-    const decoders::VdmTaken t = decoders::VdmTake(m_sCommBuffer(Index), m_tVdmMessage(Index));
-    if (!t.sError.empty()) {
+    decoders::VdmSentence t;
+    const std::string_view sError = decoders::VdmTake(m_sCommBuffer(Index), m_tVdmMessage(Index), t);
+    if (!sError.empty()) {
         ShowReports();  // their lines stand before this one
-        m_sLogLine.assign(t.sError).append(m_sCommBuffer(Index));
+        m_sLogLine.assign(sError).append(m_sCommBuffer(Index));
         LogAis(m_sLogLine);
         return;
     }
-    if (!t.bComplete) return;
+    if (!t.CompletesMessage()) return;
     KeepReport(m_tVdmMessage(Index).lData, m_dtCommLast(Index), t.sChannel);
-    m_sVdmChannel = t.sChannel;
-    m_dtVdm = m_dtCommLast(Index);
     if (!m_bKeepReports) ShowReports();
 }
 

@@ -30,6 +30,10 @@ void LineBuffer::assign(std::string_view sLine) {
     m_sLine = m_sKept;
 }
 
+void LineBuffer::Keep() {
+    if (m_sKept.empty()) assign(m_sLine);
+}
+
 void LineBuffer::clear() {
     m_sKept.clear();
     m_sLine = {};

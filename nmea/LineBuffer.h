@@ -27,6 +27,12 @@ public:
     std::size_t size() const { return m_sLine.size(); }
     bool empty() const { return m_sLine.empty(); }
     void assign(std::string_view sLine);  // a copy
+    // A whole line that stays where it lies, until Keep() copies it.
+    void View(std::string_view sLine) {
+        m_sKept.clear();
+        m_sLine = sLine;
+    }
+    void Keep();
     void clear();
 
 private:

@@ -38,10 +38,9 @@ std::string NmeaChecksum(std::string_view sBody) {
 }
 
 bool ChecksumMatches(std::string_view sSentence) {
-    const std::size_t iStar = sSentence.size() - 3;
-    const std::uint8_t iXor = ChecksumValue(sSentence.substr(0, iStar));
-    return sSentence[iStar] == '*' && sSentence[iStar + 1] == HexDigits[iXor >> 4] &&
-           sSentence[iStar + 2] == HexDigits[iXor & 15];
+    const char* pStar = sSentence.data() + sSentence.size() - 3;
+    const std::uint8_t iXor = ChecksumValue({sSentence.data(), pStar});
+    return pStar[0] == '*' && pStar[1] == HexDigits[iXor >> 4] && pStar[2] == HexDigits[iXor & 15];
 }
 
 }  // namespace nmea

@@ -2,8 +2,12 @@
 #pragma once
 
 #include <array>
+#include <bit>
+#include <cstdint>
+#include <cstring>
 #include <string_view>
 
+#include "nmea/NmeaChecksum.h"
 #include "platform/runtime/PortIndex.h"
 
 namespace nmea {
@@ -14,31 +18,52 @@ inline constexpr std::size_t ShortestSentence = 6;  // characters, line end not 
 
 // Size below ShortestSentence; Checksum when the third character from the end is "*" and the two behind it are not the
 // checksum of what stands before it. A line without "*" there passes unchecked.
-SentenceFault TestSentence(std::string_view sLine);
+inline SentenceFault TestSentence(std::string_view sLine) {
+    if (sLine.size() < ShortestSentence) return SentenceFault::Size;
+    const bool bCarriesChecksum = sLine[sLine.size() - 3] == '*';
+    if (bCarriesChecksum && !ChecksumMatches(sLine)) return SentenceFault::Checksum;
+    return SentenceFault::None;
+}
 
-// A row for each sentence that is decoded: what its address field says at which place, and the operation of a program's
-// Decoders that takes it.
+// A row for each sentence that is decoded: its address field, where "?" stands for any character, and the operation of
+// a program's Decoders that takes it.
 template <class Decoders>
 struct SentenceRow {
-    std::string_view sAddress;
-    std::size_t iPlace;  // 3: behind the start character and any two-letter talker
-    void (Decoders::*pDecode)(runtime::PortIndex);
+    using Operation = void (Decoders::*)(runtime::PortIndex);
+
+    constexpr SentenceRow(std::string_view sAddress, Operation pOperation) : pDecode(pOperation) {
+        std::array<char, 8> sMask{};
+        std::array<char, 8> sValue{};
+        for (std::size_t i = 0; i < ShortestSentence; ++i) {
+            if (sAddress[i] == '?') continue;
+            sMask[i] = '\xFF';
+            sValue[i] = sAddress[i];
+        }
+        lMask = std::bit_cast<std::uint64_t>(sMask);
+        lValue = std::bit_cast<std::uint64_t>(sValue);
+    }
+
+    Operation pDecode;
+    std::uint64_t lMask;  // the characters that count, as one number
+    std::uint64_t lValue;
 };
 
 // Case counts, and so does the order.
 template <class Decoders>
 inline constexpr std::array SentenceTable = {
-    SentenceRow<Decoders>{"$PNMLS", 0, &Decoders::PnmlsDecode},
-    SentenceRow<Decoders>{"!AIVDM", 0, &Decoders::VdmDecode},
-    SentenceRow<Decoders>{"GLL", 3, &Decoders::GllDecode},
-    SentenceRow<Decoders>{"RMC", 3, &Decoders::RmcDecode},
+    SentenceRow<Decoders>{"$PNMLS", &Decoders::PnmlsDecode},
+    SentenceRow<Decoders>{"!AIVDM", &Decoders::VdmDecode},
+    SentenceRow<Decoders>{"???GLL", &Decoders::GllDecode},  // of any talker
+    SentenceRow<Decoders>{"???RMC", &Decoders::RmcDecode},
 };
 
-// The first row that sLine answers to, null where there is none. sLine has at least six characters.
+// The operation of the first row that sLine answers to, null where there is none. sLine has at least six characters.
 template <class Decoders>
-const SentenceRow<Decoders>* FindSentence(std::string_view sLine) {
+typename SentenceRow<Decoders>::Operation FindDecoder(std::string_view sLine) {
+    std::uint64_t lAddress = 0;
+    std::memcpy(&lAddress, sLine.data(), ShortestSentence);
     for (const auto& tRow : SentenceTable<Decoders>) {
-        if (sLine.substr(tRow.iPlace).starts_with(tRow.sAddress)) return &tRow;
+        if ((lAddress & tRow.lMask) == tRow.lValue) return tRow.pDecode;
     }
     return nullptr;
 }

@@ -19,9 +19,8 @@ void frmMain::SentenceDispatch(PortIndex Index) {
         case nmea::SentenceFault::None:
             break;
     }
-    const auto* pSentence = nmea::FindSentence<frmMain>(sLine);
-    CommData(Index, sLine, pSentence != nullptr);
-    const auto pDecode = pSentence ? pSentence->pDecode : nullptr;
+    const auto pDecode = nmea::FindDecoder<frmMain>(sLine);
+    CommData(Index, sLine, pDecode != nullptr);
     if (pDecode) (this->*pDecode)(Index);  // the signal sentence's reads the flag that is set below
     const bool bOutput = chkOutputEnabled.isChecked();
     if (pDecode == &frmMain::GllDecode && bOutput && chkOutputRMC.isChecked()) RmcFromGll();
@@ -30,7 +29,12 @@ void frmMain::SentenceDispatch(PortIndex Index) {
 }
 
 void frmMain::CommData(PortIndex Index, std::string_view sData, bool bDecoded) {
-    lstCommData(Index).Lines.Add(sData, bDecoded);
+    runtime::LogLines& tLines = lstCommData(Index).Lines;
+    if (m_bPlaybackBurst) {
+        tLines.AddView(sData, bDecoded);  // PlaybackKeepLines copies what is left of them
+    } else {
+        tLines.Add(sData, bDecoded);
+    }
     if (bDecoded && m_bRecording) RecordWrite(m_dtCommLast(Index), sData);
 }
 

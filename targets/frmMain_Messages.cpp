@@ -19,8 +19,8 @@ constexpr MessageColumn MessageColumns[] = {
 constexpr int MessageRows = 35;
 constexpr int TotalRow = 34;  // row 33 stays empty: a spacer above the total
 
-void CountCell(runtime::GridCells& tCells, int iRow) {
-    tCells.SetInteger(iRow, 1, static_cast<std::int32_t>(tCells.Number(iRow, 1)) + 1);
+void CountCell(runtime::GridCells& tCells, int iRow, std::int32_t lMessages) {
+    tCells.SetInteger(iRow, 1, static_cast<std::int32_t>(tCells.Number(iRow, 1)) + lMessages);
 }
 
 }  // namespace
@@ -54,12 +54,12 @@ void frmMain::MessageGridSetRow(int iRow, std::string_view sText0, runtime::Alig
     grdMessageData.Cells.SetText(iRow, 1, sText1, eAlign1);
 }
 
-void frmMain::MessageCount(std::int32_t lMessageId) {
+void frmMain::MessageCount(std::int32_t lMessageId, std::int32_t lMessages) {
     // The others have no row: what stands at their place is the header, the spacer, the total, or nothing.
     if (lMessageId < targets::FirstCountedId || lMessageId > targets::LastCountedId) return;
     const toolkit::RedrawOff tRedraw(grdMessageData);
-    CountCell(grdMessageData.Cells, lMessageId);
-    CountCell(grdMessageData.Cells, TotalRow);
+    CountCell(grdMessageData.Cells, lMessageId, lMessages);
+    CountCell(grdMessageData.Cells, TotalRow, lMessages);
     if (grdMessageData.Cells.Hidden(lMessageId)) grdMessageData.Cells.SetHidden(lMessageId, false);
 }
 

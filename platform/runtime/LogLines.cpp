@@ -1,6 +1,8 @@
 // The ring of log lines.
 #include "platform/runtime/LogLines.h"
 
+#include <utility>
+
 namespace runtime {
 
 namespace {
@@ -12,21 +14,22 @@ constexpr std::size_t UsualLine = 100;
 }  // namespace
 
 void LogLines::Add(std::string_view sLine, bool bMark) {
-    if (m_iCount > RemovalBound) {
-        m_iFirst = m_iFirst + 1 < Capacity ? m_iFirst + 1 : 0;
-        --m_iCount;
-    }
-    Entry& tEntry = m_tSlots[Slot(m_iCount)];
+    Entry& tEntry = Next(bMark);
     if (tEntry.sText.capacity() < UsualLine) tEntry.sText.reserve(UsualLine);
     tEntry.sText.assign(sLine);
-    tEntry.bMark = bMark;
-    ++m_iCount;
-    ++m_lAdded;
-    Changed.Mark();
+    tEntry.bView = false;
+}
+
+void LogLines::KeepViews() {
+    for (int i = 0; i < m_iCount; ++i) {
+        Entry& tEntry = m_tSlots[Slot(i)];
+        if (!std::exchange(tEntry.bView, false)) continue;
+        tEntry.sText.assign(tEntry.sView);
+    }
 }
 
 void LogLines::Clear() {
-    m_iFirst = 0;
+    m_iNext = 0;
     m_iCount = 0;
     ++m_lCleared;
     Changed.Mark();

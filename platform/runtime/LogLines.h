@@ -18,6 +18,14 @@ public:
     static constexpr int Capacity = RemovalBound + 1;
 
     void Add(std::string_view sLine, bool bMark = false);
+    // A line that is left where it lies for now: no line may be looked at between this and KeepViews.
+    void AddView(std::string_view sLine, bool bMark) {
+        Entry& tEntry = Next(bMark);
+        tEntry.sView = sLine;
+        tEntry.bView = true;
+    }
+    // Copies the views that are still among the lines; call it before what they look at goes.
+    void KeepViews();
     void Clear();
 
     int Count() const { return m_iCount; }
@@ -33,15 +41,27 @@ public:
 private:
     struct Entry {
         std::string sText;
+        std::string_view sView;  // instead of sText where bView says so
+        bool bView = false;
         bool bMark = false;
     };
+    // The place of one line more, which is the oldest's when all are taken.
+    Entry& Next(bool bMark) {
+        Entry& tEntry = m_tSlots[static_cast<std::size_t>(m_iNext)];
+        if (++m_iNext == Capacity) m_iNext = 0;
+        if (m_iCount < Capacity) ++m_iCount;
+        ++m_lAdded;
+        tEntry.bMark = bMark;
+        Changed.Mark();
+        return tEntry;
+    }
     std::size_t Slot(int i) const {
-        const int iSlot = m_iFirst + i;
-        return static_cast<std::size_t>(iSlot < Capacity ? iSlot : iSlot - Capacity);
+        const int iSlot = m_iNext - m_iCount + i;
+        return static_cast<std::size_t>(iSlot < 0 ? iSlot + Capacity : iSlot);
     }
 
     std::array<Entry, Capacity> m_tSlots;  // a ring: slots are re-used, so a full log allocates nothing
-    int m_iFirst = 0;
+    int m_iNext = 0;
     int m_iCount = 0;
     std::uint64_t m_lAdded = 0;
     std::uint64_t m_lCleared = 0;

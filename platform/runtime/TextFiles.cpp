@@ -1,5 +1,4 @@
-// Buffered files over the system's descriptors. A line is handed out as a view into the block that was read; only the
-// piece of a line at the end of a block is moved, to the front of the buffer, before the next block is read behind it.
+// Buffered files over the system's descriptors.
 #include "platform/runtime/TextFiles.h"
 
 #include <fcntl.h>
@@ -20,8 +19,7 @@
 namespace runtime {
 namespace {
 
-constexpr std::size_t BlockSize = 128 * 1024;
-constexpr std::size_t LongestLineEnd = 2;
+constexpr std::size_t BlockSize = 128 * 1024;  // of output that waits, and of what is read at once
 constexpr std::uint64_t InUse = std::numeric_limits<std::uint64_t>::max();
 constexpr mode_t NewFileMode = 0666;  // less what the user's mask takes
 // Never wait for the other end of a FIFO, never become some terminal's process.
@@ -94,21 +92,15 @@ struct TextFiles::File {
     File& operator=(const File&) = delete;
 
     bool Fill();
-    void DropBuffer() noexcept;
-    std::size_t Find(char c, std::size_t iFrom, std::size_t iTo) const;
-    std::size_t FirstLineEnd();
+    void DropBlock() noexcept;
     int WriteOut() noexcept;
     void RaiseDiskError() const;
     void BeginOutput(const std::filesystem::path& tOpened, const DiskSync::Function& tSynchronize);
 
     const int iDescriptor;
     const bool bOutput;
-    std::uint64_t lLines = 0;  // handed out
-    // Input: the bytes iBegin to iEnd of the buffer are read and not yet handed out.
-    std::vector<char> sBuffer;
-    std::size_t iBegin = 0;
-    std::size_t iEnd = 0;
-    std::size_t iLineFeed = 0;  // the first one at or behind iBegin, iEnd where there is none; stale when below iBegin
+    // Input.
+    LineBlock tBlock;
     std::uint64_t lRetired = InUse;  // the number among the retired files
     // Output.
     std::filesystem::path tPath;
@@ -118,43 +110,19 @@ struct TextFiles::File {
     std::unique_ptr<DiskSync> pDisk;
 };
 
-// Reads on behind what is left. False at the end of the file. Only called when no line feed is left.
+// Reads on behind what is left. False at the end of the file.
 bool TextFiles::File::Fill() {
-    const std::size_t iLeft = iEnd - iBegin;
-    if (iBegin > 0 && iLeft > 0) std::memmove(sBuffer.data(), sBuffer.data() + iBegin, iLeft);
-    iBegin = 0;
-    iEnd = iLeft;
-    iLineFeed = iLeft;
-    if (iEnd == sBuffer.size()) {
-        sBuffer.resize(std::clamp(sBuffer.size() * 2, BlockSize, LongestLine + LongestLineEnd));
-    }
-    const ssize_t iRead = ReadSome(iDescriptor, sBuffer.data() + iEnd, sBuffer.size() - iEnd);
-    if (iRead < 0) throw ErrorInLine(lLines + 1, SystemText(errno));
-    iEnd += static_cast<std::size_t>(iRead);
-    iLineFeed = Find('\n', iLeft, iEnd);
+    const std::span<char> tRoom = tBlock.MakeRoom();
+    const ssize_t iRead = ReadSome(iDescriptor, tRoom.data(), tRoom.size());
+    if (iRead < 0) throw ErrorInLine(tBlock.Lines() + 1, SystemText(errno));
+    tBlock.Added(static_cast<std::size_t>(iRead));
     return iRead > 0;
 }
 
 // What was read and not handed out will be read again.
-void TextFiles::File::DropBuffer() noexcept {
-    if (iBegin < iEnd) ::lseek(iDescriptor, -static_cast<off_t>(iEnd - iBegin), SEEK_CUR);
-    std::vector<char>().swap(sBuffer);
-    iBegin = iEnd = iLineFeed = 0;
-}
-
-// The first c from iFrom on, iTo where there is none.
-std::size_t TextFiles::File::Find(char c, std::size_t iFrom, std::size_t iTo) const {
-    if (iFrom >= iTo) return iTo;
-    const char* pBegin = sBuffer.data();
-    const void* pFound = std::memchr(pBegin + iFrom, c, iTo - iFrom);
-    return pFound == nullptr ? iTo : static_cast<std::size_t>(static_cast<const char*>(pFound) - pBegin);
-}
-
-// The first CR or LF that is not handed out, iEnd where there is none. The line feed is remembered: in a file of lines
-// that end in CR alone the search for it would go through the whole buffer again for every line.
-std::size_t TextFiles::File::FirstLineEnd() {
-    if (iLineFeed < iBegin) iLineFeed = Find('\n', iBegin, iEnd);
-    return Find('\r', iBegin, iLineFeed);
+void TextFiles::File::DropBlock() noexcept {
+    if (tBlock.Size() > 0) ::lseek(iDescriptor, -static_cast<off_t>(tBlock.Size()), SEEK_CUR);
+    tBlock.Free();
 }
 
 // Returns 0 or the system's error number; what could not be written stays.
@@ -258,7 +226,7 @@ void TextFiles::Retire(std::int16_t iFile) noexcept {
     if (!IsOpen(iFile)) return;
     File& tFile = *m_tFiles[static_cast<std::size_t>(iFile)];
     if (tFile.bOutput) return;
-    tFile.DropBuffer();
+    tFile.DropBlock();
     tFile.lRetired = m_lRetired++;
 }
 
@@ -267,31 +235,25 @@ TextFiles::File& TextFiles::Opened(std::int16_t iFile) const {
     return *m_tFiles[static_cast<std::size_t>(iFile)];
 }
 
-std::uint64_t TextFiles::LinesRead(std::int16_t iFile) const { return Opened(iFile).lLines; }
+std::uint64_t TextFiles::LinesRead(std::int16_t iFile) const { return Opened(iFile).tBlock.Lines(); }
 
 bool TextFiles::AtEnd(std::int16_t iFile) {
     File& tFile = Opened(iFile);
-    return tFile.iBegin == tFile.iEnd && !tFile.Fill();
+    return tFile.tBlock.Size() == 0 && !tFile.Fill();
 }
+
+LineBlock& TextFiles::AtHand(std::int16_t iFile) { return Opened(iFile).tBlock; }
 
 std::string_view TextFiles::ReadLine(std::int16_t iFile) {
     File& tFile = Opened(iFile);
-    std::size_t iLineEnd = tFile.FirstLineEnd();
-    // A CR that is the last byte read waits for the next one, which may be its LF.
-    while (iLineEnd == tFile.iEnd || (tFile.sBuffer[iLineEnd] == '\r' && iLineEnd + 1 == tFile.iEnd)) {
-        if (tFile.iEnd - tFile.iBegin > LongestLine + 1) break;
-        const bool bMore = tFile.Fill();
-        iLineEnd = tFile.FirstLineEnd();
-        if (!bMore) break;
+    std::string_view sLine;
+    while (!tFile.tBlock.Next(sLine)) {
+        const bool bMore = tFile.tBlock.Size() <= LongestLine + 1 && tFile.Fill();
+        if (bMore) continue;
+        if (tFile.tBlock.Size() == 0) throw FileError("Input past end of file");
+        if (!tFile.tBlock.TakeRest(sLine)) throw ErrorInLine(tFile.tBlock.Lines() + 1, "too long");
+        break;
     }
-    if (tFile.iBegin == tFile.iEnd) throw FileError("Input past end of file");
-    if (iLineEnd - tFile.iBegin > LongestLine) throw ErrorInLine(tFile.lLines + 1, "too long");
-
-    const std::string_view sLine(tFile.sBuffer.data() + tFile.iBegin, iLineEnd - tFile.iBegin);
-    const std::size_t iNext = std::min(iLineEnd + 1, tFile.iEnd);
-    const bool bPair = iNext < tFile.iEnd && tFile.sBuffer[iLineEnd] == '\r' && tFile.sBuffer[iNext] == '\n';
-    tFile.iBegin = bPair ? iNext + 1 : iNext;
-    ++tFile.lLines;
     return sLine;
 }
 

@@ -13,6 +13,7 @@
 #include <string_view>
 
 #include "platform/runtime/DiskSync.h"
+#include "platform/runtime/LineBlock.h"
 
 namespace runtime {
 
@@ -26,7 +27,7 @@ FileError ErrorInLine(std::uint64_t lLine, std::string_view sReason);
 
 class TextFiles {
 public:
-    static constexpr std::size_t LongestLine = 1 << 20;  // bytes; a longer line is a FileError, so memory stays bounded
+    static constexpr std::size_t LongestLine = LineBlock::LongestLine;  // a longer line is a FileError
 
     // tSynchronize is run on another thread, for one file at a time.
     explicit TextFiles(DiskSync::Function tSynchronize = DiskSync::ToDisk);
@@ -58,10 +59,12 @@ public:
     // No byte is left (a last line without line end counts as a line). Raises FileError, with the line's number, when
     // the read fails.
     bool AtEnd(std::int16_t iFile);
-    // The next line without its line end (CR LF, LF or CR); any other byte, 0 and 26 included, belongs to it. The view
-    // holds until the next call on this number. Raises FileError at the end, on a read failure and for a line over
-    // LongestLine, the latter two with the line's number.
+    // The next line without its line end. The view holds until the next call on this number. Raises FileError at the
+    // end, on a read failure and for a line over LongestLine, the latter two with the line's number.
     std::string_view ReadLine(std::int16_t iFile);
+    // What has been read so far and not handed out: its lines can be taken without AtEnd and ReadLine, which read on,
+    // and views into it hold until then. The reference holds as long as the file is open.
+    LineBlock& AtHand(std::int16_t iFile);
 
     // Appends the line and CR LF to the buffer, which is written out when it is full. Raises FileError (disk full).
     void WriteLine(std::int16_t iFile, std::string_view sLine);

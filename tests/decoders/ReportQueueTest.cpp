@@ -3,6 +3,9 @@
 
 #include <QByteArray>
 #include <QTest>
+#include <string>
+
+#include "tests/support/Bytes.h"
 
 using decoders::AisReport;
 using decoders::ReportQueue;
@@ -11,12 +14,12 @@ namespace {
 
 void Add(ReportQueue& t, std::int64_t lSeconds) { t.Add().dt = {lSeconds}; }
 
-// The reports' times; "+" and the signal text behind those with levels.
+// The reports' times; "+" and the signal sentence behind those with levels.
 QByteArray Drained(ReportQueue& tQueue) {
     QByteArray sAll;
     tQueue.Drain([&](const AisReport& t) {
         sAll += QByteArray::number(static_cast<qlonglong>(t.dt.lSeconds));
-        if (t.bSignal) sAll += '+' + QByteArray::fromStdString(t.tSignal.Shown().sSignal);
+        if (!t.sSignal.empty()) sAll += '+' + support::Bytes(t.sSignal);
         sAll += ' ';
     });
     return sAll;
@@ -32,7 +35,8 @@ private slots:
     void fullQueueDropsItsOldest();
     void levelsBelongToTheNewest();
     void usedPlaceCarriesNoLevels();
-    void levelsAreShownAsAsked();
+    void keptTextsOutliveTheirLines();
+    void usedPlaceKeepsItsOwnTexts();
 };
 
 void ReportQueueTest::comesOutInOrder() {
@@ -61,14 +65,14 @@ void ReportQueueTest::fullQueueDropsItsOldest() {
 
 void ReportQueueTest::levelsBelongToTheNewest() {
     ReportQueue t;
-    QVERIFY(!t.AttachSignal({"29", "19", "3"}, false));
+    QVERIFY(!t.AttachSignal("29", false));
     Add(t, 1);
     Add(t, 2);
-    QVERIFY(t.AttachSignal({"29", "19", "3"}, false));
-    QVERIFY(!t.AttachSignal({"30", "19", "3"}, false));  // it has them already
+    QVERIFY(t.AttachSignal("29", false));
+    QVERIFY(!t.AttachSignal("30", false));  // it has them already
     QCOMPARE(t.Signals(), 1);
     Add(t, 3);
-    QVERIFY(t.AttachSignal({"31", "19", "3"}, false));
+    QVERIFY(t.AttachSignal("31", false));
     QCOMPARE(t.Signals(), 2);
     t.DropOldest();
     QCOMPARE(t.Signals(), 2);
@@ -82,7 +86,7 @@ void ReportQueueTest::usedPlaceCarriesNoLevels() {
     ReportQueue t;
     for (int i = 0; i < 256; ++i) {
         Add(t, i);
-        QVERIFY(t.AttachSignal({"29", "19", "3"}, false));
+        QVERIFY(t.AttachSignal("29", false));
     }
     t.DropOldest();
     Add(t, 256);
@@ -90,14 +94,42 @@ void ReportQueueTest::usedPlaceCarriesNoLevels() {
     QVERIFY(Drained(t).endsWith(" 255+29 256 "));
 }
 
-void ReportQueueTest::levelsAreShownAsAsked() {
+// The lines that the texts stand in change when the queue has been told to keep them.
+void ReportQueueTest::keptTextsOutliveTheirLines() {
     ReportQueue t;
-    Add(t, 1);
-    QVERIFY(t.AttachSignal({"29", "40", "x"}, true));
-    const decoders::SignalLevels tShown = t.Oldest().tSignal.Shown();
-    QCOMPARE(tShown.sSignal, std::string("-87"));
-    QCOMPARE(tShown.sThreshold, std::string("-67"));
-    QCOMPARE(tShown.sInterval, std::string("x"));
+    std::string sLines = "A.29.B.31.C";
+    for (const std::size_t i : {0U, 5U}) {
+        t.Add().sChannel = std::string_view(sLines).substr(i, 1);
+        QVERIFY(t.AttachSignal(std::string_view(sLines).substr(i + 2, 2), true));
+    }
+    t.KeepTexts();
+    t.Add().sChannel = std::string_view(sLines).substr(10, 1);
+    t.KeepTexts();  // a second time for the two
+    sLines.assign(sLines.size(), '#');
+    QVERIFY(t.AttachSignal("33", false));
+    t.KeepTexts();
+    QByteArray sAll;
+    t.Drain(
+        [&](const AisReport& tReport) { sAll += support::Bytes(tReport.sChannel) + support::Bytes(tReport.sSignal); });
+    QCOMPARE(sAll, QByteArray("A29B31C33"));
+}
+
+// A place that is used again keeps nothing of the report before.
+void ReportQueueTest::usedPlaceKeepsItsOwnTexts() {
+    ReportQueue t;
+    for (int i = 0; i < 300; ++i) {
+        if (t.Full()) t.DropOldest();
+        const std::string sLine = std::to_string(i);
+        t.Add().sChannel = sLine;
+        QVERIFY(t.AttachSignal(sLine, false));
+        t.KeepTexts();
+    }
+    int i = 300 - 256;
+    t.Drain([&](const AisReport& tReport) {
+        QCOMPARE(support::Bytes(tReport.sChannel), QByteArray::number(i));
+        QCOMPARE(support::Bytes(tReport.sSignal), QByteArray::number(i++));
+    });
+    QCOMPARE(i, 300);
 }
 
 QTEST_GUILESS_MAIN(ReportQueueTest)

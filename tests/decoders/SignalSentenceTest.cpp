@@ -24,6 +24,7 @@ private slots:
     void cutSentencesAreSafe();
     void levelReadsInDbm_data();
     void levelReadsInDbm();
+    void levelsAreShownAsAsked();
     void curveHasItsCoefficients();
 };
 
@@ -115,6 +116,17 @@ void SignalSentenceTest::levelReadsInDbm() {
     QFETCH(QByteArray, level);
     QFETCH(QByteArray, dbm);
     QCOMPARE(Bytes(runtime::Format(SignalToDbm(View(level)), runtime::PictureWhole)), dbm);
+}
+
+void SignalSentenceTest::levelsAreShownAsAsked() {
+    const decoders::SignalTexts tRaw = decoders::ShownSignal({"29", " 40x", "3"}, false);
+    QCOMPARE(tRaw.sSignal, std::string("29"));
+    QCOMPARE(tRaw.sThreshold, std::string(" 40x"));
+    QCOMPARE(Bytes(tRaw.sInterval), QByteArray("3"));
+    const decoders::SignalTexts tDbm = decoders::ShownSignal({"29", " 40x", "29"}, true);
+    QCOMPARE(tDbm.sSignal, std::string("-87"));
+    QCOMPARE(tDbm.sThreshold, std::string("-67"));
+    QCOMPARE(Bytes(tDbm.sInterval), QByteArray("29"));
 }
 
 void SignalSentenceTest::curveHasItsCoefficients() {

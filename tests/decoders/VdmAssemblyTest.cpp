@@ -13,6 +13,22 @@ using decoders::VdmMessage;
 using decoders::VdmTake;
 using support::Bytes;
 
+namespace {
+
+struct Taken {
+    std::string_view sError;
+    bool bComplete;
+    std::string_view sChannel;
+};
+
+Taken Take(std::string_view sSentence, VdmMessage& tMessage) {
+    decoders::VdmSentence t;
+    const std::string_view sError = VdmTake(sSentence, tMessage, t);
+    return {sError, sError.empty() && t.CompletesMessage(), t.sChannel};
+}
+
+}  // namespace
+
 class VdmAssemblyTest : public QObject {
     Q_OBJECT
 
@@ -28,7 +44,7 @@ private slots:
 void VdmAssemblyTest::singleSentenceIsComplete() {
     VdmMessage tMessage;
     const std::string sSentence = support::AisSentence(support::AisOther(9, 244660123), 'B');
-    const auto t = VdmTake(sSentence, tMessage);
+    const auto t = Take(sSentence, tMessage);
     QVERIFY(t.sError.empty() && t.bComplete);
     QCOMPARE(Bytes(t.sChannel), QByteArray("B"));
     QCOMPARE(tMessage.lLength, 28);
@@ -40,17 +56,17 @@ void VdmAssemblyTest::lastSentenceCompletes() {
     VdmMessage tMessage;
     const auto sSentences = support::AisSentences(support::AisStaticVoyage(244660123, "NAME"), 'A', 3);
     QCOMPARE(sSentences.size(), std::size_t{2});
-    QVERIFY(!VdmTake(sSentences[0], tMessage).bComplete);
+    QVERIFY(!Take(sSentences[0], tMessage).bComplete);
     QCOMPARE(tMessage.lLength, 60);
-    QVERIFY(VdmTake(sSentences[1], tMessage).bComplete);
+    QVERIFY(Take(sSentences[1], tMessage).bComplete);
     QCOMPARE(tMessage.lLength, 71);
     QCOMPARE(decoders::VdmMmsi(tMessage.lData), 244660123);
 }
 
 void VdmAssemblyTest::lostFirstSentenceGoesBehindWhatIsHeld() {
     VdmMessage tMessage;
-    VdmTake("!AIVDM,1,1,,A,123,0", tMessage);
-    const auto t = VdmTake("!AIVDM,2,2,7,B,45,0", tMessage);
+    Take("!AIVDM,1,1,,A,123,0", tMessage);
+    const auto t = Take("!AIVDM,2,2,7,B,45,0", tMessage);
     QVERIFY(t.bComplete);
     QCOMPARE(tMessage.lLength, 5);
     for (std::int32_t i = 1; i <= 5; ++i) QCOMPARE(tMessage.lData[static_cast<std::size_t>(i)], i);
@@ -71,9 +87,9 @@ void VdmAssemblyTest::refusedSentenceLeavesTheStore() {
     QFETCH(QByteArray, sentence);
     QFETCH(QByteArray, error);
     VdmMessage tMessage;
-    VdmTake("!AIVDM,1,1,,A,123,0", tMessage);
+    Take("!AIVDM,1,1,,A,123,0", tMessage);
     const VdmMessage tBefore = tMessage;
-    const auto t = VdmTake(support::View(sentence), tMessage);
+    const auto t = Take(support::View(sentence), tMessage);
     QCOMPARE(Bytes(t.sError), error);
     QVERIFY(!t.bComplete);
     QCOMPARE(tMessage.lLength, 3);
@@ -83,10 +99,10 @@ void VdmAssemblyTest::refusedSentenceLeavesTheStore() {
 void VdmAssemblyTest::storeTakes512AndNoMore() {
     VdmMessage tMessage;
     const std::string sHalf(256, 'w');
-    QVERIFY(!VdmTake("!AIVDM,3,1,,A," + sHalf + ",0", tMessage).bComplete);
-    QVERIFY(VdmTake("!AIVDM,3,2,,A," + sHalf + ",0", tMessage).sError.empty());
+    QVERIFY(!Take("!AIVDM,3,1,,A," + sHalf + ",0", tMessage).bComplete);
+    QVERIFY(Take("!AIVDM,3,2,,A," + sHalf + ",0", tMessage).sError.empty());
     QCOMPARE(tMessage.lLength, 512);
-    QCOMPARE(Bytes(VdmTake("!AIVDM,3,3,,A,1,0", tMessage).sError), QByteArray("Error, "));
+    QCOMPARE(Bytes(Take("!AIVDM,3,3,,A,1,0", tMessage).sError), QByteArray("Error, "));
     QCOMPARE(tMessage.lLength, 512);
 }
 

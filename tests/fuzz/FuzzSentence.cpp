@@ -60,7 +60,8 @@ void Report(decoders::VdmView lData) {
 // The sentence's payload behind what an earlier one left.
 void Vdm(std::string_view sLine) {
     static decoders::VdmMessage tMessage;
-    if (decoders::VdmTake(sLine, tMessage).bComplete) Report(tMessage.lData);
+    decoders::VdmSentence t;
+    if (decoders::VdmTake(sLine, tMessage, t).empty() && t.CompletesMessage()) Report(tMessage.lData);
 }
 
 void Gps(std::string_view sLine) {

@@ -17,6 +17,7 @@ private slots:
     void fieldWithoutItsEndIsMissing();
     void emptyFieldIsNotFilled();
     void fieldMayEndAtAnotherSign();
+    void longFieldIsReadTheSame();
     void onlyWhatIsNextIsSkipped();
     void shortSentenceHasNoFields();
 };
@@ -55,6 +56,20 @@ void FieldReaderTest::fieldMayEndAtAnotherSign() {
     QVERIFY(t.Next(sField, '*'));
     QCOMPARE(Bytes(sField), QByteArray("1,2"));
     QCOMPARE(Bytes(t.Rest()), QByteArray("55"));
+}
+
+void FieldReaderTest::longFieldIsReadTheSame() {
+    FieldReader t("!AIVDM,1,xyz,,rest");
+    std::string_view sField;
+    QVERIFY(t.NextLong(sField));
+    QCOMPARE(Bytes(sField), QByteArray("1"));
+    QVERIFY(t.NextLong(sField));
+    QCOMPARE(Bytes(sField), QByteArray("xyz"));
+    QVERIFY(t.NextLong(sField));
+    QVERIFY(sField.empty());
+    QVERIFY(!t.NextLong(sField));
+    QCOMPARE(Bytes(t.Rest()), QByteArray("rest"));
+    QVERIFY(!FieldReader("!AIVDM").NextLong(sField));
 }
 
 void FieldReaderTest::onlyWhatIsNextIsSkipped() {

@@ -41,6 +41,7 @@ private slots:
     void anyBlocksGiveTheSameLines();
     void wholeLineStaysInItsBlock();
     void assignedLineIsACopy();
+    void viewIsCopiedWhenItIsKept();
     void overlongLineIsKeptNoFurther();
 };
 
@@ -100,6 +101,26 @@ void LineBufferTest::assignedLineIsACopy() {
     QCOMPARE(Bytes(t), QByteArray("as it was"));
     t.clear();
     QVERIFY(t.empty());
+}
+
+void LineBufferTest::viewIsCopiedWhenItIsKept() {
+    std::string sBlock = "one,two";
+    LineBuffer t;
+    t.assign("before");
+    t.View(std::string_view(sBlock).substr(4));
+    QCOMPARE(std::string_view(t).data(), sBlock.data() + 4);
+    QCOMPARE(Bytes(t), QByteArray("two"));
+    t.Keep();
+    sBlock = "another";
+    QCOMPARE(Bytes(t), QByteArray("two"));
+    t.Keep();  // what has been kept stays
+    QCOMPARE(Bytes(t), QByteArray("two"));
+    t.View({});
+    t.Keep();
+    QVERIFY(t.empty());
+    std::string_view sRest = "next\r";
+    QVERIFY(t.Take(sRest));
+    QCOMPARE(Bytes(t), QByteArray("next"));
 }
 
 void LineBufferTest::overlongLineIsKeptNoFurther() {

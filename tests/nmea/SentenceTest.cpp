@@ -97,7 +97,7 @@ void SentenceTest::addressFieldChoosesTheDecoder() {
     QFETCH(QByteArray, line);
     QFETCH(QByteArray, decoder);
     Decoders t;
-    if (const auto* pSentence = nmea::FindSentence<Decoders>(View(line))) (t.*pSentence->pDecode)(1);
+    if (const auto pDecode = nmea::FindDecoder<Decoders>(View(line))) (t.*pDecode)(1);
     QCOMPARE(t.sCalled, decoder);
 }
 

@@ -21,6 +21,7 @@ private slots:
     void clearLeavesNothing();
     void linesMayHoldAnything();
     void addedAndClearedAreCounted();
+    void viewsAreCopiedWhenTheyAreKept();
     void changesAreMarkedOnce();
     void anyUseEqualsAPlainQueue_data();
     void anyUseEqualsAPlainQueue();
@@ -90,6 +91,37 @@ void LogLinesTest::addedAndClearedAreCounted() {
     QCOMPARE(t.Cleared(), std::uint64_t{2});
 }
 
+// Views and copies by turns, more than a list holds, before the text that the views look at goes.
+void LogLinesTest::viewsAreCopiedWhenTheyAreKept() {
+    LogLines t;
+    t.Add("first");
+    std::string sBlock;
+    for (int i = 0; i < 1000; ++i) sBlock += static_cast<char>('a' + i % 26);
+    for (std::size_t i = 0; i < 150; ++i) {
+        if (i % 3 == 0) {
+            t.Add("copy");
+        } else {
+            t.AddView(std::string_view(sBlock).substr(i, 30), i % 3 == 1);
+        }
+    }
+    const std::string sBefore = sBlock;
+    t.KeepViews();
+    sBlock.assign(sBlock.size(), '#');
+    t.KeepViews();  // nothing is a view any more
+    QCOMPARE(t.Count(), 101);
+    QCOMPARE(t.Added(), std::uint64_t{151});
+    for (int iLine = 0; iLine < t.Count(); ++iLine) {
+        const auto i = static_cast<std::size_t>(iLine) + 49;
+        QVERIFY(t.Line(iLine) == (i % 3 == 0 ? "copy" : sBefore.substr(i, 30)));
+        QCOMPARE(t.Mark(iLine), i % 3 == 1);
+    }
+    t.AddView(sBlock, false);
+    t.Clear();
+    t.Add("one");
+    t.KeepViews();
+    QVERIFY(t.Line(0) == "one");
+}
+
 void LogLinesTest::changesAreMarkedOnce() {
     LogLines t;
     int iMarks = 0;
@@ -119,7 +151,12 @@ void LogLinesTest::anyUseEqualsAPlainQueue() {
         } else {
             const bool bMark = tRandom() % 2 == 0;
             std::string sLine(tRandom() % 40, static_cast<char>('a' + tRandom() % 26));
-            t.Add(sLine, bMark);
+            if (tRandom() % 2 == 0) {
+                t.Add(sLine, bMark);
+            } else {  // the text goes at the end of this turn
+                t.AddView(sLine, bMark);
+                t.KeepViews();
+            }
             if (tQueue.size() > 100) tQueue.pop_front();
             tQueue.emplace_back(std::move(sLine), bMark);
         }

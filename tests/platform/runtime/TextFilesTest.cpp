@@ -44,10 +44,17 @@ Lines SplitLines(const QByteArray& sText) {
     return sLines;
 }
 
+// What is at hand is taken as one who keeps views into it does: they are looked at when it is used up.
 Lines ReadAll(TextFiles& tFiles, std::int16_t iFile) {
     Lines sLines;
-    while (!tFiles.AtEnd(iFile)) sLines.emplace_back(tFiles.ReadLine(iFile));
-    return sLines;
+    std::vector<std::string_view> sViews;
+    for (;;) {
+        for (std::string_view sLine; tFiles.AtHand(iFile).Next(sLine);) sViews.push_back(sLine);
+        sLines.insert(sLines.end(), sViews.begin(), sViews.end());
+        sViews.clear();
+        if (tFiles.AtEnd(iFile)) return sLines;
+        sLines.emplace_back(tFiles.ReadLine(iFile));
+    }
 }
 
 // What FileError says, or empty text.
