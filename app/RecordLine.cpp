@@ -12,9 +12,12 @@ void WriteRecordLine(std::string& sLine, runtime::DateTime dt, std::string_view 
     sLine += sSentence;
 }
 
-void RecordStampReader::ReadAnew(std::string_view sLine) {
-    m_dtLast = runtime::FromRecordStamp(sLine.substr(0, RecordStampLength));
-    if (m_dtLast) std::copy_n(sLine.begin(), RecordStampLength, m_sLast.begin());
+std::optional<runtime::DateTime> RecordStampReader::ReadAnew(std::string_view sLine) {
+    const auto dt = runtime::FromRecordStamp(sLine.substr(0, RecordStampLength));
+    if (!dt) return dt;
+    std::copy_n(sLine.begin(), SecondColumn, m_sMinute.begin());
+    m_dtMinute = runtime::DateTime{dt->lSeconds - runtime::SecondOfDay(*dt) % 60};
+    return dt;
 }
 
 }  // namespace app

@@ -22,24 +22,26 @@ inline std::string_view RecordSentence(std::string_view sLine) {
     return sLine.size() > RecordSentenceColumn ? sLine.substr(RecordSentenceColumn) : std::string_view();
 }
 
-// Reads stamps; remembers the last one, because in a recording hundreds of lines carry the same second.
+// Reads stamps; remembers the last minute, because in a recording hundreds of lines carry the same one.
 class RecordStampReader {
 public:
-    // Nothing where the first 19 characters are not a date and time. Holds until the next call.
-    const std::optional<runtime::DateTime>& Read(std::string_view sLine) {
-        if (!StartsWithLast(sLine)) ReadAnew(sLine);
-        return m_dtLast;
+    // Nothing where the first 19 characters are not a date and time.
+    std::optional<runtime::DateTime> Read(std::string_view sLine) {
+        if (sLine.size() < RecordStampLength) return std::nullopt;
+        if (!m_dtMinute || std::memcmp(sLine.data(), m_sMinute.data(), SecondColumn) != 0) return ReadAnew(sLine);
+        const int iTens = sLine[SecondColumn] - '0';
+        const int iOnes = sLine[SecondColumn + 1] - '0';
+        if (iTens < 0 || iTens > 5 || iOnes < 0 || iOnes > 9) return std::nullopt;
+        return runtime::DateTime{m_dtMinute->lSeconds + iTens * 10 + iOnes};
     }
 
 private:
-    bool StartsWithLast(std::string_view sLine) const {
-        return m_dtLast && sLine.size() >= RecordStampLength &&
-               std::memcmp(sLine.data(), m_sLast.data(), RecordStampLength) == 0;
-    }
-    void ReadAnew(std::string_view sLine);
+    static constexpr std::size_t SecondColumn = RecordStampLength - 2;
 
-    std::array<char, RecordStampLength> m_sLast{};
-    std::optional<runtime::DateTime> m_dtLast;  // what m_sLast says
+    std::optional<runtime::DateTime> ReadAnew(std::string_view sLine);
+
+    std::array<char, SecondColumn> m_sMinute{};
+    std::optional<runtime::DateTime> m_dtMinute;  // what m_sMinute says
 };
 
 }  // namespace app

@@ -11,6 +11,7 @@
 
 #include "app/RecordLine.h"
 #include "decoders/GpsSentence.h"
+#include "decoders/PositionNote.h"
 #include "decoders/ReportQueue.h"
 #include "decoders/SignalSentence.h"
 #include "decoders/VdmFields.h"
@@ -23,6 +24,7 @@
 #include "platform/runtime/DateTime.h"
 #include "platform/runtime/NameHold.h"
 #include "platform/runtime/PortIndex.h"
+#include "platform/runtime/Ring.h"
 #include "platform/runtime/TextFiles.h"
 #include "platform/toolkit/FileText.h"
 #include "targets/MessageNames.h"
@@ -223,13 +225,21 @@ protected:
     std::optional<QString> AskFile(toolkit::FileRequest tRequest);
     std::optional<QString> AskRecording(bool bSave);  // to record into, or to play
     bool CanPlayBack() const;
-    void ShowPosition(PortIndex Index, const decoders::GpsPosition& t);
+
+    // decoders/frmMain_Gps: position sentences wait the same way (below).
+    void KeepPosition(PortIndex Index, const decoders::GpsPosition& t);
+    void ShowPositions();
+    void LogPosition(const decoders::PositionNote& t);
 
     // decoders/frmMain_Reports: complete messages wait in m_tReports while m_bKeepReports holds, that is while lines at
     // hand are taken in (one reception, the due lines of a playback, a whole burst), and are shown after the last one.
     void KeepReport(decoders::VdmView lData, DateTime dt, std::string_view sChannel);
     void DropReport();
     void ShowReports();
+    void ShowKept() {  // whatever waits
+        ShowReports();
+        ShowPositions();
+    }
     void ShowReport(const decoders::AisReport& t);
     void ShowReportPosition(const decoders::AisReport& t);
     void ShowReportMotion(const decoders::AisReport& t, bool bRateOfTurn);
@@ -299,7 +309,12 @@ protected:
     std::string m_sVdmChannel;  // of the last decoded AIS message
     DateTime m_dtVdm;           // its arrival
     std::string m_sGllLatitude, m_sGllLongitude, m_sGllTime;
-    decoders::ReportQueue m_tReports;  // not shown yet
+    runtime::Ring<decoders::PositionNote, runtime::LogLines::Capacity> m_tPositionNotes;  // not shown yet
+    struct Fix {
+        double dLatitude, dLongitude;
+    };
+    std::optional<Fix> m_tPositionDue;  // the newest of them, not in the boxes yet
+    decoders::ReportQueue m_tReports;   // not shown yet
     bool m_bKeepReports = false;
     std::array<std::int32_t, targets::LastCountedId + 1> m_lCounts{};  // by message id, not shown yet
     bool m_bSortDue = false;                                           // levels that sort the table were dropped

@@ -67,7 +67,7 @@ bool frmMain::PlaybackReadLine(PortIndex Index) {
             }
             sLine = m_tFiles.ReadLine(m_iRecordFile);
         }
-        const auto& dt = m_tStamps.Read(sLine);
+        const auto dt = m_tStamps.Read(sLine);
         if (!dt) {
             throw runtime::ErrorInLine(m_tFiles.LinesRead(m_iRecordFile), "does not begin with a date and time");
         }
@@ -106,7 +106,7 @@ void frmMain::PlaybackStep(PortIndex Index) {
             m_bCommReceived(Index) = true;
         }
     }
-    ShowReports();
+    ShowKept();
 }
 
 void frmMain::PlaybackBurst(PortIndex Index) {
@@ -118,7 +118,7 @@ void frmMain::PlaybackBurst(PortIndex Index) {
             m_bCommReceived(Index) = true;
         }
     }
-    ShowReports();
+    ShowKept();
 }
 
 // Panel 4 and the AIS and GPS logs are left as they are on purpose.

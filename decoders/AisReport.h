@@ -21,6 +21,7 @@ struct AisReport {
     std::string_view sChannel;
     double dOwnLatitude = 0;  // the own position when it was heard
     double dOwnLongitude = 0;
+    bool bOwnDecoded = false;  // it is that of a position sentence, which the boxes have not yet rounded
     std::string_view sSignal;  // the receiver's signal sentence that followed, empty where none did
     bool bDbm = false;         // its levels are to be shown in dBm
 

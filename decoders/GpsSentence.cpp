@@ -76,8 +76,7 @@ public:
         std::string_view sField;
         if (!m_tFields.Next(sField) || sField.size() < TimeDigits) return Fail("Error - Time, ");
         m_sTime = sField.substr(0, TimeDigits);
-        tPosition.sUtc.reserve(TimeDigits + 2);
-        tPosition.sUtc.append(m_sTime, 0, 2).append(1, ':').append(m_sTime, 2, 2).append(1, ':').append(m_sTime, 4, 2);
+        tPosition.sUtc = {sField[0], sField[1], ':', sField[2], sField[3], ':', sField[4], sField[5]};
         return true;
     }
 

@@ -2,52 +2,47 @@
 // leaves 256 rows and 101 log lines, so most reports never become text.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <string_view>
 
 #include "decoders/AisReport.h"
+#include "platform/runtime/Ring.h"
 
 namespace decoders {
 
 class ReportQueue {
 public:
-    static constexpr std::size_t Capacity = 256;
-
-    bool Empty() const { return m_iCount == 0; }
-    bool Full() const { return m_iCount == Capacity; }
+    bool Empty() const { return m_tReports.Empty(); }
+    bool Full() const { return m_tReports.Full(); }
     // How many of them carry signal levels.
     int Signals() const { return m_iSignals; }
 
     // A report behind the others, without levels, its values still those of an earlier one. Not while Full().
     AisReport& Add() {
-        AisReport& t = m_tReports[(m_iFirst + m_iCount++) % Capacity];
+        AisReport& t = m_tReports.Add();
         t.sSignal = {};
         return t;
     }
 
     // A signal sentence for the newest report, if it has none yet; false where it belongs to no report here.
     bool AttachSignal(std::string_view sSentence, bool bDbm) {
-        if (Empty()) return false;
-        AisReport& t = m_tReports[(m_iFirst + m_iCount - 1) % Capacity];
-        if (!t.sSignal.empty()) return false;
-        t.sSignal = sSentence;
-        t.bDbm = bDbm;
+        if (Empty() || !m_tReports.Newest().sSignal.empty()) return false;
+        m_tReports.Newest().sSignal = sSentence;
+        m_tReports.Newest().bDbm = bDbm;
         ++m_iSignals;
         return true;
     }
 
     // Copies the texts of all that wait: call it before the lines go that they look at.
     void KeepTexts() {
-        for (std::size_t i = 0; i < m_iCount; ++i) m_tReports[(m_iFirst + i) % Capacity].KeepTexts();
+        for (std::size_t i = 0; i < m_tReports.Count(); ++i) m_tReports.At(i).KeepTexts();
     }
 
     // Not while Empty().
-    const AisReport& Oldest() const { return m_tReports[m_iFirst]; }
+    const AisReport& Oldest() { return m_tReports.Oldest(); }
     void DropOldest() {
-        if (!m_tReports[m_iFirst].sSignal.empty()) --m_iSignals;
-        m_iFirst = (m_iFirst + 1) % Capacity;
-        --m_iCount;
+        if (!Oldest().sSignal.empty()) --m_iSignals;
+        m_tReports.DropOldest();
     }
 
     // Hands every report to tTake, oldest first; each is gone from here once it has been taken.
@@ -57,9 +52,7 @@ public:
     }
 
 private:
-    std::array<AisReport, Capacity> m_tReports;  // a ring: places are used again with their strings
-    std::size_t m_iFirst = 0;
-    std::size_t m_iCount = 0;
+    runtime::Ring<AisReport, 256> m_tReports;
     int m_iSignals = 0;
 };
 

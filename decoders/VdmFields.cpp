@@ -32,17 +32,6 @@ std::int32_t Signed(std::int32_t lRaw, std::int32_t lSign) { return lRaw >= lSig
 
 bool HasMotion(VdmLayout eLayout) { return eLayout == VdmLayout::ClassA || eLayout == VdmLayout::ClassB; }
 
-// lTenths / 10 by the picture "0.0", made from the digits: the same text, without a division of reals.
-std::string TenthsText(std::int32_t lTenths) {
-    std::string sText;
-    if (lTenths < 0) sText += '-';
-    const std::int32_t lMagnitude = lTenths < 0 ? -lTenths : lTenths;
-    runtime::AppendInteger(sText, lMagnitude / 10);
-    sText += '.';
-    sText += static_cast<char>('0' + lMagnitude % 10);
-    return sText;
-}
-
 }  // namespace
 
 std::int32_t VdmMmsi(VdmView lData) { return RawMmsi(lData); }
@@ -93,7 +82,7 @@ std::string VdmSpeed(VdmView lData) {
     if (!HasMotion(eLayout)) return NoSuchField;
     const std::int32_t lRaw = RawSpeed(lData, eLayout);
     if (lRaw == SpeedUnavailable) return NotAvailable;
-    return TenthsText(lRaw);
+    return runtime::Format(lRaw / 10.0, runtime::PictureTenths);
 }
 
 std::string VdmCourse(VdmView lData) {
@@ -103,7 +92,7 @@ std::string VdmCourse(VdmView lData) {
     // Kept on purpose: in lower case, so it is told from the "Err" of a type without course.
     if (lRaw > CourseUnavailable) return "err";
     if (lRaw == CourseUnavailable) return NotAvailable;
-    return TenthsText(lRaw);
+    return runtime::Format(lRaw / 10.0, runtime::PictureTenths);
 }
 
 std::string VdmHeading(VdmView lData) {

@@ -17,7 +17,7 @@ bool ReadAnyNumber(std::string_view sField, std::int32_t& lNumber) {
     }
 }
 
-bool ReadNumber(std::string_view sField, std::int32_t& lNumber) {
+inline bool ReadNumber(std::string_view sField, std::int32_t& lNumber) {
     const bool bDigit = sField.size() == 1 && sField[0] >= '0' && sField[0] <= '9';  // nearly always
     if (!bDigit) return ReadAnyNumber(sField, lNumber);
     lNumber = sField[0] - '0';

@@ -30,8 +30,9 @@ void frmMain::KeepReport(decoders::VdmView lData, DateTime dt, std::string_view 
     t.KeepValues(lData);
     t.dt = dt;
     t.sChannel = sChannel;
-    t.dOwnLatitude = m_dLatitude;
-    t.dOwnLongitude = m_dLongitude;
+    t.bOwnDecoded = m_tPositionDue.has_value();
+    t.dOwnLatitude = m_tPositionDue ? m_tPositionDue->dLatitude : m_dLatitude;
+    t.dOwnLongitude = m_tPositionDue ? m_tPositionDue->dLongitude : m_dLongitude;
     m_bErrorLast = false;
     if (!m_bPlaybackBurst) t.KeepTexts();
 }
@@ -66,6 +67,10 @@ void frmMain::ShowReport(const AisReport& t) {
     // As things stood when it was heard.
     const QScopedValueRollback tOwnLatitude(m_dLatitude, t.dOwnLatitude);
     const QScopedValueRollback tOwnLongitude(m_dLongitude, t.dOwnLongitude);
+    if (t.bOwnDecoded) {
+        LatitudeFromString(LatitudeToString(t.dOwnLatitude), m_dLatitude, false);
+        LongitudeFromString(LongitudeToString(t.dOwnLongitude), m_dLongitude, false);
+    }
     const std::int32_t lMmsi = VdmMmsi(t.lData);
     const std::int32_t lMessageId = t.lData[1];
     const std::string& sName = MessageName(lMessageId);

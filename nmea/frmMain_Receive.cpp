@@ -32,7 +32,7 @@ void frmMain::MSComm_OnComm(PortIndex Index) {
             m_sCommBuffer(Index).clear();
         }
     }
-    ShowReports();
+    ShowKept();
 }
 
 // True when the line is complete. One that grows beyond the bound is told of once, and thrown away at its end.

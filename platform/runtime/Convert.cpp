@@ -3,11 +3,9 @@
 #include "platform/runtime/Convert.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
-#include <optional>
 #include <string>
 #include <system_error>
 
@@ -82,31 +80,6 @@ double ValueOf(std::string_view sNumber) {
     return sNumber.front() == '-' ? -Infinity : Infinity;
 }
 
-// Digits with at most one point, at most 15 of them: nearly every text that the program meets. Mantissa and power of
-// ten are then exact in a double, and so the quotient is the nearest one. Nothing for any other text.
-std::optional<double> PlainNumber(std::string_view sText) {
-    constexpr std::size_t MostDigits = 15;
-    constexpr std::array<double, MostDigits + 1> PowerOfTen{1,   1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                                            1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-    const bool bNegative = !sText.empty() && sText.front() == '-';
-    if (bNegative) sText.remove_prefix(1);
-    if (sText.empty() || sText.size() > MostDigits || !IsDigit(sText.front())) return std::nullopt;
-    std::int64_t lMantissa = 0;
-    std::size_t iDecimals = 0;
-    bool bPoint = false;
-    for (const char c : sText) {
-        if (c == '.' && !bPoint) {
-            bPoint = true;
-            continue;
-        }
-        if (!IsDigit(c)) return std::nullopt;
-        lMantissa = lMantissa * 10 + (c - '0');
-        if (bPoint) ++iDecimals;
-    }
-    const double dMagnitude = static_cast<double>(lMantissa) / PowerOfTen[iDecimals];
-    return bNegative ? -dMagnitude : dMagnitude;
-}
-
 [[noreturn]] void Refuse(std::string_view sText, const char* sReason) {
     throw ConversionError('"' + std::string(sText) + "\" " + sReason);
 }
@@ -114,7 +87,6 @@ std::optional<double> PlainNumber(std::string_view sText) {
 }  // namespace
 
 double LeadingNumber(std::string_view sText) noexcept {
-    if (const auto dPlain = PlainNumber(sText)) return *dPlain;
     const Scanned tScanned = ScanNumber(sText);
     return tScanned.sNumber.empty() ? 0.0 : ValueOf(tScanned.sNumber);
 }

@@ -49,7 +49,7 @@ bool IsRealDate(CivilDate tDate) {
     return tDate.iYear >= 1 && (std::chrono::year{tDate.iYear} / tDate.iMonth / tDate.iDay).ok();
 }
 
-std::optional<DateTime> FinishStamp(FixedReader tReader, CivilDate tDate) {
+std::optional<DateTime> FinishStamp(FixedReader& tReader, CivilDate tDate) {
     const int iHour = tReader.Digits(TimeColumn, 2);
     tReader.Mark(TimeColumn + 2, ':');
     const int iMinute = tReader.Digits(TimeColumn + 3, 2);

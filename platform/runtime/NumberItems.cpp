@@ -7,23 +7,9 @@
 
 namespace runtime {
 
-std::size_t NumberItems::Find(std::int32_t lNumber) const {
-    constexpr std::uint32_t Spread = 0x9E3779B1;  // odd, 2^32 by the golden ratio: neighbours come to lie apart
-    const std::size_t iMask = m_tSlots.size() - 1;
-    std::uint32_t lHash = static_cast<std::uint32_t>(lNumber) * Spread;
-    lHash ^= lHash >> 16;
-    std::size_t i = lHash & iMask;
-    while (m_tSlots[i].bUsed && m_tSlots[i].tItem.lNumber != lNumber) i = (i + 1) & iMask;
-    return i;
-}
-
-std::int32_t& NumberItems::FindOrInsert(std::int32_t lNumber, std::int32_t lData) {
-    std::size_t i = Find(lNumber);
-    if (m_tSlots[i].bUsed) return m_tSlots[i].tItem.lData;
-    if ((m_iCount + 1) * 2 > m_tSlots.size()) {
-        Grow();
-        i = Find(lNumber);
-    }
+std::int32_t& NumberItems::Insert(std::int32_t lNumber, std::int32_t lData) {
+    if ((m_iCount + 1) * 2 > m_tSlots.size()) Grow();
+    const std::size_t i = Find(lNumber);
     m_tSlots[i] = {{lNumber, lData}, true};
     ++m_iCount;
     m_lSorted.clear();

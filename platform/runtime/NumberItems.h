@@ -21,7 +21,10 @@ public:
     Item At(int i) const;
     // The value of that number's item, which is made with lData when it is new. The reference holds until the next
     // insertion.
-    std::int32_t& FindOrInsert(std::int32_t lNumber, std::int32_t lData);
+    std::int32_t& FindOrInsert(std::int32_t lNumber, std::int32_t lData) {
+        Slot& tSlot = m_tSlots[Find(lNumber)];
+        return tSlot.bUsed ? tSlot.tItem.lData : Insert(lNumber, lData);
+    }
     void Clear();
 
     ChangeMark Changed;  // marked when items come or go; their data shows nowhere
@@ -33,7 +36,16 @@ private:
     };
 
     // The slot of a number, or the free one where it belongs.
-    std::size_t Find(std::int32_t lNumber) const;
+    std::size_t Find(std::int32_t lNumber) const {
+        constexpr std::uint32_t Spread = 0x9E3779B1;  // odd, 2^32 by the golden ratio: neighbours come to lie apart
+        const std::size_t lMask = m_tSlots.size() - 1;
+        std::uint32_t lHash = static_cast<std::uint32_t>(lNumber) * Spread;
+        lHash ^= lHash >> 16;
+        std::size_t i = lHash & lMask;
+        while (m_tSlots[i].bUsed && m_tSlots[i].tItem.lNumber != lNumber) i = (i + 1) & lMask;
+        return i;
+    }
+    std::int32_t& Insert(std::int32_t lNumber, std::int32_t lData);
     void Grow();
 
     std::vector<Slot> m_tSlots = std::vector<Slot>(FirstSlots);  // a power of two, at least twice as many as items

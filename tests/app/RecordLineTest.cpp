@@ -112,6 +112,12 @@ void RecordLineTest::damagedStampIsRefused_data() {
     Row("date alone", "03/07/2005");
     Row("impossible date", "02/30/2005 04:05:06 $GPGLL");
     Row("impossible time", "03/07/2005 24:05:06 $GPGLL");
+    Row("second 60", "03/07/2005 04:05:60 $GPGLL");
+    Row("second 99", "03/07/2005 04:05:99 $GPGLL");
+    Row("tens of seconds below the digits", "03/07/2005 04:05:/6 $GPGLL");
+    Row("tens of seconds above the digits", "03/07/2005 04:05::6 $GPGLL");
+    Row("seconds below the digits", "03/07/2005 04:05:0/ $GPGLL");
+    Row("seconds above the digits", "03/07/2005 04:05:0: $GPGLL");
     Row("day in front of the month", "27/03/2005 04:05:06 $GPGLL");
     Row("leading blank", " 03/07/2005 04:05:06 $GPGLL");
     Row("missing zero", "3/7/2005 4:05:06 $GPGLL,1,2");
