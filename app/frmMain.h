@@ -21,6 +21,7 @@
 #include "nav/Trigonometry.h"
 #include "nmea/LineBuffer.h"
 #include "nmea/NmeaChecksum.h"
+#include "nmea/SpeedWatch.h"
 #include "platform/runtime/DateTime.h"
 #include "platform/runtime/NameHold.h"
 #include "platform/runtime/PortIndex.h"
@@ -85,6 +86,7 @@ public:
     void PlaybackBurst(PortIndex Index);
     bool PlaybackReadLine(PortIndex Index);
     void ClearDisplays();
+    void ShowRunNote();  // what is recorded or played, and how far it is (app/frmMain_RunNote)
 
     // Serial input and sentence framing (nmea/frmMain_Receive, _Dispatch)
     void MSComm_OnComm(PortIndex Index);
@@ -250,12 +252,16 @@ protected:
     std::int32_t TargetHeard(DateTime dt, std::int32_t lMmsi);
     void OpenMenuOfFocus();
     // An error of the run, in panel 2.
-    void ShowError(std::string_view sText);
+    // Looks like one, unless it is empty, and is told to a screen reader with bAlert.
+    void ShowError(std::string_view sText, bool bAlert = true);
     void ShowWholeError(const QString& sText);  // one with letters beyond Latin-1
+    // Of a line that came; told to a screen reader when the second before brought none.
+    void ShowLineError(std::string_view sText);
 
     void PlaybackKeepLines(PortIndex Index);
     bool CommTake(PortIndex Index, std::string_view& sRest);
     void CommDropHalfLine(PortIndex Index);
+    void CommCheckSpeed(PortIndex Index);           // once a second
     void OutputForward(std::string_view sLine);     // sends an accepted line and logs it, marked if it left
     void OutputTellDropped(std::int64_t lAtLeast);  // how many a full output has dropped, if so many are untold
     void OutputTellLeft(std::string_view sWhy);     // how many waited in vain
@@ -287,7 +293,8 @@ protected:
     PerPort<bool> m_bCommReceived;            // a line has come since the last tick of the message clock
     PerPort<bool> m_bCommLastVdm;             // the last accepted line was !AIVDM
     PerPort<std::int32_t> m_lCommSeconds;     // seconds since the last line
-    bool m_bSending = false;                  // a receiver command is on its way
+    PerPort<nmea::SpeedWatch> m_tSpeedWatch;
+    bool m_bSending = false;  // a receiver command is on its way
 
     // Output port
     std::int64_t m_lOutputDropsTold = 0;  // of the sentences that it has dropped since it was opened
@@ -299,6 +306,9 @@ protected:
     std::int16_t m_iRecordFile = 0;  // one number serves both
     DateTime m_dtPlaybackStart;
     DateTime m_dtRecordStart;
+    QString m_sRunFile;                     // path of what is recorded or played
+    DateTime m_dtRecordBegan;               // the clock when a recording began
+    std::optional<DateTime> m_dtRecordEnd;  // stamp of a played file's last line, where it has one
     runtime::TextFiles m_tFiles{m_tPlatform.Synchronize};
     RecordStampReader m_tStamps;
     QString m_sLastFolder;  // of the file chosen last in this run
@@ -319,7 +329,9 @@ protected:
     std::array<std::int32_t, targets::LastCountedId + 1> m_lCounts{};  // by message id, not shown yet
     bool m_bSortDue = false;                                           // levels that sort the table were dropped
     bool m_bErrorLast = false;  // an error was the last to claim panel 2, not a message
-    std::string m_sLogLine;     // the line being put together, kept for its memory
+    bool m_bLineError = false;  // of a line since the last tick of the message clock
+    bool m_bLineErrorTold = false;
+    std::string m_sLogLine;  // the line being put together, kept for its memory
 
     // Own position, degrees, north and east positive; written only by the change handlers of its two boxes
     double m_dLatitude = nav::PositionUnknown;

@@ -1,4 +1,6 @@
 // The two one-second clocks: how long each port has been silent, and the time of day.
+#include <utility>
+
 #include "app/SilenceText.h"
 #include "app/frmMain.h"
 
@@ -14,7 +16,9 @@ void frmMain::tmrComm_Timer() {
             ++m_lCommSeconds(i);
         }
         StatusBar.SetPanelText(ui::PanelSilence0 + i, SilenceText(m_lCommSeconds(i)));
+        if (MSComm(i).PortOpen()) CommCheckSpeed(i);
     }
+    if (!std::exchange(m_bLineError, false)) m_bLineErrorTold = false;
 }
 
 void frmMain::tmrTime_Timer() {
@@ -22,6 +26,7 @@ void frmMain::tmrTime_Timer() {
     if (m_bPlayback) PlaybackStep(0);
     if (MSCommOutput.PortOpen()) OutputTellDropped(1);
     RecordFlush();  // a kill loses no more than the last second
+    ShowRunNote();
 }
 
 }  // namespace app

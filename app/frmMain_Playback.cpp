@@ -2,11 +2,18 @@
 #include <QFileInfo>
 #include <QScopedValueRollback>
 
+#include "app/RunNote.h"
 #include "app/frmMain.h"
 #include "platform/toolkit/Caption.h"
 #include "platform/toolkit/Scopes.h"
 
 namespace app {
+
+namespace {
+
+constexpr std::size_t EndBytes = 65536;  // of a recording, in which its last line is looked for
+
+}  // namespace
 
 void frmMain::PlaybackStart(bool bBurst, std::optional<QString> sFile) {
     if (bBurst && chkOutputEnabled.isChecked()) {
@@ -38,11 +45,14 @@ void frmMain::PlaybackStart(bool bBurst, std::optional<QString> sFile) {
     } else {
         Toolbar.SetPressed(QLatin1String(ui::KeyPlayback), true);
         m_bPlayback = true;
+        m_sRunFile = *sFile;
+        m_dtRecordEnd = LastRecordStamp(m_tFiles.End(m_iRecordFile, EndBytes));
         m_bCommLastVdm(0) = false;
         m_bCommReceived(0) = false;
         m_sCommBuffer(0).clear();
         m_lCommSeconds(0) = 0;
         tmrComm.start();
+        ShowRunNote();
     }
     if (chkOutputEnabled.isChecked()) {
         try {
@@ -132,6 +142,7 @@ void frmMain::ClearDisplays() {
     MessageGridSetup();
     lstOutputData.Lines.Clear();
     ShowError("");
+    m_bLineErrorTold = false;
     StatusBar.SetPanelText(ui::PanelSilence0, "");
 }
 

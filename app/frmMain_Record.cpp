@@ -25,7 +25,10 @@ void frmMain::RecordStart() {
     Toolbar.SetEnabled(QLatin1String(ui::KeyRecord), false);
     Toolbar.SetPressed(QLatin1String(ui::KeyRecord), true);
     m_bRecording = true;
+    m_sRunFile = *sFile;
+    m_dtRecordBegan = m_tPlatform.Now();
     StatusBar.SetPanelText(ui::PanelState, "Record");
+    ShowRunNote();
 }
 
 void frmMain::RecordWrite(DateTime dt, std::string_view sSentence) {
@@ -68,6 +71,7 @@ void frmMain::RecordFailed(const runtime::FileError& tError) {
     Toolbar.SetPressed(QLatin1String(ui::KeyRecord), false);
     Toolbar.SetEnabled(QLatin1String(ui::KeyRecord), true);
     StatusBar.SetPanelText(ui::PanelState, "Running");
+    ShowRunNote();
     const std::string sReason = std::string("Record - ") + tError.what();
     ShowError(sReason);
     CommData(0, "<<" + sReason + ">>", false);

@@ -1,4 +1,6 @@
 // Starting and stopping, and what the controls show of it.
+#include <utility>
+
 #include "app/frmMain.h"
 #include "platform/toolkit/PortNames.h"
 
@@ -17,14 +19,21 @@ void frmMain::OpenPort(toolkit::SerialPort& tPort, toolkit::PortBox& txtPort, co
     txtPort.SetNote(tPort.ReportsLineErrors() ? QString() : QStringLiteral("This adapter reports no line errors."));
 }
 
-void frmMain::ShowError(std::string_view sText) {
+void frmMain::ShowError(std::string_view sText, bool bAlert) {
     m_bErrorLast = true;
     StatusBar.SetPanelText(ui::PanelSummary, sText);
+    if (!sText.empty()) StatusBar.SetPanelError(ui::PanelSummary, bAlert);
+}
+
+void frmMain::ShowLineError(std::string_view sText) {
+    m_bLineError = true;
+    ShowError(sText, !std::exchange(m_bLineErrorTold, true));
 }
 
 void frmMain::ShowWholeError(const QString& sText) {
     ShowError(toolkit::ToLatin1(sText));
     StatusBar.SetPanelWholeText(ui::PanelSummary, sText);
+    StatusBar.SetPanelError(ui::PanelSummary, true);
 }
 
 void frmMain::ReportOpenFailure(std::string_view sPrefix, const toolkit::CommError& tError) {
@@ -74,6 +83,8 @@ void frmMain::CommSetControls(bool bRunning) {
         chkCommEnabled(i).setEnabled(!bRunning);
         txtCommPort(i).setEnabled(!bRunning);
         txtCommSettings(i).setEnabled(!bRunning);
+        m_tSpeedWatch(i).Start(lstCommData(i).Lines);
+        StatusBar.SetPanelNote(ui::PanelSilence0 + i, {});
     }
     chkOutputEnabled.setEnabled(!bRunning);
     txtOutputPort.setEnabled(!bRunning);
@@ -92,6 +103,7 @@ void frmMain::CommSetControls(bool bRunning) {
     m_bPlayback = false;
     SetButton(ui::KeyPlaybackBurst, !bRunning, false);
     m_bPlaybackBurst = false;
+    ShowRunNote();
 
     SetHints(bRunning);
     if (bRunning) {

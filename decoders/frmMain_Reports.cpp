@@ -60,7 +60,7 @@ void frmMain::ShowReports() {
     }
     if (std::exchange(m_bSortDue, false) && cmbTargetSort.ListIndex() == targets::SortBySignal) TargetSort();
     m_tReports.Drain([this](const AisReport& t) { ShowReport(t); });
-    if (m_bErrorLast) ShowError(sError);  // it came after the reports
+    if (m_bErrorLast) ShowError(sError, false);  // it came after the reports
 }
 
 void frmMain::ShowReport(const AisReport& t) {

@@ -16,6 +16,8 @@ std::string CommNotice(int iEvent);
 std::string OutputNotice(std::string_view sWhy, std::int64_t lSentences);
 // The beginning of a line whose end never comes: "<<Half line dropped - 23 characters>>".
 std::string HalfLineNotice(std::size_t iCharacters);
+// Characters come for a while and no sentence among them: "<<Bytes arrive but no sentence - is the speed right?>>".
+inline constexpr char SpeedNotice[] = "<<Bytes arrive but no sentence - is the speed right?>>";
 // A line of more than so many characters: "<<Line dropped - longer than 65536 characters>>".
 std::string LongLineNotice(std::size_t iCharacters);
 

@@ -8,11 +8,11 @@ void frmMain::SentenceDispatch(PortIndex Index) {
     const std::string_view sLine = m_sCommBuffer(Index);
     switch (nmea::TestSentence(sLine)) {
         case nmea::SentenceFault::Size:
-            ShowError("Size Error");
+            ShowLineError("Size Error");
             CommData(Index, "<<Size Error>>", false);
             return;
         case nmea::SentenceFault::Checksum:
-            ShowError("Checksum Error");
+            ShowLineError("Checksum Error");
             CommData(Index, sLine, false);
             CommData(Index, "<<Checksum Error>>", false);
             return;

@@ -23,6 +23,7 @@ void frmMain::MSComm_OnComm(PortIndex Index) {
         return;
     }
     std::string_view sRest = MSComm(Index).Input();
+    if (!sRest.empty()) m_tSpeedWatch(Index).Received();
     {
         const QScopedValueRollback tKeep(m_bKeepReports, true);
         while (CommTake(Index, sRest)) {
@@ -42,6 +43,13 @@ bool frmMain::CommTake(PortIndex Index, std::string_view& sRest) {
     const bool bComplete = tLine.Take(sRest);
     if (tLine.Overlong() && !bTold) CommData(Index, nmea::LongLineNotice(nmea::LineBuffer::Longest), false);
     return bComplete;
+}
+
+void frmMain::CommCheckSpeed(PortIndex Index) {
+    if (m_tSpeedWatch(Index).Tick(lstCommData(Index).Lines)) CommData(Index, nmea::SpeedNotice, false);
+    const bool bDoubts = m_tSpeedWatch(Index).Doubts();
+    StatusBar.SetPanelNote(ui::PanelSilence0 + Index,
+                           bDoubts ? QStringLiteral("Bytes arrive but no sentence: is the speed right?") : QString());
 }
 
 // The rest of the line was sent while the device was away; what comes now begins another one.

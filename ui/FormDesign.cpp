@@ -134,6 +134,7 @@ void FormDesign::DesignWindow() {
                       QStringLiteral("Play a recording at its own pace"), toolkit::PlaybackIcon());
     Toolbar.AddButton(QLatin1String(KeyPlaybackBurst), QStringLiteral("Playback &Burst"),
                       QStringLiteral("Play a recording as fast as possible"), toolkit::BurstIcon());
+    Toolbar.AddNote();
     Toolbar.setAccessibleName(QStringLiteral("Run control"));
     addToolBar(&Toolbar);
 

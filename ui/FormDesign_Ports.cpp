@@ -52,6 +52,7 @@ void FormDesign::DesignPorts() {
         txtCommSettings(i).SetText(sSettings[static_cast<std::size_t>(i)]);
         DesignPort(txtCommPort(i), txtCommSettings(i), sPort);
         lstCommData(i).SetShowsMarks(true);
+        lstCommData(i).SetName(QStringLiteral("#%1").arg(i + 1));
         lstCommData(i).setToolTip(QStringLiteral("#%1, NEMA 0183 Data, Highlighted indicates Decoded Data").arg(i + 1));
         lstCommData(i).setAccessibleName(QStringLiteral("Lines of %1").arg(sPort));
     }

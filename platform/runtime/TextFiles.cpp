@@ -106,6 +106,7 @@ struct TextFiles::File {
     std::filesystem::path tPath;
     std::string sWhereabouts;      // at opening
     std::string sPending;          // not yet written
+    std::size_t lWritten = 0;      // bytes before those
     bool bUnsynchronized = false;  // written since the disk was asked last
     std::unique_ptr<DiskSync> pDisk;
 };
@@ -139,6 +140,7 @@ int TextFiles::File::WriteOut() noexcept {
         }
     }
     sPending.erase(0, iDone);
+    lWritten += iDone;
     return iError;
 }
 
@@ -257,6 +259,17 @@ std::string_view TextFiles::ReadLine(std::int16_t iFile) {
     return sLine;
 }
 
+std::string TextFiles::End(std::int16_t iFile, std::size_t iBytes) const {
+    const int iDescriptor = Opened(iFile).iDescriptor;
+    struct stat tStatus {};
+    if (::fstat(iDescriptor, &tStatus) != 0) return {};
+    std::string sEnd(std::min(iBytes, static_cast<std::size_t>(tStatus.st_size)), '\0');
+    const ssize_t iRead =
+        ::pread(iDescriptor, sEnd.data(), sEnd.size(), tStatus.st_size - static_cast<off_t>(sEnd.size()));
+    sEnd.resize(iRead < 0 ? 0 : static_cast<std::size_t>(iRead));
+    return sEnd;
+}
+
 void TextFiles::WriteLine(std::int16_t iFile, std::string_view sLine) {
     File& tFile = Opened(iFile);
     if (!tFile.bOutput) Raise(EBADF);
@@ -264,6 +277,11 @@ void TextFiles::WriteLine(std::int16_t iFile, std::string_view sLine) {
         if (const int iError = tFile.WriteOut(); iError != 0) Raise(iError);
     }
     tFile.sPending.append(sLine).append("\r\n");
+}
+
+std::int64_t TextFiles::Written(std::int16_t iFile) const {
+    const File& tFile = Opened(iFile);
+    return static_cast<std::int64_t>(tFile.lWritten + tFile.sPending.size());
 }
 
 void TextFiles::Flush(std::int16_t iFile) {

@@ -66,8 +66,14 @@ public:
     // and views into it hold until then. The reference holds as long as the file is open.
     LineBlock& AtHand(std::int16_t iFile);
 
+    // The last bytes of an input file, as many as asked for if there are so many; the reading goes on where it was.
+    // Empty where they cannot be read.
+    std::string End(std::int16_t iFile, std::size_t iBytes) const;
+
     // Appends the line and CR LF to the buffer, which is written out when it is full. Raises FileError (disk full).
     void WriteLine(std::int16_t iFile, std::string_view sLine);
+    // How many bytes were written to an output file, buffered ones included.
+    std::int64_t Written(std::int16_t iFile) const;
     // Hands everything written so far to the system, so that a kill does not lose it, and has it brought to the disk,
     // without waiting for that. Raises FileError, also when the disk has failed since the last call. A number that is
     // not open for output is left alone.

@@ -4,6 +4,8 @@
 #include <QAction>
 #include <QToolButton>
 
+#include "platform/toolkit/PanelLabel.h"
+
 namespace toolkit {
 
 ButtonBar::ButtonBar(QWidget* pParent) : QToolBar(pParent) {
@@ -39,6 +41,16 @@ void ButtonBar::Triggered(const QString& sKey) {
     Action(sKey).setChecked(m_bPressed.at(sKey));  // the click itself has toggled it
     emit ButtonClick(sKey);
 }
+
+void ButtonBar::AddNote() {
+    m_pNote = new PanelLabel(this);
+    m_pNote->SetElastic();
+    m_pNote->setMargin(6);
+    m_pNote->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    addWidget(m_pNote);
+}
+
+void ButtonBar::SetNote(const QString& sText) { m_pNote->SetText(sText); }
 
 void ButtonBar::SetEnabled(const QString& sKey, bool bEnabled) { Action(sKey).setEnabled(bEnabled); }
 

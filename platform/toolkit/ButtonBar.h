@@ -11,6 +11,8 @@ class QAction;
 
 namespace toolkit {
 
+class PanelLabel;
+
 class ButtonBar : public QToolBar {
     Q_OBJECT
 public:
@@ -18,6 +20,11 @@ public:
 
     // sCaption may carry a mnemonic ("&Start").
     void AddButton(const QString& sKey, const QString& sCaption, const QString& sTip, const QIcon& tIcon);
+
+    // A line of text behind the buttons, in the room that is left there.
+    void AddNote();
+    void SetNote(const QString& sText);
+    PanelLabel& Note() const { return *m_pNote; }
 
     void SetEnabled(const QString& sKey, bool bEnabled);
     void SetPressed(const QString& sKey, bool bPressed);
@@ -31,6 +38,7 @@ private:
 
     std::map<QString, QAction*> m_pActions;
     std::map<QString, bool> m_bPressed;
+    PanelLabel* m_pNote = nullptr;
 };
 
 }  // namespace toolkit

@@ -92,6 +92,18 @@ QIcon BurstIcon() {
     });
 }
 
+// Seen on light and on dark ground.
+QIcon ErrorIcon() {
+    return FromShape([](QPainter& t) {
+        t.setBrush(QColor(240, 160, 0));
+        t.setPen(QPen(QColor(240, 160, 0), 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        t.drawPolygon(QPolygonF({QPointF(12, 3), QPointF(22, 21), QPointF(2, 21)}));
+        t.setPen(QPen(Qt::black, 2.6, Qt::SolidLine, Qt::RoundCap));
+        t.drawLine(QPointF(12, 9), QPointF(12, 14));
+        t.drawPoint(QPointF(12, 18));
+    });
+}
+
 // A mast that hears, above the tide.
 QIcon ProgramIcon() {
     return FromShape([](QPainter& t) {

@@ -11,5 +11,6 @@ QIcon StopIcon();
 QIcon RecordIcon();
 QIcon PlaybackIcon();
 QIcon BurstIcon();
+QIcon ErrorIcon();
 
 }  // namespace toolkit

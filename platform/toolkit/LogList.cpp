@@ -5,6 +5,7 @@
 #include <QFontDatabase>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
@@ -24,6 +25,7 @@ namespace toolkit {
 namespace {
 
 constexpr int MarkWidth = 4;    // pixels of the bar before a marked line
+constexpr int NamePadding = 4;  // pixels before and behind the name in its strip
 constexpr int TextIndent = 10;  // pixels from the left edge to the text
 constexpr int LineChars = 400;  // characters of a line that are drawn; longer ones can be copied whole
 
@@ -103,6 +105,24 @@ void LogList::SetEmptyHint(const QString& sHint) {
 }
 
 QString LogList::EmptyHint() const { return m_pModel->rowCount() == 0 ? m_sEmptyHint : QString(); }
+
+void LogList::SetName(const QString& sName) {
+    m_pName = new QLabel(sName, this);
+    m_pName->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    m_pName->setAutoFillBackground(true);
+    QFont tFont = m_pName->font();
+    tFont.setBold(true);
+    m_pName->setFont(tFont);
+    PlaceName();
+}
+
+void LogList::PlaceName() {
+    if (m_pName == nullptr) return;
+    const int iWidth = m_pName->fontMetrics().horizontalAdvance(m_pName->text()) + 2 * NamePadding;
+    setViewportMargins(iWidth, 0, 0, 0);
+    const QRect tLines = viewport()->geometry();
+    m_pName->setGeometry(tLines.left() - iWidth, tLines.top(), iWidth, tLines.height());
+}
 
 void LogList::TakeOver() {
     const bool bFollows = Follows();
@@ -215,6 +235,7 @@ void LogList::showEvent(QShowEvent* pEvent) {
 
 void LogList::resizeEvent(QResizeEvent* pEvent) {
     QListView::resizeEvent(pEvent);
+    PlaceName();
     m_bAtNewest = m_bAtNewest || AtEnd();
     ShowMark();
 }
@@ -224,6 +245,11 @@ void LogList::updateGeometries() {
     const QScopedValueRollback tOwnMove(m_bOwnMove, true);
     QListView::updateGeometries();
     if (m_bAtNewest) verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+}
+
+void LogList::changeEvent(QEvent* pEvent) {
+    QListView::changeEvent(pEvent);
+    if (pEvent->type() == QEvent::FontChange) PlaceName();
 }
 
 QString LogList::SelectedText() const {

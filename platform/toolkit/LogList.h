@@ -9,6 +9,8 @@
 
 #include "platform/runtime/LogLines.h"
 
+class QLabel;
+
 namespace toolkit {
 
 class LogModel;
@@ -29,6 +31,8 @@ public:
     // What stands in the middle of the view while there is no line.
     void SetEmptyHint(const QString& sHint);
     QString EmptyHint() const;  // as it stands there now; empty over lines
+    // A short name, written in a strip of its own beside the lines.
+    void SetName(const QString& sName);
 
     void Synchronize();
     int CurrentLine() const;  // of the store: the newest that the view knows, -1 when there is none
@@ -47,6 +51,7 @@ protected:
     void contextMenuEvent(QContextMenuEvent* pEvent) override;
     void showEvent(QShowEvent* pEvent) override;
     void resizeEvent(QResizeEvent* pEvent) override;
+    void changeEvent(QEvent* pEvent) override;
     void updateGeometries() override;
     void setSelection(const QRect& tRect, QItemSelectionModel::SelectionFlags eCommand) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& tIndex,
@@ -54,6 +59,7 @@ protected:
 
 private:
     void TakeOver();
+    void PlaceName();
     void GoToNewest();
     bool AtEnd() const;
     void ShowMark();
@@ -61,6 +67,7 @@ private:
     LogModel* m_pModel;
     RepaintBeat* m_pBeat;
     NewestMark* m_pMark;
+    QLabel* m_pName = nullptr;
     QString m_sEmptyHint;
     bool m_bAtNewest = true;  // the user has not left the end
     bool m_bButtonHeld = false;

@@ -1,6 +1,7 @@
 // The panels of the status bar.
 #include "platform/toolkit/PanelBar.h"
 
+#include <QAccessible>
 #include <QEvent>
 #include <utility>
 
@@ -26,14 +27,13 @@ PanelBar::PanelBar(QWidget* pParent)
 }
 
 void PanelBar::AddPanel(const QString& sTip, const QString& sTemplate, bool bStretch) {
-    auto* pLabel = new QLabel(this);
-    pLabel->setTextFormat(Qt::PlainText);
+    auto* pLabel = new PanelLabel(this);
     pLabel->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
     pLabel->setMargin(2);
     // A long text must not widen the window: it is cut, and whole in the tool tip.
     pLabel->setSizePolicy(bStretch ? QSizePolicy::Ignored : QSizePolicy::Preferred, QSizePolicy::Preferred);
     pLabel->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    pLabel->setToolTip(sTip);
+    pLabel->SetTip(sTip);
     addWidget(pLabel, bStretch ? 1 : 0);
     if (bStretch) addWidget(m_pTip);  // takes its room from this panel
     m_pLabels.push_back(pLabel);
@@ -41,6 +41,8 @@ void PanelBar::AddPanel(const QString& sTip, const QString& sTemplate, bool bStr
     m_sWholeTexts.emplace_back();
     m_sTips.push_back(sTip);
     m_sTemplates.push_back(sTemplate);
+    m_bErrors.push_back(false);
+    m_bAlerts.push_back(false);
     FitPanels();
 }
 
@@ -57,9 +59,10 @@ void PanelBar::changeEvent(QEvent* pEvent) {
 
 void PanelBar::SetPanelText(int iPanel, std::string_view sText) {
     const std::size_t i = static_cast<std::size_t>(iPanel) - 1;
-    if (m_sTexts[i] == sText && m_sWholeTexts[i].isEmpty()) return;
+    if (m_sTexts[i] == sText && m_sWholeTexts[i].isEmpty() && !m_bErrors[i]) return;
     m_sTexts[i] = sText;
     m_sWholeTexts[i].clear();
+    m_bErrors[i] = false;
     m_pBeat->Mark();
 }
 
@@ -69,16 +72,32 @@ void PanelBar::SetPanelWholeText(int iPanel, const QString& sText) {
     m_pBeat->Mark();
 }
 
+void PanelBar::SetPanelError(int iPanel, bool bAlert) {
+    const auto i = static_cast<std::size_t>(iPanel) - 1;
+    m_bErrors[i] = true;
+    m_bAlerts[i] = m_bAlerts[i] || bAlert;
+    m_pBeat->Mark();
+}
+
+void PanelBar::SetPanelNote(int iPanel, const QString& sNote) {
+    const QString& sTip = m_sTips[static_cast<std::size_t>(iPanel) - 1];
+    Panel(iPanel).SetTip(sNote.isEmpty() ? sTip : sTip + QLatin1Char('\n') + sNote);
+}
+
 void PanelBar::TakeOver() {
     for (std::size_t i = 0; i < m_pLabels.size(); ++i) {
         const QString sText = m_sWholeTexts[i].isEmpty() ? FromLatin1(m_sTexts[i]) : m_sWholeTexts[i];
-        if (m_pLabels[i]->text() == sText) continue;
-        m_bTexts = true;
-        m_pLabels[i]->setText(sText);
-        // Not asked of the label, which would lay its text out for an answer.
-        const int iText = m_pLabels[i]->fontMetrics().horizontalAdvance(sText);
-        const bool bCut = iText > m_pLabels[i]->contentsRect().width() - 2 * m_pLabels[i]->margin();
-        m_pLabels[i]->setToolTip(bCut ? sText : m_sTips[i]);
+        m_pLabels[i]->SetError(m_bErrors[i]);
+        if (m_pLabels[i]->text() != sText) {
+            m_bTexts = true;
+            m_pLabels[i]->SetText(sText);
+        }
+        const bool bAlert = m_bAlerts[i] && m_bErrors[i];
+        m_bAlerts[i] = false;
+        if (!bAlert) continue;
+        QAccessibleEvent tAlert(m_pLabels[i], QAccessible::Alert);
+        QAccessible::updateAccessibility(&tAlert);
+        emit Alert(sText);
     }
 }
 

@@ -2,12 +2,11 @@
 // labels on the views' beat: setting a label costs as much as decoding a sentence.
 #pragma once
 
-#include <QLabel>
 #include <QStatusBar>
 #include <string>
 #include <vector>
 
-#include "platform/runtime/ChangeMark.h"
+#include "platform/toolkit/PanelLabel.h"
 
 namespace toolkit {
 
@@ -25,14 +24,23 @@ public:
     const std::string& PanelText(int iPanel) const { return m_sTexts[static_cast<std::size_t>(iPanel) - 1]; }
     void SetPanelText(int iPanel, std::string_view sText);
     void SetPanelWholeText(int iPanel, const QString& sText);  // with letters beyond Latin-1
+    // The text that was set last is an error, until another one is set: it looks like one, and with bAlert a screen
+    // reader is told of it, once it shows.
+    void SetPanelError(int iPanel, bool bAlert);
+    // What the panel's tip says below its own text; nothing when empty.
+    void SetPanelNote(int iPanel, const QString& sNote);
     // Shows the text once synchronised.
-    QLabel& Panel(int iPanel) const { return *m_pLabels[static_cast<std::size_t>(iPanel) - 1]; }
+    PanelLabel& Panel(int iPanel) const { return *m_pLabels[static_cast<std::size_t>(iPanel) - 1]; }
 
     // A status tip beside the panels, which stay in sight; an empty one goes.
     void ShowTip(const QString& sTip);
     const QLabel& Tip() const { return *m_pTip; }
 
     void Synchronize();
+
+signals:
+    // An alert was raised: the panel shows an error that a screen reader is told of.
+    void Alert(const QString& sText);
 
 protected:
     bool event(QEvent* pEvent) override;
@@ -45,8 +53,10 @@ private:
 
     std::vector<std::string> m_sTexts;
     std::vector<QString> m_sWholeTexts;  // empty where m_sTexts says it all
-    std::vector<QLabel*> m_pLabels;
+    std::vector<PanelLabel*> m_pLabels;
     std::vector<QString> m_sTips;
+    std::vector<bool> m_bErrors;
+    std::vector<bool> m_bAlerts;  // not raised yet
     QLabel* m_pTip;
     std::vector<QString> m_sTemplates;
     RepaintBeat* m_pBeat;

@@ -118,6 +118,8 @@ private slots:
     void fullDiskIsReportedWithoutAFlush();
     void outputThatCannotBeMadeIsRefused_data();
     void outputThatCannotBeMadeIsRefused();
+    void writtenBytesAreCounted();
+    void endIsReadWithoutMoving();
     void wrongDirectionIsAnError();
     void closingFreesTheNumber();
     void filesAreNotInheritedByOtherPrograms();
@@ -640,6 +642,40 @@ void TextFilesTest::outputThatCannotBeMadeIsRefused() {
     TextFiles tFiles;
     QCOMPARE(Failure([&] { tFiles.OpenForOutput(1, sPath.toStdString()); }), sText);
     QVERIFY(!tFiles.IsOpen(1));
+}
+
+void TextFilesTest::writtenBytesAreCounted() {
+    TextFiles t;
+    t.OpenForOutput(1, Path("output.txt"));
+    QCOMPARE(t.Written(1), std::int64_t{0});
+    t.WriteLine(1, "12345");
+    QCOMPARE(t.Written(1), std::int64_t{7});  // CR LF counts, written out or not
+    t.Flush(1);
+    QCOMPARE(t.Written(1), std::int64_t{7});
+    const std::string sLine(1000, 'x');
+    for (int i = 0; i < 1000; ++i) t.WriteLine(1, sLine);
+    QCOMPARE(t.Written(1), std::int64_t{7 + 1000 * 1002});
+    t.Flush(1);
+    QCOMPARE(t.Written(1), static_cast<std::int64_t>(Content(Path("output.txt")).size()));
+    QVERIFY(!Failure([&] { t.Written(2); }).isEmpty());
+}
+
+void TextFilesTest::endIsReadWithoutMoving() {
+    QByteArray sText;
+    for (int i = 0; i < 50000; ++i) sText += QByteArray::number(i) + "\r\n";
+    TextFiles t;
+    t.OpenForInput(1, Make(sText));
+    QCOMPARE(t.End(1, 10), sText.right(10).toStdString());
+    QCOMPARE(t.ReadLine(1), std::string_view("0"));
+    QCOMPARE(t.End(1, 100000), sText.right(100000).toStdString());
+    QCOMPARE(t.ReadLine(1), std::string_view("1"));
+    QCOMPARE(t.End(1, 10'000'000), sText.toStdString());
+    Lines sRest = ReadAll(t, 1);
+    QCOMPARE(sRest.size(), std::size_t{49998});
+    QCOMPARE(sRest.front(), std::string("2"));
+    t.Close(1);
+    t.OpenForInput(1, Make({}));
+    QCOMPARE(t.End(1, 10), std::string());
 }
 
 void TextFilesTest::wrongDirectionIsAnError() {

@@ -4,6 +4,8 @@
 #include <QAbstractItemModelTester>
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QImage>
+#include <QLabel>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
@@ -66,6 +68,7 @@ private slots:
     void copyTakesTheSelectedLines();
     void copyAfterATrafficRushTakesTheUsersLines();
     void longAndOddLinesArePainted();
+    void nameStandsBesideTheLines();
     void modelKeepsItsPromises();
 };
 
@@ -231,6 +234,39 @@ void LogListTest::longAndOddLinesArePainted() {
     t.selectAll();
     QVERIFY(!t.grab().isNull());
     QVERIFY(t.horizontalScrollBar()->maximum() < 100000);
+}
+
+void LogListTest::nameStandsBesideTheLines() {
+    LogList t;
+    t.SetName(QStringLiteral("#1"));
+    AddLines(t, 1, 50);
+    t.Lines.Add(std::string(300, 'W'), false);
+    Show(t);
+    const auto* pName = t.findChild<QLabel*>();
+    QVERIFY(pName != nullptr);
+    QCOMPARE(pName->text(), QStringLiteral("#1"));
+    const QRect tName = pName->geometry();
+    const QRect tLines = t.viewport()->geometry();
+    QVERIFY(tName.right() < tLines.left() && tName.left() >= t.frameWidth());
+    QCOMPARE(tName.top(), tLines.top());
+    QCOMPARE(tName.bottom(), tLines.bottom());
+    QVERIFY(tName.width() >= pName->fontMetrics().horizontalAdvance(pName->text()));
+    QVERIFY(tLines.right() >= t.width() - 25);  // the rest is the lines' and the scroll bar's
+    // It is drawn, at the top.
+    const QImage tImage = t.grab(QRect(tName.topLeft(), QSize(tName.width(), pName->fontMetrics().height()))).toImage();
+    int iInk = 0;
+    for (int y = 0; y < tImage.height(); ++y)
+        for (int x = 0; x < tImage.width(); ++x) iInk += tImage.pixelColor(x, y).lightness() < 100;
+    QVERIFY(iInk > 10);
+    t.resize(300, 120);
+    QCoreApplication::processEvents();
+    QCOMPARE(pName->geometry().height(), t.viewport()->height());
+    QFont tLarge = t.font();
+    tLarge.setPointSizeF(2 * tLarge.pointSizeF());
+    t.setFont(tLarge);
+    QCoreApplication::processEvents();
+    QVERIFY(pName->width() >= pName->fontMetrics().horizontalAdvance(pName->text()));
+    QVERIFY(pName->geometry().right() < t.viewport()->geometry().left());
 }
 
 void LogListTest::modelKeepsItsPromises() {

@@ -1,7 +1,9 @@
 // The status bar's panels: texts kept at once, shown on the beat, long ones whole in the tool tip.
 #include "platform/toolkit/PanelBar.h"
 
+#include <QImage>
 #include <QTest>
+#include <cmath>
 
 using toolkit::PanelBar;
 
@@ -11,6 +13,43 @@ void AddPanels(PanelBar& t) {
     t.AddPanel(QStringLiteral("State"), QStringLiteral("Recording"), false);
     t.AddPanel(QStringLiteral("Summary"), {}, true);
     t.AddPanel(QStringLiteral("Clock"), QStringLiteral("00:00:00"), false);
+}
+
+// The alerts raised by a status bar.
+struct Alerts {
+    explicit Alerts(PanelBar& t) {
+        QObject::connect(&t, &PanelBar::Alert, &t, [this](const QString& sText) { sRaised << sText; });
+    }
+    QStringList sRaised;
+};
+
+QPalette Palette(bool bDark) {
+    if (!bDark) return QPalette(QColor(239, 239, 239));
+    QPalette t(QColor(53, 53, 53), QColor(42, 42, 42));
+    t.setColor(QPalette::WindowText, Qt::white);
+    return t;
+}
+
+// Contrast of two colours by the usual formula: 1 to 21.
+double Contrast(const QColor& t1, const QColor& t2) {
+    const auto tLinear = [](double d) { return d <= 0.03928 ? d / 12.92 : std::pow((d + 0.055) / 1.055, 2.4); };
+    const auto tLight = [&](const QColor& t) {
+        return 0.2126 * tLinear(t.redF()) + 0.7152 * tLinear(t.greenF()) + 0.0722 * tLinear(t.blueF());
+    };
+    const double d1 = tLight(t1), d2 = tLight(t2);
+    return (std::max(d1, d2) + 0.05) / (std::min(d1, d2) + 0.05);
+}
+
+int Saturated(const QImage& t, bool bAmber) {
+    int iCount = 0;
+    for (int y = 2; y < t.height() - 2; ++y)
+        for (int x = 2; x < t.width() - 2; ++x) {
+            const QColor c = t.pixelColor(x, y);
+            const bool bIs = bAmber ? c.hslSaturation() > 150 && std::abs(c.hue() - 40) < 15
+                                    : c.hslSaturation() > 100 && (c.hue() < 15 || c.hue() > 340);
+            iCount += bIs;
+        }
+    return iCount;
 }
 
 }  // namespace
@@ -27,6 +66,13 @@ private slots:
     void otherLettersAreShownUntilTheNextText();
     void longTextDoesNotWidenTheBar();
     void tipTellsTheMeaningOrTheWholeText();
+    void tipIsRightAfterAResize();
+    void cutTextEndsInAnEllipsis();
+    void markedTextIsDrawnMarked();
+    void noteStandsBelowThePanelsTip();
+    void errorLooksLikeOne_data();
+    void errorLooksLikeOne();
+    void errorIsToldOnceItShows();
     void panelsAreWideEnoughForTheirTemplates();
     void statusTipLeavesThePanelsInSight();
     void textIsMarkedWithTheMouse();
@@ -135,6 +181,158 @@ void PanelBarTest::tipTellsTheMeaningOrTheWholeText() {
     t.SetPanelText(2, "short");
     t.Synchronize();
     QCOMPARE(t.Panel(2).toolTip(), QStringLiteral("Summary"));
+}
+
+void PanelBarTest::tipIsRightAfterAResize() {
+    PanelBar t;
+    AddPanels(t);
+    t.resize(900, 30);
+    t.show();
+    t.SetPanelText(2, "a text of some length, for which there is room in a wide window only");
+    t.Synchronize();
+    QCoreApplication::processEvents();
+    QCOMPARE(t.Panel(2).toolTip(), QStringLiteral("Summary"));
+    t.resize(400, 30);
+    QCoreApplication::processEvents();
+    QCOMPARE(t.Panel(2).toolTip(), t.Panel(2).text());
+    t.resize(900, 30);
+    QCoreApplication::processEvents();
+    QCOMPARE(t.Panel(2).toolTip(), QStringLiteral("Summary"));
+}
+
+void PanelBarTest::cutTextEndsInAnEllipsis() {
+    PanelBar t;
+    AddPanels(t);
+    t.resize(400, 30);
+    t.show();
+    t.SetPanelText(2, "short");
+    t.Synchronize();
+    QCOMPARE(t.Panel(2).Drawn(), QStringLiteral("short"));
+    const std::string sLong = "beginning " + std::string(200, 'M') + " end";
+    t.SetPanelText(2, sLong);
+    t.Synchronize();
+    QCoreApplication::processEvents();
+    QVERIFY(t.Panel(2).Drawn().startsWith(QStringLiteral("beginning M")));
+    QVERIFY(t.Panel(2).Drawn().endsWith(QChar(0x2026)));
+    QCOMPARE(t.Panel(2).text(), QString::fromStdString(sLong));  // for a screen reader
+    // On the glass: behind the last whole letter stand the three dots, low and apart.
+    const QImage tImage = t.Panel(2).grab().toImage();
+    t.Panel(2).setText(t.Panel(2).Drawn());
+    QVERIFY(t.Panel(2).grab().toImage() == tImage);
+    t.Panel(2).setText(t.Panel(2).text().chopped(1));
+    QVERIFY(t.Panel(2).grab().toImage() != tImage);
+}
+
+void PanelBarTest::markedTextIsDrawnMarked() {
+    PanelBar t;
+    AddPanels(t);
+    t.resize(400, 30);
+    t.show();
+    t.SetPanelText(2, "an error to be copied");
+    t.Synchronize();
+    QCoreApplication::processEvents();
+    const QImage tBefore = t.Panel(2).grab().toImage();
+    t.Panel(2).setSelection(3, 5);
+    QCOMPARE(t.Panel(2).selectedText(), QStringLiteral("error"));
+    const QImage tMarked = t.Panel(2).grab().toImage();
+    const QColor tGround = t.palette().color(QPalette::Highlight);
+    int iMarked = 0;
+    for (int x = 0; x < tMarked.width(); ++x) iMarked += tMarked.pixelColor(x, tMarked.height() / 2) == tGround;
+    QVERIFY(iMarked > 5);
+    // No letter moves while it is marked: the first one is drawn where it was.
+    const QRect tFirst(0, 0, 12, tMarked.height());
+    QVERIFY(tMarked.copy(tFirst) == tBefore.copy(tFirst));
+}
+
+void PanelBarTest::noteStandsBelowThePanelsTip() {
+    PanelBar t;
+    AddPanels(t);
+    t.resize(400, 30);
+    t.show();
+    t.SetPanelNote(1, QStringLiteral("Recording to a file"));
+    QCOMPARE(t.Panel(1).toolTip(), QStringLiteral("State\nRecording to a file"));
+    t.SetPanelText(1, "Record");
+    t.Synchronize();
+    QCOMPARE(t.Panel(1).toolTip(), QStringLiteral("State\nRecording to a file"));
+    t.SetPanelNote(1, {});
+    QCOMPARE(t.Panel(1).toolTip(), QStringLiteral("State"));
+}
+
+void PanelBarTest::errorLooksLikeOne_data() {
+    QTest::addColumn<bool>("bDark");
+    QTest::newRow("light") << false;
+    QTest::newRow("dark") << true;
+}
+
+void PanelBarTest::errorLooksLikeOne() {
+    QFETCH(bool, bDark);
+    PanelBar t;
+    t.setPalette(Palette(bDark));
+    AddPanels(t);
+    t.resize(500, 30);
+    t.show();
+    t.SetPanelText(2, "Targets=12, Messages=345");
+    t.Synchronize();
+    QCoreApplication::processEvents();
+    QVERIFY(!t.Panel(2).Error());
+    const QImage tSummary = t.Panel(2).grab().toImage();
+    QCOMPARE(Saturated(tSummary, true) + Saturated(tSummary, false), 0);
+    t.SetPanelText(2, "Input Comm - no such device");
+    t.SetPanelError(2, false);
+    t.Synchronize();
+    QVERIFY(t.Panel(2).Error());
+    const QImage tError = t.Panel(2).grab().toImage();
+    QVERIFY(Saturated(tError, true) > 20);   // the icon
+    QVERIFY(Saturated(tError, false) > 20);  // the text
+    const QColor tGround = tError.pixelColor(tError.width() - 6, tError.height() / 2);
+    double dBest = 0;
+    for (int y = 2; y < tError.height() - 2; ++y)
+        for (int x = 25; x < tError.width() - 4; ++x) {
+            dBest = std::max(dBest, Contrast(tError.pixelColor(x, y), tGround));
+        }
+    QVERIFY2(dBest >= 4.5, qPrintable(QString::number(dBest)));
+    // The palette may change meanwhile.
+    t.setPalette(Palette(!bDark));
+    QVERIFY(Saturated(t.Panel(2).grab().toImage(), false) > 20);
+    t.setPalette(Palette(bDark));
+    t.SetPanelText(2, "Targets=12, Messages=345");
+    t.Synchronize();
+    QCOMPARE(t.Panel(2).grab().toImage(), tSummary);
+}
+
+void PanelBarTest::errorIsToldOnceItShows() {
+    PanelBar t;
+    AddPanels(t);
+    t.resize(500, 30);
+    t.show();
+    Alerts tAlerts(t);
+    t.SetPanelText(2, "Targets=1, Messages=1");
+    t.Synchronize();
+    QCOMPARE(tAlerts.sRaised, QStringList());
+    t.SetPanelText(2, "Record - No space left on device");
+    t.SetPanelError(2, true);
+    QCOMPARE(tAlerts.sRaised, QStringList());
+    t.Synchronize();
+    QCOMPARE(tAlerts.sRaised, QStringList{QStringLiteral("Record - No space left on device")});
+    t.SetPanelText(1, "Running");
+    t.Synchronize();
+    QCOMPARE(tAlerts.sRaised.size(), 1);
+    // The same once more is another one; without an alert, or gone before it shows, it is not told.
+    t.SetPanelText(2, "Record - No space left on device");
+    t.SetPanelError(2, true);
+    t.Synchronize();
+    QCOMPARE(tAlerts.sRaised.size(), 2);
+    t.SetPanelText(2, "Checksum Error");
+    t.SetPanelError(2, false);
+    t.Synchronize();
+    t.SetPanelText(2, "Size Error");
+    t.SetPanelError(2, true);
+    t.SetPanelText(2, "Targets=1, Messages=2");
+    t.Synchronize();
+    t.SetPanelText(2, "Size Error");
+    t.SetPanelError(2, false);
+    t.Synchronize();
+    QCOMPARE(tAlerts.sRaised.size(), 2);
 }
 
 void PanelBarTest::panelsAreWideEnoughForTheirTemplates() {
