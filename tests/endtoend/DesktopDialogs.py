@@ -167,9 +167,9 @@ def main():
         line = rig.SerialLine(os.path.join(folder, "receiver"))
         with rig.Program(options.program, beside, rig.profile(line.link)) as program:
             person = Person(program, rig.Eyes(program), recordings)
+            check_capitals(person, beside)  # the first dialog of a run begins beside the program
             check_record(person, line)
             check_playback(person)
-            check_capitals(person, beside)
             rig.check(program.running(), f"the program ended with {program.process.poll()}")
 
 
