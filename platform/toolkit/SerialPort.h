@@ -46,8 +46,8 @@ public:
     SerialDevice* OpenDevice() const;  // what the port drives; null before the first open
     bool ReportsLineErrors() const;
 
-    // All waiting characters (Latin-1), until the next call. While nobody asks, 64 KiB and a reception are kept; what comes then is thrown
-    // away, and event 1008 tells of it once.
+    // All waiting characters (Latin-1), until the next call. While nobody asks, 64 KiB and a reception are kept; what
+    // comes then is thrown away, and event 1008 tells of it once.
     std::string_view Input();
     // Writes whole texts. What the device cannot take at once waits, up to ten seconds of the port's own line rate; a
     // text that would go beyond is dropped whole, and event 1010 is raised once per episode (until the queue has
