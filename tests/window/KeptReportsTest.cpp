@@ -72,7 +72,7 @@ void AppendOther(std::vector<std::string>& sLines, Dice& tDice) {
             sLines.push_back("$GPGLL,5130.00,N,00120.00,E,225444,A");
             break;
         case 1:
-            sLines.push_back("$GPRMC,225446,A,5130.50,N,00121.00,W,000.5,054.7,191194,020.3,E");
+            sLines.push_back("$GPRMC,225446,A,5130.5049,N,00121.0049,W,000.5,054.7,191194,020.3,E");
             break;
         case 2:
             sLines.push_back("$GPGLL,99,N,00120.00,E,225444,A");
