@@ -11,8 +11,8 @@ namespace nmea {
 namespace {
 
 bool LooksLikeSentence(std::string_view sLine) {
-    const auto bPrintable = [](char c) { return c >= ' ' && c <= '~'; };
-    return !sLine.empty() && (sLine[0] == '$' || sLine[0] == '!') && std::ranges::all_of(sLine, bPrintable);
+    const auto Printable = [](char c) { return c >= ' ' && c <= '~'; };
+    return !sLine.empty() && (sLine[0] == '$' || sLine[0] == '!') && std::ranges::all_of(sLine, Printable);
 }
 
 // Among the newest so many lines; the newest of all first, because most often it is one.

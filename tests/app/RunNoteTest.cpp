@@ -60,12 +60,12 @@ void RunNoteTest::Spans() {
 
 void RunNoteTest::Moments() {
     const DateTime dtNow = MakeDateTime({2011, 5, 15}, 12, 0, 0);
-    const auto tText = [&](DateTime dt) { return QString::fromStdString(app::MomentText(dt, dtNow)); };
-    QCOMPARE(tText(MakeDateTime({2011, 5, 15}, 14, 35, 10)), QStringLiteral("14:35:10"));
-    QCOMPARE(tText(MakeDateTime({2011, 5, 15}, 0, 0, 0)), QStringLiteral("00:00:00"));
-    QCOMPARE(tText(MakeDateTime({2011, 5, 15}, 23, 59, 59)), QStringLiteral("23:59:59"));
-    QCOMPARE(tText(MakeDateTime({2011, 5, 16}, 0, 0, 0)), QStringLiteral("05/16/2011 00:00:00"));
-    QCOMPARE(tText(MakeDateTime({2011, 5, 14}, 23, 59, 59)), QStringLiteral("05/14/2011 23:59:59"));
+    const auto Text = [&](DateTime dt) { return QString::fromStdString(app::MomentText(dt, dtNow)); };
+    QCOMPARE(Text(MakeDateTime({2011, 5, 15}, 14, 35, 10)), QStringLiteral("14:35:10"));
+    QCOMPARE(Text(MakeDateTime({2011, 5, 15}, 0, 0, 0)), QStringLiteral("00:00:00"));
+    QCOMPARE(Text(MakeDateTime({2011, 5, 15}, 23, 59, 59)), QStringLiteral("23:59:59"));
+    QCOMPARE(Text(MakeDateTime({2011, 5, 16}, 0, 0, 0)), QStringLiteral("05/16/2011 00:00:00"));
+    QCOMPARE(Text(MakeDateTime({2011, 5, 14}, 23, 59, 59)), QStringLiteral("05/14/2011 23:59:59"));
 }
 
 void RunNoteTest::LastStamp_data() {

@@ -32,11 +32,11 @@ QPalette Palette(bool bDark) {
 
 // Contrast of two colours by the usual formula: 1 to 21.
 double Contrast(const QColor& t1, const QColor& t2) {
-    const auto tLinear = [](double d) { return d <= 0.03928 ? d / 12.92 : std::pow((d + 0.055) / 1.055, 2.4); };
-    const auto tLight = [&](const QColor& t) {
-        return 0.2126 * tLinear(t.redF()) + 0.7152 * tLinear(t.greenF()) + 0.0722 * tLinear(t.blueF());
+    const auto Linear = [](double d) { return d <= 0.03928 ? d / 12.92 : std::pow((d + 0.055) / 1.055, 2.4); };
+    const auto Light = [&](const QColor& t) {
+        return 0.2126 * Linear(t.redF()) + 0.7152 * Linear(t.greenF()) + 0.0722 * Linear(t.blueF());
     };
-    const double d1 = tLight(t1), d2 = tLight(t2);
+    const double d1 = Light(t1), d2 = Light(t2);
     return (std::max(d1, d2) + 0.05) / (std::min(d1, d2) + 0.05);
 }
 

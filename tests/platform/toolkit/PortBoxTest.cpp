@@ -335,18 +335,18 @@ void PortBoxTest::descriptionAndHolderAreDrawnBesideTheName() {
     f.Type(Qt::Key_Down);
     const QImage tImage = f.List().viewport()->grab().toImage();
     const int iSecond = f.List().fontMetrics().horizontalAdvance(QStringLiteral("usb-Acme_Serial_A1")) + 14;
-    const auto tInk = [&](int iRow, int iFrom, int iTo) {
+    const auto Ink = [&](int iRow, int iFrom, int iTo) {
         const QRect tRow = f.Row(iRow);
         int iCount = 0;
         for (int y = tRow.top(); y <= tRow.bottom(); ++y)
             for (int x = iFrom; x < iTo; ++x) iCount += tImage.pixelColor(x, y).lightness() < 160;
         return iCount;
     };
-    QVERIFY(tInk(0, 0, iSecond) > 20);
-    QVERIFY(tInk(0, iSecond, tImage.width()) > 20);
-    QVERIFY(tInk(1, iSecond, tImage.width()) > 20);
-    QVERIFY(tInk(2, 0, iSecond) > 10);
-    QCOMPARE(tInk(2, iSecond, tImage.width()), 0);  // nothing is known of it
+    QVERIFY(Ink(0, 0, iSecond) > 20);
+    QVERIFY(Ink(0, iSecond, tImage.width()) > 20);
+    QVERIFY(Ink(1, iSecond, tImage.width()) > 20);
+    QVERIFY(Ink(2, 0, iSecond) > 10);
+    QCOMPARE(Ink(2, iSecond, tImage.width()), 0);  // nothing is known of it
     QCOMPARE(f.List().model()->index(0, 0).data().toString(),
              QStringLiteral("usb-Acme_Serial_A1, Acme USB to Serial, in use by gpsd (process 4711)"));
 }
@@ -416,7 +416,7 @@ void PortBoxTest::tipNamesTheDevice() {
     Form f;
     f.t.SetTip(QStringLiteral("Serial port"));
     f.t.SetNote(QStringLiteral("A note."));
-    const auto tAsk = [&f] {
+    const auto Ask = [&f] {
         QHelpEvent tHelp(QEvent::ToolTip, QPoint(5, 5), f.t.mapToGlobal(QPoint(5, 5)));
         QCoreApplication::sendEvent(&f.t, &tHelp);
         return f.t.toolTip();
@@ -426,20 +426,20 @@ void PortBoxTest::tipNamesTheDevice() {
     QVERIFY(QFile(sDevice).open(QIODevice::WriteOnly));
     QVERIFY(QFile::link(sDevice, sDevice + QStringLiteral(" by its whole name")));
     f.t.setText(sDevice);
-    QCOMPARE(tAsk(), QStringLiteral("Serial port\nDevice: %1\nA note.").arg(sDevice));
+    QCOMPARE(Ask(), QStringLiteral("Serial port\nDevice: %1\nA note.").arg(sDevice));
     f.t.setText(sDevice + QStringLiteral(" by its whole name"));
-    QCOMPARE(tAsk(), QStringLiteral("Serial port\ndevice by its whole name\nDevice: %1\nA note.").arg(sDevice));
+    QCOMPARE(Ask(), QStringLiteral("Serial port\ndevice by its whole name\nDevice: %1\nA note.").arg(sDevice));
     QProcess tHolder;
     tHolder.setStandardInputFile(sDevice);
     tHolder.start(QStringLiteral("sleep"), {QStringLiteral("60")});
     QVERIFY(tHolder.waitForStarted());
-    QTRY_VERIFY(tAsk().contains(QStringLiteral("\nIn use by sleep (process %1)\n").arg(tHolder.processId())));
+    QTRY_VERIFY(Ask().contains(QStringLiteral("\nIn use by sleep (process %1)\n").arg(tHolder.processId())));
     tHolder.kill();
     QVERIFY(tHolder.waitForFinished());
     f.t.setText(QStringLiteral("/dev/stdin/no such thing"));
-    QCOMPARE(tAsk(), QStringLiteral("Serial port\n/dev/stdin/no such thing is not there\nA note."));
+    QCOMPARE(Ask(), QStringLiteral("Serial port\n/dev/stdin/no such thing is not there\nA note."));
     f.t.setText(QStringLiteral("no port"));
-    QCOMPARE(tAsk(), QStringLiteral("Serial port\n\"no port\" names no serial port\nA note."));
+    QCOMPARE(Ask(), QStringLiteral("Serial port\n\"no port\" names no serial port\nA note."));
 }
 
 QTEST_MAIN(PortBoxTest)
