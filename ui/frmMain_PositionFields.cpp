@@ -11,7 +11,8 @@ ui::PositionFieldState StateOf(const toolkit::MaskedBox& txt) { return {txt.Text
 
 constexpr int KeyUp = 38;
 constexpr int KeyDown = 40;
-constexpr int QuotedChars = 30;  // of a text that was refused
+constexpr int QuotedChars = 30;       // of a text that was refused
+constexpr int LongestPosition = 100;  // a whole document is not looked through
 
 // The marks that other programs put into positions, as those of Latin-1.
 std::string WithPlainMarks(QString sText) {
@@ -71,7 +72,8 @@ void frmMain::PositionFieldKeyPress(toolkit::MaskedBox& txt, char cTyped) {
 
 // Into this box what belongs there; a latitude and longitude at once into both.
 void frmMain::PositionFieldPaste(toolkit::MaskedBox& txt, const QString& sPasted) {
-    const std::string sText = WithPlainMarks(sPasted);
+    const QString sTrimmed = sPasted.trimmed();
+    const std::string sText = sTrimmed.size() <= LongestPosition ? WithPlainMarks(sTrimmed) : std::string();
     const bool bLatitude = MaskOf(txt).bLatitude;
     if (const auto dRead = bLatitude ? nav::ReadLatitude(sText) : nav::ReadLongitude(sText)) {
         PutText(txt, bLatitude ? LatitudeToString(*dRead) : LongitudeToString(*dRead));

@@ -450,6 +450,9 @@ void MenusWindowTest::whatIsNoPositionChangesNothing_data() {
                                     << QByteArray("Paste - \"4 8.6 W\" is no latitude");
     QTest::newRow("too far") << false << QStringLiteral("181 0.0 E")
                              << QByteArray("Paste - \"181 0.0 E\" is no longitude");
+    QTest::newRow("a document that begins well")
+        << true << QStringLiteral("50 21.4 N") + QString(200000, QLatin1Char(' ')) + QString(200000, QLatin1Char(','))
+        << QByteArray("Paste - \"50 21.4 N ,,,,,,,,,,,,,,,,,,,,\" is no latitude");
     QTest::newRow("long") << false << QStringLiteral("a\nb ").repeated(1000)
                           << QByteArray("Paste - \"a b a b a b a b a b a b a b a \" is no longitude");
 }
