@@ -1,6 +1,7 @@
 // The program as a receiver keeps it busy: two input ports at the full rate of 38400 baud, the Targets tab with all its
-// columns, 1200 x 800. Prints the processor's share, and the delay from the carriage return that completes a message to
-// the end of the painting of its row. Run by hand, below a display or offscreen: live [seconds of each measurement].
+// columns, 1200 x 800. Prints the processor's share, the memory, and the delay from the carriage return that completes
+// a message to the end of the painting of its row. Run by hand, below a display or offscreen: live [seconds of each
+// measurement].
 //
 // A process of its own feeds the two lines through pseudo-terminals and notes when it wrote each carriage return. The
 // second line calls its channels 1 and 2: so a row of the table tells which line it came by, and the messages of a line
@@ -197,6 +198,15 @@ double ProcessorSeconds() {
            static_cast<double>(t.ru_utime.tv_usec + t.ru_stime.tv_usec) * 1e-6;
 }
 
+long ResidentKilobytes() {
+    QFile tStatus(QStringLiteral("/proc/self/status"));
+    if (!tStatus.open(QIODevice::ReadOnly)) return 0;
+    for (QByteArray sLine = tStatus.readLine(); !sLine.isEmpty(); sLine = tStatus.readLine()) {
+        if (sLine.startsWith("VmRSS:")) return std::atol(sLine.constData() + 6);
+    }
+    return 0;
+}
+
 void RunLoop(double dSeconds) {
     QEventLoop tLoop;
     QTimer::singleShot(static_cast<int>(dSeconds * 1000), &tLoop, &QEventLoop::quit);
@@ -222,6 +232,7 @@ void MeasureShare(double dSeconds, int& iPaintings) {
     const double dTook = std::chrono::duration<double>(Clock::now() - tStart).count();
     std::printf("processor  %.2f %% of a core, %.1f paintings a second\n", 100 * (ProcessorSeconds() - dStart) / dTook,
                 iPaintings / dTook);
+    std::printf("memory     %ld kB resident\n", ResidentKilobytes());
 }
 
 void PrintDelays(Delays& tDelays) {
