@@ -36,30 +36,32 @@ bool HasMotion(VdmLayout eLayout) { return eLayout == VdmLayout::ClassA || eLayo
 
 std::int32_t VdmMmsi(VdmView lData) { return RawMmsi(lData); }
 
-void VdmLatitude(VdmView lData, double& dLatitude, std::string& sLatitude) {
-    dLatitude = nav::PositionUnknown;
+double VdmLatitudeDegrees(VdmView lData) {
     const VdmLayout eLayout = LayoutOf(lData[1]);
-    if (eLayout == VdmLayout::None) return sLatitude.clear();
+    if (eLayout == VdmLayout::None) return nav::PositionUnknown;
     const std::int32_t lRaw = RawLatitude(lData, eLayout);
-    if (lRaw == LatitudeUnavailable) {
-        sLatitude = NotAvailable;
-        return;
-    }
-    dLatitude = Signed(lRaw, LatitudeSign) / UnitsPerDegree;
-    sLatitude = nav::LatitudeToString(dLatitude);
+    if (lRaw == LatitudeUnavailable) return nav::PositionUnknown;
+    return Signed(lRaw, LatitudeSign) / UnitsPerDegree;
+}
+
+double VdmLongitudeDegrees(VdmView lData) {
+    const VdmLayout eLayout = LayoutOf(lData[1]);
+    if (eLayout == VdmLayout::None) return nav::PositionUnknown;
+    const std::int32_t lRaw = RawLongitude(lData, eLayout);
+    if (lRaw == LongitudeUnavailable) return nav::PositionUnknown;
+    return Signed(lRaw, LongitudeSign) / UnitsPerDegree;
+}
+
+void VdmLatitude(VdmView lData, double& dLatitude, std::string& sLatitude) {
+    dLatitude = VdmLatitudeDegrees(lData);
+    if (LayoutOf(lData[1]) == VdmLayout::None) return sLatitude.clear();
+    sLatitude = dLatitude == nav::PositionUnknown ? NotAvailable : nav::LatitudeToString(dLatitude);
 }
 
 void VdmLongitude(VdmView lData, double& dLongitude, std::string& sLongitude) {
-    dLongitude = nav::PositionUnknown;
-    const VdmLayout eLayout = LayoutOf(lData[1]);
-    if (eLayout == VdmLayout::None) return sLongitude.clear();
-    const std::int32_t lRaw = RawLongitude(lData, eLayout);
-    if (lRaw == LongitudeUnavailable) {
-        sLongitude = NotAvailable;
-        return;
-    }
-    dLongitude = Signed(lRaw, LongitudeSign) / UnitsPerDegree;
-    sLongitude = nav::LongitudeToString(dLongitude);
+    dLongitude = VdmLongitudeDegrees(lData);
+    if (LayoutOf(lData[1]) == VdmLayout::None) return sLongitude.clear();
+    sLongitude = dLongitude == nav::PositionUnknown ? NotAvailable : nav::LongitudeToString(dLongitude);
 }
 
 std::string VdmRateOfTurn(VdmView lData) {

@@ -15,6 +15,10 @@ std::int32_t VdmMmsi(VdmView lData);
 void VdmLatitude(VdmView lData, double& dLatitude, std::string& sLatitude);
 void VdmLongitude(VdmView lData, double& dLongitude, std::string& sLongitude);
 
+// The degrees alone.
+double VdmLatitudeDegrees(VdmView lData);
+double VdmLongitudeDegrees(VdmView lData);
+
 // Degrees per minute: "+10", "-4.5", "0", "L>720", "R>720", "n/a"; "Err" for types other than 1 to 3.
 std::string VdmRateOfTurn(VdmView lData);
 // Knots, "12.1"; "n/a"; "Err" for a type without speed.
