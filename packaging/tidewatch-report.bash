@@ -1,0 +1,26 @@
+# Completion of tidewatch-report for bash.
+_tidewatch_report() {
+    local sWord="${COMP_WORDS[COMP_CWORD]}" sBefore="${COMP_WORDS[COMP_CWORD - 1]}"
+    local sCommand=summary sOptions="--csv --json --help"
+    case "${COMP_WORDS[1]}" in summary | coverage | range | signal | stations | ships | reports) sCommand="${COMP_WORDS[1]}" ;; esac
+    case "$sBefore" in
+        --by) mapfile -t COMPREPLY < <(compgen -W "hour day week" -- "$sWord"); return ;;
+        --sector | --position | --gap | --share) COMPREPLY=(); return ;;
+    esac
+    case "$sCommand" in
+        summary) sOptions+=" --by --position --raw" ;;
+        coverage) sOptions+=" --position --sector" ;;
+        range) sOptions+=" --position --gap --share" ;;
+        signal) sOptions+=" --by --position --raw" ;;
+        stations) sOptions+=" --by --position" ;;
+        ships | reports) sOptions+=" --position --raw" ;;
+    esac
+    local sWords=""
+    [[ "$sWord" == -* ]] && sWords="$sOptions"
+    if [[ $COMP_CWORD -eq 1 ]]; then
+        if [[ "$sWord" == -* ]]; then sWords+=" --version"; else sWords="summary coverage range signal stations ships reports"; fi
+    fi
+    mapfile -t COMPREPLY < <(compgen -W "$sWords" -- "$sWord")
+    [[ "$sWord" == -* ]] || { compopt -o filenames; mapfile -t -O "${#COMPREPLY[@]}" COMPREPLY < <(compgen -f -- "$sWord"); }
+}
+complete -F _tidewatch_report tidewatch-report

@@ -1,0 +1,42 @@
+// The table of commands.
+#include "report/Command.h"
+
+#include <array>
+
+#include "report/Coverage.h"
+#include "report/Reception.h"
+#include "report/ReportList.h"
+#include "report/ShipList.h"
+#include "report/SignalList.h"
+#include "report/StationCounts.h"
+#include "report/Summary.h"
+
+namespace report {
+
+namespace {
+
+template <class T>
+std::unique_ptr<Collector> Make(const Options& tOptions, Writer& tWriter) {
+    return std::make_unique<T>(tOptions, tWriter);
+}
+
+// clang-format off
+constexpr std::array Rows = {
+    Command{"summary",  "What was heard: lines, messages, ships, levels, range", TakesBy | TakesRaw | TakesPosition,
+            Make<Summary>},
+    Command{"coverage", "Range by bearing", TakesSector | TakesPosition, Make<Coverage>},
+    Command{"range",    "Reception rate against range", TakesGap | TakesPosition, Make<Reception>},
+    Command{"signal",   "Levels by channel, against range, over time, of fixed stations",
+            TakesBy | TakesRaw | TakesPosition, Make<SignalList>},
+    Command{"stations", "How many stations others say that they receive, and we", TakesBy | TakesPosition,
+            Make<StationCounts>},
+    Command{"ships",    "A row for each ship and station", TakesRaw | TakesPosition, Make<ShipList>},
+    Command{"reports",  "A row for each message", TakesRaw | TakesPosition, Make<ReportList>},
+};
+// clang-format on
+
+}  // namespace
+
+std::span<const Command> Commands() { return Rows; }
+
+}  // namespace report

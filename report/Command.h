@@ -1,0 +1,32 @@
+// The commands: a row for each, with the options that it takes and what makes its result.
+#pragma once
+
+#include <memory>
+#include <span>
+
+#include "report/Event.h"
+#include "report/Options.h"
+
+namespace report {
+
+// Options that not every command takes.
+enum Takes : unsigned {
+    TakesNothing = 0,
+    TakesBy = 1,
+    TakesSector = 2,
+    TakesRaw = 4,
+    TakesPosition = 8,
+    TakesGap = 16
+};
+
+struct Command {
+    const char* sName;
+    const char* sHelp;
+    unsigned iTakes;
+    std::unique_ptr<Collector> (*pMake)(const Options& tOptions, Writer& tWriter);
+};
+
+// The first is what is done when none is named.
+std::span<const Command> Commands();
+
+}  // namespace report

@@ -1,0 +1,121 @@
+// Options by CLI11: a subcommand for each row of the table of commands.
+#include "report/CommandLine.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <sstream>
+#include <string_view>
+
+namespace report {
+
+namespace {
+
+constexpr const char* Version = "tidewatch-report " TIDEWATCH_VERSION;
+constexpr const char* Description =
+    "What recordings of Tidewatch say about the receiver and its antenna.\n"
+    "Without a command: summary. FILE is a record file, plain, .gz or .zst, or - for standard input; several are read "
+    "as one sequence in order of time.";
+constexpr const char* Footer =
+    "Exit codes: 0 done; 1 something could not be read or said; 2 wrong use.\n"
+    "tidewatch-report COMMAND --help tells a command's options.";
+
+// What the options of all commands are read into.
+struct Words {
+    std::vector<std::string> sFiles;
+    std::string sBy, sPosition;
+    Options tNumbers;  // of these the numbers alone
+    bool bCsv = false, bJson = false, bRaw = false;
+};
+
+// The usage line, which CLI11 would give in another order.
+class Help : public CLI::Formatter {
+public:
+    std::string make_usage(const CLI::App* pApp, std::string) const override {
+        const std::string sCommand = pApp->get_parent() ? pApp->get_name() : "[COMMAND]";
+        return "Usage: tidewatch-report " + sCommand + " [OPTIONS] FILE...\n";
+    }
+};
+
+std::string CheckSector(const std::string& s) {
+    int i = 0;
+    if (CLI::detail::lexical_cast(s, i) && i >= 1 && i <= 180 && 360 % i == 0) return {};
+    return "--sector takes whole degrees from 1 to 180 that divide 360, not " + s;
+}
+
+std::string CheckPosition(const std::string& s) {
+    if (nav::ReadPosition(s)) return {};
+    return "--position takes a latitude and a longitude such as \"50 21.40 N 004 08.60 W\", not \"" + s + "\"";
+}
+
+void AddOptions(CLI::App& tApp, const Command& t, Words& tWords) {
+    tApp.add_option("FILE", tWords.sFiles, "Record files, or - for standard input")->required();
+    auto* pCsv = tApp.add_flag("--csv", tWords.bCsv, "Write CSV: one table, notes on standard error");
+    tApp.add_flag("--json", tWords.bJson, "Write JSON")->excludes(pCsv);
+    if (t.iTakes & TakesBy) {
+        tApp.add_option("--by", tWords.sBy, "Divide by hour, day or week (from Monday)")
+            ->check(CLI::IsMember({"hour", "day", "week"}));
+    }
+    if (t.iTakes & TakesPosition) {
+        tApp.add_option("--position", tWords.sPosition, "Own position, in place of the files' GPS")
+            ->check(CLI::Validator(CheckPosition, ""));
+    }
+    if (t.iTakes & TakesSector) {
+        tApp.add_option("--sector", tWords.tNumbers.iSector, "Degrees of a sector, 10 unless told")
+            ->check(CLI::Validator(CheckSector, ""));
+    }
+    if (t.iTakes & TakesGap) {
+        tApp.add_option("--gap", tWords.tNumbers.iGap,
+                        "Intervals without a report above which a ship is out of reach, 30 unless told")
+            ->check(CLI::Range(2, 10000));
+        tApp.add_option("--share", tWords.tNumbers.iShare, "Percent heard within the reliable range, 80 unless told")
+            ->check(CLI::Range(1, 100));
+    }
+    if (t.iTakes & TakesRaw) tApp.add_flag("--raw", tWords.bRaw, "Levels in the board's own numbers, not in dBm");
+}
+
+Options OptionsOf(const Words& t) {
+    Options tOptions = t.tNumbers;
+    tOptions.sFiles = t.sFiles;
+    tOptions.eFormat = t.bCsv ? Format::Csv : t.bJson ? Format::Json : Format::Text;
+    if (!t.sPosition.empty()) tOptions.tPosition = nav::ReadPosition(t.sPosition);
+    tOptions.eBy = ReadPeriod(t.sBy);
+    tOptions.bRaw = t.bRaw;
+    return tOptions;
+}
+
+// The command's place among the words may be left out.
+std::vector<std::string> WithCommand(int iCount, const char* const* sWords) {
+    std::vector<std::string> s(sWords + std::min(iCount, 1), sWords + iCount);
+    const auto bNames = [&](const Command& t) { return !s.empty() && s[0] == t.sName; };
+    const bool bOwn = s.empty() || s[0] == "--help" || s[0] == "-h" || s[0] == "--version";
+    if (!bOwn && std::ranges::none_of(Commands(), bNames)) s.insert(s.begin(), Commands().front().sName);
+    std::ranges::reverse(s);  // as CLI11 wants them
+    return s;
+}
+
+}  // namespace
+
+std::optional<Asked> ReadCommandLine(int iCount, const char* const* sWords, std::string& sText, int& iExit) {
+    CLI::App tApp(Description, "tidewatch-report");
+    tApp.formatter(std::make_shared<Help>());
+    tApp.footer(Footer);
+    tApp.set_version_flag("--version", Version);
+    tApp.require_subcommand(1);
+    Words tWords;
+    for (const Command& t : Commands()) AddOptions(*tApp.add_subcommand(t.sName, t.sHelp), t, tWords);
+    try {
+        tApp.parse(WithCommand(iCount, sWords));
+        if (std::ranges::count(tWords.sFiles, "-") > 1) throw CLI::ValidationError("-", "can be read only once");
+    } catch (const CLI::ParseError& tError) {
+        std::ostringstream tOut, tErr;
+        const bool bMistake = tApp.exit(tError, tOut, tErr) != 0;
+        iExit = bMistake ? ExitUsage : ExitGood;
+        sText = bMistake ? "tidewatch-report: " + tErr.str() : tOut.str();
+        return std::nullopt;
+    }
+    const std::string sName = tApp.get_subcommands().front()->get_name();
+    const auto pCommand = std::ranges::find(Commands(), sName, [](const Command& t) { return std::string(t.sName); });
+    return Asked{&*pCommand, OptionsOf(tWords)};
+}
+
+}  // namespace report

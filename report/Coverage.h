@@ -1,0 +1,44 @@
+// Range by bearing: how far the receiver hears in each direction.
+#pragma once
+
+#include <vector>
+
+#include "report/Distribution.h"
+#include "report/Options.h"
+#include "report/TrackCheck.h"
+
+namespace report {
+
+class Coverage final : public Collector {
+public:
+    Coverage(const Options& tOptions, Writer& tWriter);
+
+    void Message(const Report& t) override;
+    bool Finish() override;
+
+private:
+    struct Sector {
+        Distribution tRange;
+        double dGreatest = 0;
+        std::int32_t lMmsi = 0;  // of the greatest
+        runtime::DateTime dt;
+
+        void Add(const Report& t);
+    };
+
+    void Row(const std::string& sName, const Sector& t);
+    void WriteNotes() const;
+
+    const int m_iDegrees;
+    const bool m_bPosition;
+    Writer& m_tWriter;
+    std::vector<Sector> m_tSectors;
+    Sector m_tAll;
+    TrackCheck m_tTracks;
+    std::int64_t m_lPositions = 0;
+    std::int64_t m_lNoOwnPosition = 0;
+    std::int64_t m_lJumps = 0;
+    std::int64_t m_lNoBearing = 0;
+};
+
+}  // namespace report

@@ -1,0 +1,36 @@
+// How often each value came, in steps of a tenth: enough for quantiles of any number of values in little memory.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+namespace report {
+
+class Distribution {
+public:
+    static constexpr double StepsPerOne = 10;
+    static constexpr double Limit = 10800;  // values beyond count as this: half way round the earth, in miles
+
+    void Add(double dValue);
+    void Add(const Distribution& t);
+
+    std::int64_t Count() const { return m_lCount; }
+    bool Empty() const { return m_lCount == 0; }
+    // The value of the smallest rank that at least this share (0 to 1) of the values does not exceed: the k-th smallest
+    // with k = share times count, rounded up, at least the first. To a tenth. Not while Empty().
+    double Quantile(double dShare) const;
+    double Median() const { return Quantile(0.5); }
+    double Greatest() const { return Quantile(1); }
+    // Of the values before they were rounded. Not while Empty().
+    double Mean() const { return m_dSum / static_cast<double>(m_lCount); }
+
+private:
+    std::uint32_t& CountOf(std::int64_t lStep);
+
+    std::vector<std::uint32_t> m_lCounts;  // of m_lFirst, the next step, ...
+    std::int64_t m_lFirst = 0;
+    std::int64_t m_lCount = 0;
+    double m_dSum = 0;
+};
+
+}  // namespace report

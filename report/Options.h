@@ -1,0 +1,25 @@
+// What the user asks for.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "nav/PositionReading.h"
+#include "report/Period.h"
+#include "report/Writer.h"
+
+namespace report {
+
+struct Options {
+    std::vector<std::string> sFiles;  // "-" is standard input
+    Format eFormat = Format::Text;
+    std::optional<nav::Position> tPosition;
+    std::optional<Period> eBy;
+    int iSector = 10;   // degrees; divides 360
+    int iGap = 30;      // intervals without a report, above which a ship is out of reach
+    int iShare = 80;    // percent that are heard within the reliable range
+    bool bRaw = false;  // levels in the board's numbers
+};
+
+}  // namespace report

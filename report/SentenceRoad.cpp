@@ -1,0 +1,125 @@
+// From a sentence to its events.
+#include "report/SentenceRoad.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "decoders/GpsSentence.h"
+#include "decoders/SignalSentence.h"
+#include "decoders/VdmAssembly.h"
+#include "decoders/VdmBits.h"
+#include "decoders/VdmFields.h"
+#include "nav/PositionText.h"
+#include "nav/Trigonometry.h"
+#include "nmea/Sentence.h"
+#include "platform/runtime/Convert.h"
+
+namespace report {
+
+namespace {
+
+constexpr runtime::PortIndex OnlyPort = 0;             // the file does not tell of ports
+constexpr std::int32_t LastPositionCharacter = 23;  // of every type with a position
+constexpr double GreatestLatitude = 90;
+constexpr double GreatestLongitude = 180;
+
+Channel ChannelOf(std::string_view sChannel) {
+    if (sChannel == "A") return Channel::A;
+    return sChannel == "B" ? Channel::B : Channel::Other;
+}
+
+}  // namespace
+
+void SentenceRoad::Take(LineEvent tLine, std::string_view sSentence) {
+    m_sSentence = sSentence;
+    m_dt = tLine.dt;
+    tLine.eKind = Dispatch();
+    m_tCollector.Line(tLine);
+}
+
+// The window's order: a line that fails a test changes nothing, any other parts a message from the levels behind it.
+LineKind SentenceRoad::Dispatch() {
+    switch (nmea::TestSentence(m_sSentence)) {
+        case nmea::SentenceFault::Size:
+            return LineKind::Size;
+        case nmea::SentenceFault::Checksum:
+            return LineKind::Checksum;
+        case nmea::SentenceFault::None:
+            break;
+    }
+    m_eKind = LineKind::Other;
+    const auto* pSentence = nmea::FindSentence<SentenceRoad>(m_sSentence);
+    if (pSentence) (this->*pSentence->pDecode)(OnlyPort);
+    m_bLastVdm = pSentence && pSentence->pDecode == &SentenceRoad::VdmDecode;
+    return m_eKind;
+}
+
+void SentenceRoad::Finish() {
+    if (m_bWaiting) m_tCollector.Message(m_tReport);
+    m_bWaiting = false;
+}
+
+// Levels belong to the newest message; later ones take the place of earlier ones, as in its row of the table.
+void SentenceRoad::PnmlsDecode(runtime::PortIndex) {
+    decoders::SignalSentence t;
+    const bool bGood = decoders::SignalSplit(m_sSentence, t).empty();
+    m_eKind = bGood ? LineKind::Signal : LineKind::BadSignal;
+    if (!bGood || !m_bLastVdm || !m_bWaiting) return;
+    m_tReport.bLevels = true;
+    m_tReport.tLevels = {runtime::LeadingNumber(t.sSignal), runtime::LeadingNumber(t.sThreshold)};
+}
+
+void SentenceRoad::VdmDecode(runtime::PortIndex) {
+    const decoders::VdmTaken t = decoders::VdmTake(m_sSentence, m_tVdmMessage);
+    m_eKind = t.sError.empty() ? LineKind::Message : LineKind::BadMessage;
+    if (t.bComplete) Keep(t.sChannel);
+}
+
+void SentenceRoad::Keep(std::string_view sChannel) {
+    Finish();
+    const auto& lData = m_tVdmMessage.lData;
+    // Few messages are longer than a position report, whose fields end at 23.
+    const auto lCount = static_cast<std::size_t>(std::max(m_tVdmMessage.lLength, LastPositionCharacter)) + 1;
+    std::copy_n(lData.begin(), std::min(lCount, m_lData.size()), m_lData.begin());
+    Report& t = m_tReport;
+    t.dt = m_dt;
+    t.eChannel = ChannelOf(sChannel);
+    t.lData = m_lData;
+    t.lLength = m_tVdmMessage.lLength;
+    t.lType = m_lData[1];
+    t.lMmsi = decoders::VdmMmsi(t.lData);
+    t.iShip = m_tShips.Find(t.lMmsi, t.bNewShip);
+    t.bLevels = false;
+    KeepPosition();
+    m_bWaiting = true;
+}
+
+// A message too short for its position has none: what the store still holds of others is not its own.
+void SentenceRoad::KeepPosition() {
+    Report& t = m_tReport;
+    t.bPosition = t.bRange = false;
+    t.bOwnPosition = m_tOwn.Get().has_value();
+    if (t.lLength < LastPositionCharacter || decoders::LayoutOf(t.lType) == decoders::VdmLayout::None) return;
+    t.dLatitude = decoders::VdmLatitudeDegrees(t.lData);
+    t.dLongitude = decoders::VdmLongitudeDegrees(t.lData);
+    // "Not available" lies outside as well.
+    t.bPosition = std::fabs(t.dLatitude) <= GreatestLatitude && std::fabs(t.dLongitude) <= GreatestLongitude;
+    if (!t.bPosition || !t.bOwnPosition) return;
+    try {
+        const nav::Position& tOwn = *m_tOwn.Get();
+        t.tFromUs = nav::RangeBearing(tOwn.dLatitude, tOwn.dLongitude, t.dLatitude, t.dLongitude);
+        t.bRange = t.tFromUs.dRange == t.tFromUs.dRange;  // not-a-number a hair from the own position
+    } catch (const nav::DivisionByZero&) {
+    }
+}
+
+void SentenceRoad::GllDecode(runtime::PortIndex) { KeepGps(decoders::DecodeGll(m_sSentence)); }
+
+void SentenceRoad::RmcDecode(runtime::PortIndex) { KeepGps(decoders::DecodeRmc(m_sSentence)); }
+
+void SentenceRoad::KeepGps(const decoders::GpsPosition& t) {
+    m_eKind = t.sError.empty() ? LineKind::Gps : LineKind::BadGps;
+    if (t.sError.empty()) m_tOwn.Take(t);
+}
+
+}  // namespace report

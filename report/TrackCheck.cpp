@@ -1,0 +1,44 @@
+// Distances on a flat chart: exact enough to tell a ship from a jump.
+#include "report/TrackCheck.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <numbers>
+
+namespace report {
+
+namespace {
+
+constexpr double MilesPerDegree = 60;
+constexpr double SecondsPerHour = 3600;
+
+}  // namespace
+
+bool TrackCheck::Jumps(const Report& t) {
+    const auto iShip = static_cast<std::size_t>(t.iShip);
+    if (iShip >= m_tTracks.size()) m_tTracks.resize(iShip + 1);
+    Track& tTrack = m_tTracks[iShip];
+    const Place tHere{t.dt.lSeconds, t.dLatitude, t.dLongitude, true};
+    const bool bAgrees = tTrack.tDoubtful.bKnown && Reaches(tTrack.tDoubtful, tHere);
+    if (tTrack.tGood.bKnown && !bAgrees && !Reaches(tTrack.tGood, tHere)) {
+        tTrack.tDoubtful = tHere;
+        return true;
+    }
+    tTrack.tGood = tHere;
+    tTrack.tDoubtful.bKnown = false;
+    return false;
+}
+
+bool TrackCheck::Reaches(const Place& tFrom, const Place& tTo) {
+    const auto dSeconds = static_cast<double>(std::llabs(tTo.lSeconds - tFrom.lSeconds));
+    const double dAllowed = SlackMiles + FastestKnots / SecondsPerHour * dSeconds;
+    const double dNorth = std::fabs(tTo.dLatitude - tFrom.dLatitude) * MilesPerDegree;
+    double dEast = std::fabs(tTo.dLongitude - tFrom.dLongitude);
+    if (dEast > 180) dEast = 360 - dEast;
+    dEast *= MilesPerDegree;
+    if (dNorth + dEast <= dAllowed) return true;  // nearly always; degrees of longitude are no longer than this
+    dEast *= std::cos(tFrom.dLatitude * std::numbers::pi / 180);
+    return std::hypot(dNorth, dEast) <= dAllowed;
+}
+
+}  // namespace report

@@ -1,0 +1,69 @@
+// What a result is made of, however it is written: groups of named figures, tables, and notes that stand beside them.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace report {
+
+struct Number {
+    double dValue;
+    int iDecimals;
+};
+// Nothing stands for what is not known; it is never written as 0.
+using Cell = std::variant<std::monostate, std::string, std::int64_t, Number>;
+
+struct Field {
+    std::string sKey;    // for programs
+    std::string sLabel;  // for people
+    Cell tValue;
+    std::string sUnit{};
+};
+
+struct Column {
+    std::string sKey;
+    std::string sHeader;
+    int iWidth;          // characters that its texts usually have
+    bool bLeft = false;  // texts stand at the left, figures at the right
+};
+
+enum class Format { Text, Csv, Json };
+
+class Writer {
+public:
+    virtual ~Writer() = default;
+    // CSV knows one table in a file: a result then writes the one that says most.
+    virtual bool OneTable() const { return false; }
+    virtual void Fields(const std::string& sKey, const std::string& sTitle, const std::vector<Field>& tFields) = 0;
+    // Rows can be written while the files are still being read.
+    virtual void BeginTable(const std::string& sKey, const std::string& sTitle, std::vector<Column> tColumns) = 0;
+    virtual void Row(const std::vector<Cell>& tCells) = 0;
+    virtual void EndTable() = 0;
+    // A rule behind a figure, or what cannot be said and why.
+    virtual void Note(const std::string& sText) = 0;
+    virtual void End() = 0;
+};
+
+// Where a writer's text goes. Raises std::runtime_error with the system's words when it cannot be written.
+class Sink {
+public:
+    explicit Sink(int iDescriptor) : m_iDescriptor(iDescriptor) {}
+    void Write(std::string_view s);
+    void Flush();
+
+private:
+    int m_iDescriptor;
+    std::string m_sBuffer;
+};
+
+// sCommand stands in JSON. CSV's notes go to tNotes, which is no part of the result.
+std::unique_ptr<Writer> MakeWriter(Format e, const std::string& sCommand, Sink& tResult, Sink& tNotes);
+std::unique_ptr<Writer> MakeJsonWriter(const std::string& sCommand, Sink& tResult);
+
+// A figure as text and CSV show it; nothing is sNothing.
+std::string CellText(const Cell& t, const char* sNothing);
+
+}  // namespace report
