@@ -9,7 +9,6 @@ namespace report {
 void Distribution::Add(double dValue) {
     ++CountOf(std::lround(std::clamp(dValue, -Limit, Limit) * StepsPerOne));
     ++m_lCount;
-    m_dSum += dValue;
 }
 
 void Distribution::Add(const Distribution& t) {
@@ -17,7 +16,6 @@ void Distribution::Add(const Distribution& t) {
         if (t.m_lCounts[i] > 0) CountOf(t.m_lFirst + static_cast<std::int64_t>(i)) += t.m_lCounts[i];
     }
     m_lCount += t.m_lCount;
-    m_dSum += t.m_dSum;
 }
 
 std::uint32_t& Distribution::CountOf(std::int64_t lStep) {

@@ -21,8 +21,6 @@ public:
     double Quantile(double dShare) const;
     double Median() const { return Quantile(0.5); }
     double Greatest() const { return Quantile(1); }
-    // Of the values before they were rounded. Not while Empty().
-    double Mean() const { return m_dSum / static_cast<double>(m_lCount); }
 
 private:
     std::uint32_t& CountOf(std::int64_t lStep);
@@ -30,7 +28,6 @@ private:
     std::vector<std::uint32_t> m_lCounts;  // of m_lFirst, the next step, ...
     std::int64_t m_lFirst = 0;
     std::int64_t m_lCount = 0;
-    double m_dSum = 0;
 };
 
 }  // namespace report

@@ -16,7 +16,6 @@ public:
     explicit OwnPosition(nav::Position t) : m_tPosition(t), m_bFixed(true) {}
 
     const std::optional<nav::Position>& Get() const { return m_tPosition; }
-    bool Fixed() const { return m_bFixed; }
     // Takes a decoded position over, to the hundredth of a minute that the window keeps of it.
     void Take(const decoders::GpsPosition& t);
 

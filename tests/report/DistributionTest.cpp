@@ -48,11 +48,9 @@ void DistributionTest::anyValuesGiveWhatSortingGives() {
     for (int iRound = 0; iRound < 200; ++iRound) {
         report::Distribution t;
         std::vector<double> dValues(1 + tChance() % 300);
-        double dSum = 0;
         for (double& d : dValues) {
             d = static_cast<double>(tChance() % 4000) / 10.0 - 200;
             t.Add(d);
-            dSum += d;
         }
         std::ranges::sort(dValues);
         for (const double dShare : {0.05, 0.25, 0.5, 0.75, 0.95, 1.0}) {
@@ -60,7 +58,6 @@ void DistributionTest::anyValuesGiveWhatSortingGives() {
             const double dExpected = dValues[static_cast<std::size_t>(dRank) - 1];
             QVERIFY(std::fabs(t.Quantile(dShare) - dExpected) < 1e-9);
         }
-        QVERIFY(std::fabs(t.Mean() - dSum / static_cast<double>(dValues.size())) < 1e-9);
     }
 }
 
