@@ -86,9 +86,9 @@ Options OptionsOf(const Words& t) {
 // The command's place among the words may be left out.
 std::vector<std::string> WithCommand(int iCount, const char* const* sWords) {
     std::vector<std::string> s(sWords + std::min(iCount, 1), sWords + iCount);
-    const auto bNames = [&](const Command& t) { return !s.empty() && s[0] == t.sName; };
+    const auto Names = [&](const Command& t) { return !s.empty() && s[0] == t.sName; };
     const bool bOwn = s.empty() || s[0] == "--help" || s[0] == "-h" || s[0] == "--version";
-    if (!bOwn && std::ranges::none_of(Commands(), bNames)) s.insert(s.begin(), Commands().front().sName);
+    if (!bOwn && std::ranges::none_of(Commands(), Names)) s.insert(s.begin(), Commands().front().sName);
     std::ranges::reverse(s);  // as CLI11 wants them
     return s;
 }

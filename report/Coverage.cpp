@@ -71,7 +71,7 @@ bool Coverage::Finish() {
 }
 
 void Coverage::WriteNotes() const {
-    const auto fCount = [](std::int64_t l) { return std::to_string(l); };
+    const auto CountText = [](std::int64_t l) { return std::to_string(l); };
     if (m_lPositions == 0) return m_tWriter.Note("No message tells a position: nothing can be said of the range.");
     if (m_lNoOwnPosition > 0 && m_tAll.tRange.Empty()) {
         return m_tWriter.Note(
@@ -84,14 +84,14 @@ void Coverage::WriteNotes() const {
     m_tWriter.Note(m_bPosition ? "Ranges are from the position that --position tells."
                                : "Ranges are from the GPS position in the files.");
     m_tWriter.Note(
-        fCount(m_lJumps) + " of " + fCount(m_lPositions) +
+        CountText(m_lJumps) + " of " + CountText(m_lPositions) +
         " positions were dropped as jumps: farther from the ship's last one than 102.2 knots and 1 nm allow.");
     if (m_lNoOwnPosition > 0) {
-        m_tWriter.Note(fCount(m_lNoOwnPosition) + " positions came before the first own one and are left out.");
+        m_tWriter.Note(CountText(m_lNoOwnPosition) + " positions came before the first own one and are left out.");
     }
     if (m_lNoBearing > 0) {
         m_tWriter.Note(
-            fCount(m_lNoBearing) +
+            CountText(m_lNoBearing) +
             " positions have no bearing (the own one, or due north or south of it to the last digit) and are "
             "left out.");
     }

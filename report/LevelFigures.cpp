@@ -13,9 +13,9 @@ LevelScale::LevelScale(bool bRaw) : m_bRaw(bRaw) {
 
 double LevelScale::ShowOne(double dLevel) const {
     if (m_bRaw) return dLevel;
-    const auto fWhole = [&] { return static_cast<std::size_t>(dLevel); };
-    if (dLevel >= 0 && dLevel < static_cast<double>(m_dDbm.size()) && static_cast<double>(fWhole()) == dLevel) {
-        return m_dDbm[fWhole()];
+    const auto Whole = [&] { return static_cast<std::size_t>(dLevel); };
+    if (dLevel >= 0 && dLevel < static_cast<double>(m_dDbm.size()) && static_cast<double>(Whole()) == dLevel) {
+        return m_dDbm[Whole()];
     }
     return decoders::SignalToDbm(std::to_string(dLevel));
 }

@@ -46,15 +46,15 @@ std::string IsoText(runtime::DateTime dt) {
 }
 
 std::string DurationText(std::int64_t lSeconds) {
-    const auto fTwo = [](std::int64_t lWhole, const char* sWhole, std::int64_t lPart, const char* sPart) {
+    const auto TwoUnits = [](std::int64_t lWhole, const char* sWhole, std::int64_t lPart, const char* sPart) {
         std::string s = std::to_string(lWhole) + sWhole;
         if (lPart > 0) s += " " + std::to_string(lPart) + sPart;
         return s;
     };
-    if (lSeconds >= Day) return fTwo(lSeconds / Day, " d", lSeconds % Day / Hour, " h");
-    if (lSeconds >= Hour) return fTwo(lSeconds / Hour, " h", lSeconds % Hour / Minute, " min");
+    if (lSeconds >= Day) return TwoUnits(lSeconds / Day, " d", lSeconds % Day / Hour, " h");
+    if (lSeconds >= Hour) return TwoUnits(lSeconds / Hour, " h", lSeconds % Hour / Minute, " min");
     if (lSeconds < Minute) return std::to_string(lSeconds) + " s";
-    return fTwo(lSeconds / Minute, " min", lSeconds % Minute, " s");
+    return TwoUnits(lSeconds / Minute, " min", lSeconds % Minute, " s");
 }
 
 }  // namespace report

@@ -181,7 +181,7 @@ bool Reception::Finish() {
 }
 
 void Reception::WriteNotes() const {
-    const auto fNote = [this](std::int64_t l, const std::string& sText) {
+    const auto NoteCount = [this](std::int64_t l, const std::string& sText) {
         if (l > 0) m_tWriter.Note(std::to_string(l) + sText);
     };
     const std::string sGap = std::to_string(static_cast<int>(m_dGap));
@@ -207,11 +207,11 @@ void Reception::WriteNotes() const {
     m_tWriter.Note("A receiver that listens to one channel at a time hears half of the reports at best.");
     m_tWriter.Note("Of " + std::to_string(m_lReports) + " position reports (types 1, 2, 3, 18) and " +
                    std::to_string(m_lPairs) + " pairs of them were left out, if any:");
-    fNote(m_lAssigned, " reports in assigned mode");
-    fNote(m_lNoRange, " reports without range or dropped as jumps");
-    fNote(m_lNoInterval, " reports that tell no speed");
-    fNote(m_lGaps, " pairs more than " + sGap + " intervals apart, or at a clock set back");
-    fNote(m_lTurning, " pairs that began in a turn");
+    NoteCount(m_lAssigned, " reports in assigned mode");
+    NoteCount(m_lNoRange, " reports without range or dropped as jumps");
+    NoteCount(m_lNoInterval, " reports that tell no speed");
+    NoteCount(m_lGaps, " pairs more than " + sGap + " intervals apart, or at a clock set back");
+    NoteCount(m_lTurning, " pairs that began in a turn");
     if (m_lChanged > 0)
         m_tWriter.Note(
             std::to_string(m_lChanged) +

@@ -14,7 +14,7 @@ bool RecordReader::Next(Record& t) {
     t.sSentence = {};
     t.tLine = {LineKind::TooLong, m_dtLast, m_bTimed, false};
     if (eFound == LineReader::Found::TooLong) return true;
-    const auto& dt = m_tStamps.Read(sLine);
+    const auto dt = m_tStamps.Read(sLine);
     t.tLine.eKind = LineKind::NoStamp;
     if (!dt) return true;
     const runtime::DateTime dtBefore = std::exchange(m_dtLast, *dt);

@@ -47,7 +47,7 @@ ReportList::ReportList(const Options& tOptions, Writer& tWriter) : m_tScale(tOpt
 
 void ReportList::Message(const Report& t) {
     ++m_lReports;
-    const auto tNumber = [](bool bThere, double d, int iDecimals) {
+    const auto NumberCell = [](bool bThere, double d, int iDecimals) {
         return bThere && !std::isnan(d) ? Cell(Number{d, iDecimals}) : Cell();
     };
     const decoders::VdmLayout eLayout = decoders::LayoutOf(t.lType);
@@ -56,13 +56,13 @@ void ReportList::Message(const Report& t) {
     const bool bTurns = bWhole && eLayout == decoders::VdmLayout::ClassA;
     const ShownLevels tLevels = t.bLevels ? m_tScale.Show(t.tLevels) : ShownLevels{};
     m_tWriter.Row({IsoText(t.dt), std::string(ChannelNames[static_cast<std::size_t>(t.eChannel)]),
-                   std::int64_t{t.lType}, std::int64_t{t.lMmsi}, tNumber(t.bPosition, t.dLatitude, DegreeDecimals),
-                   tNumber(t.bPosition, t.dLongitude, DegreeDecimals), tNumber(t.bRange, t.tFromUs.dRange, 1),
-                   tNumber(t.bRange, t.tFromUs.dBearing, 1), FieldCell(bTurns, decoders::VdmRateOfTurn(t.lData), 1),
+                   std::int64_t{t.lType}, std::int64_t{t.lMmsi}, NumberCell(t.bPosition, t.dLatitude, DegreeDecimals),
+                   NumberCell(t.bPosition, t.dLongitude, DegreeDecimals), NumberCell(t.bRange, t.tFromUs.dRange, 1),
+                   NumberCell(t.bRange, t.tFromUs.dBearing, 1), FieldCell(bTurns, decoders::VdmRateOfTurn(t.lData), 1),
                    FieldCell(bMoves, decoders::VdmSpeed(t.lData), 1),
                    FieldCell(bMoves, decoders::VdmCourse(t.lData), 1),
-                   FieldCell(bMoves, decoders::VdmHeading(t.lData), 0), tNumber(t.bLevels, tLevels.dSignal, 1),
-                   tNumber(t.bLevels, tLevels.dThreshold, 1), tNumber(t.bLevels, tLevels.dSnr, 1)});
+                   FieldCell(bMoves, decoders::VdmHeading(t.lData), 0), NumberCell(t.bLevels, tLevels.dSignal, 1),
+                   NumberCell(t.bLevels, tLevels.dThreshold, 1), NumberCell(t.bLevels, tLevels.dSnr, 1)});
 }
 
 bool ReportList::Finish() {

@@ -15,18 +15,18 @@ namespace {
 bool TellEnds(const std::vector<FileEnd>& tEnds, Writer& tWriter, Sink& tNotes) {
     bool bGood = true;
     for (const FileEnd& t : tEnds) {
-        const auto fTell = [&](const std::string& sText) {
+        const auto Tell = [&](const std::string& sText) {
             const std::string sNote = t.sFile + ": " + sText;
             tWriter.Note(sNote);
             tNotes.Write("tidewatch-report: " + sNote + "\n");
             bGood = false;
         };
-        if (t.sFault.empty() && t.lLines == 0 && !t.bUnfinished) fTell("is empty");
-        if (!t.sFault.empty() && t.lLines == 0) fTell(t.sFault);
+        if (t.sFault.empty() && t.lLines == 0 && !t.bUnfinished) Tell("is empty");
+        if (!t.sFault.empty() && t.lLines == 0) Tell(t.sFault);
         if (!t.sFault.empty() && t.lLines > 0) {
-            fTell(t.sFault + " - " + std::to_string(t.lLines) + " lines before that were read");
+            Tell(t.sFault + " - " + std::to_string(t.lLines) + " lines before that were read");
         }
-        if (t.lLines > 0 && t.lStamped == 0) fTell("no line begins with a date and time, this is no record file");
+        if (t.lLines > 0 && t.lStamped == 0) Tell("no line begins with a date and time, this is no record file");
         if (t.bUnfinished) tWriter.Note(t.sFile + ": the last line has no end yet and was left.");
     }
     return bGood;

@@ -18,7 +18,7 @@ namespace report {
 
 namespace {
 
-constexpr runtime::PortIndex OnlyPort = 0;             // the file does not tell of ports
+constexpr runtime::PortIndex OnlyPort = 0;          // the file does not tell of ports
 constexpr std::int32_t LastPositionCharacter = 23;  // of every type with a position
 constexpr double GreatestLatitude = 90;
 constexpr double GreatestLongitude = 180;
@@ -48,9 +48,9 @@ LineKind SentenceRoad::Dispatch() {
             break;
     }
     m_eKind = LineKind::Other;
-    const auto* pSentence = nmea::FindSentence<SentenceRoad>(m_sSentence);
-    if (pSentence) (this->*pSentence->pDecode)(OnlyPort);
-    m_bLastVdm = pSentence && pSentence->pDecode == &SentenceRoad::VdmDecode;
+    const auto pDecode = nmea::FindDecoder<SentenceRoad>(m_sSentence);
+    if (pDecode) (this->*pDecode)(OnlyPort);
+    m_bLastVdm = pDecode == &SentenceRoad::VdmDecode;
     return m_eKind;
 }
 
@@ -70,9 +70,10 @@ void SentenceRoad::PnmlsDecode(runtime::PortIndex) {
 }
 
 void SentenceRoad::VdmDecode(runtime::PortIndex) {
-    const decoders::VdmTaken t = decoders::VdmTake(m_sSentence, m_tVdmMessage);
-    m_eKind = t.sError.empty() ? LineKind::Message : LineKind::BadMessage;
-    if (t.bComplete) Keep(t.sChannel);
+    decoders::VdmSentence t;
+    const bool bGood = decoders::VdmTake(m_sSentence, m_tVdmMessage, t).empty();
+    m_eKind = bGood ? LineKind::Message : LineKind::BadMessage;
+    if (bGood && t.CompletesMessage()) Keep(t.sChannel);
 }
 
 void SentenceRoad::Keep(std::string_view sChannel) {

@@ -43,13 +43,13 @@ public:
     runtime::DateTime Head() const { return m_dtHead; }
 
     // Its lines up to that time, in their order.
-    template <class Pause>
-    void Play(runtime::DateTime dtUpTo, const Pause& tPause) {
+    template <class Function>
+    void Play(runtime::DateTime dtUpTo, const Function& Pause) {
         if (!m_pReader && !m_bDone) Advance();
         while (!m_bDone && m_dtHead <= dtUpTo) {
             m_tRoad.Take(m_tRecord.tLine, m_tRecord.sSentence);
             Advance();
-            if ((tEnd.lLines & (LinesPerProgress - 1)) == 0) tPause();
+            if ((tEnd.lLines & (LinesPerProgress - 1)) == 0) Pause();
         }
     }
 
@@ -112,20 +112,20 @@ Sequence::Source* Sequence::Earliest(runtime::DateTime& dtOther) {
     return pEarliest;
 }
 
-void Sequence::Play(Collector& tCollector, const Progress& tProgress) {
+void Sequence::Play(Collector& tCollector, const Progress& ShowProgress) {
     std::int64_t lBytes = 0;
     for (const std::string& sFile : m_sFiles) {
         m_tSources.push_back(std::make_unique<Source>(sFile, SentenceRoad(m_tOwn, m_tShips, tCollector), tCollector));
         lBytes += m_tSources.back()->Bytes();
     }
-    const auto tPause = [&] {
+    const auto Pause = [&] {
         std::int64_t lTaken = 0;
         for (const auto& p : m_tSources) lTaken += p->BytesTaken();
-        tProgress(lBytes > 0 ? static_cast<double>(lTaken) / static_cast<double>(lBytes) : -1);
+        ShowProgress(lBytes > 0 ? static_cast<double>(lTaken) / static_cast<double>(lBytes) : -1);
     };
     for (const auto& p : m_tSources) p->Prepare(m_tSources.size() == 1);
     runtime::DateTime dtOther;
-    while (Source* p = Earliest(dtOther)) p->Play(dtOther, tPause);
+    while (Source* p = Earliest(dtOther)) p->Play(dtOther, Pause);
 }
 
 std::vector<FileEnd> Sequence::Ends() const {

@@ -26,13 +26,13 @@ struct FileEnd {
 
 class Sequence {
 public:
-    // tProgress gets the share of all bytes that has been read, 0 to 1, or less than 0 where that is not known.
+    // Gets the share of all bytes that has been read, 0 to 1, or less than 0 where that is not known.
     using Progress = std::function<void(double)>;
 
     Sequence(const std::vector<std::string>& sFiles, const OwnPosition& tOwn);
     ~Sequence();
 
-    void Play(Collector& tCollector, const Progress& tProgress);
+    void Play(Collector& tCollector, const Progress& ShowProgress);
     // In the order of the files, after Play.
     std::vector<FileEnd> Ends() const;
 

@@ -64,12 +64,12 @@ bool StationCounts::Finish() {
                           {"theirs_greatest", "most", 5},
                           {"told", "told", 8},
                           {"telling", "by", 6}});
-    const auto tQuantile = [](const Distribution& t, double d) {
+    const auto QuantileCell = [](const Distribution& t, double d) {
         return t.Empty() ? Cell() : Cell(Number{t.Quantile(d), 0});
     };
     for (const auto& [dt, t] : m_tPeriods) {
-        m_tWriter.Row({IsoText(dt), tQuantile(t.tOurs, 0.5), tQuantile(t.tOurs, 1), t.lOurs, tQuantile(t.tTheirs, 0.5),
-                       tQuantile(t.tTheirs, 1), t.tTheirs.Count(), t.lTelling});
+        m_tWriter.Row({IsoText(dt), QuantileCell(t.tOurs, 0.5), QuantileCell(t.tOurs, 1), t.lOurs,
+                       QuantileCell(t.tTheirs, 0.5), QuantileCell(t.tTheirs, 1), t.tTheirs.Count(), t.lTelling});
     }
     m_tWriter.EndTable();
     if (!m_tWriter.OneTable()) WriteSenders();

@@ -26,7 +26,6 @@ Cell TimeCell(bool bKnown, runtime::DateTime dt) {
 }
 
 void WriteRecording(const SummaryFigures& t, Writer& tWriter) {
-    const auto fPlural = [](std::int64_t l, const char* s) { return std::to_string(l) + s; };
     std::vector<Field> tFields = {
         {"from", "from", TimeCell(t.bTimed, t.dtFirst)},
         {"to", "to", TimeCell(t.bTimed, t.dtLast)},
@@ -40,7 +39,7 @@ void WriteRecording(const SummaryFigures& t, Writer& tWriter) {
     for (std::size_t i = 0; i < LineKindCount; ++i) {
         tFields.push_back({LineKindNames[i].sKey, LineKindNames[i].sLabel, t.lLines[i]});
     }
-    tFields.push_back({"bad", "bad, altogether", t.BadLines(), t.Lines() > 0 ? "of " + fPlural(t.Lines(), "") : ""});
+    tFields.push_back({"bad", "bad, altogether", t.BadLines(), t.Lines() > 0 ? "of " + std::to_string(t.Lines()) : ""});
     tWriter.Fields("lines", "Lines", tFields);
 }
 
@@ -76,18 +75,19 @@ void WriteLevels(const SummaryFigures& t, const LevelScale& tScale, Writer& tWri
                         {"median", "median", 7},
                         {"upper_quartile", "75 %", 7},
                         {"best", "best", 7}});
-    const auto fRow = [&](const std::string& sChannel, const char* sFigure, const char* sUnit, const Distribution& td) {
+    const auto WriteRow = [&](const std::string& sChannel, const char* sFigure, const char* sUnit,
+                              const Distribution& td) {
         tWriter.Row({sChannel, sFigure, sUnit, td.Count(), QuantileCell(td, LowerQuartile), QuantileCell(td, 0.5),
                      QuantileCell(td, UpperQuartile), QuantileCell(td, 1)});
     };
-    const auto fRows = [&](const std::string& sChannel, const LevelFigures& tLevels) {
-        fRow(sChannel, "signal", tScale.Unit(), tLevels.tSignal);
-        fRow(sChannel, "threshold", tScale.Unit(), tLevels.tThreshold);
-        fRow(sChannel, "SNR", tScale.SnrUnit(), tLevels.tSnr);
+    const auto WriteRows = [&](const std::string& sChannel, const LevelFigures& tLevels) {
+        WriteRow(sChannel, "signal", tScale.Unit(), tLevels.tSignal);
+        WriteRow(sChannel, "threshold", tScale.Unit(), tLevels.tThreshold);
+        WriteRow(sChannel, "SNR", tScale.SnrUnit(), tLevels.tSnr);
     };
-    fRows("all", t.AllLevels());
+    WriteRows("all", t.AllLevels());
     for (std::size_t i = 0; i < ChannelCount; ++i) {
-        if (t.lChannels[i] > 0) fRows(std::string(ChannelNames[i]), t.tLevels[i]);
+        if (t.lChannels[i] > 0) WriteRows(std::string(ChannelNames[i]), t.tLevels[i]);
     }
     tWriter.EndTable();
 }

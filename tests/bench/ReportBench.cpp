@@ -30,12 +30,12 @@ double ProcessorSeconds() {
 }
 
 // The median of some rounds.
-template <class Work>
-double Rate(const Work& tWork) {
+template <class Function>
+double Rate(const Function& Work) {
     std::vector<double> dRates;
     for (int i = 0; i < Rounds; ++i) {
         const double dStart = ProcessorSeconds();
-        tWork();
+        Work();
         dRates.push_back(static_cast<double>(Lines) / (ProcessorSeconds() - dStart));
     }
     std::ranges::sort(dRates);
