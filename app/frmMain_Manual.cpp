@@ -9,7 +9,7 @@ void frmMain::ShowManual() {
     if (sManual.isEmpty()) {
         ShowError("Manual - not found where the program is installed");
     } else if (!m_tPlatform.OpenDocument(sManual)) {
-        ShowError("Manual - no program opens " + toolkit::ToLatin1(sManual));
+        ShowWholeError(QStringLiteral("Manual - no program opens ") + sManual);
     }
 }
 

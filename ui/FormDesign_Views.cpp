@@ -54,6 +54,7 @@ void FormDesign::DesignViews() {
     chkTargetTrack.setText(QStringLiteral("Trac&k"));
     chkTargetTrack.setToolTip(QStringLiteral("Track Selected Target"));
     cmbTargetTarget.setAccessibleName(QStringLiteral("Selected target"));
+    cmbTargetTarget.lineEdit()->setAccessibleName(QStringLiteral("Selected target"));
     AddLabel(cmbTargetDetail, QStringLiteral("&Detail"));
     AddLabel(cmbTargetSort, QStringLiteral("Sort b&y"));
     AddLabel(cmbTargetTarget, QStringLiteral("Tar&get"));

@@ -5,10 +5,12 @@
 #include <QToolButton>
 
 #include "platform/toolkit/PanelLabel.h"
+#include "platform/toolkit/ReaderAccess.h"
 
 namespace toolkit {
 
 ButtonBar::ButtonBar(QWidget* pParent) : QToolBar(pParent) {
+    InstallReaderAccess();
     setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     setMovable(false);
     setFloatable(false);

@@ -5,9 +5,12 @@
 #include <QStyleOptionTabWidgetFrame>
 #include <QStylePainter>
 
+#include "platform/toolkit/ReaderAccess.h"
+
 namespace toolkit {
 
 TabControl::TabControl(QWidget* pParent) : QWidget(pParent), m_pBar(new QTabBar(this)) {
+    InstallReaderAccess();  // before any page is there to be asked about
     m_pBar->setDrawBase(false);
     m_pBar->setUsesScrollButtons(true);
     m_pBar->setExpanding(false);
@@ -28,6 +31,7 @@ TabControl::TabControl(QWidget* pParent) : QWidget(pParent), m_pBar(new QTabBar(
 
 QWidget* TabControl::AddTab(const QString& sCaption) {
     auto* pPage = new QWidget(this);
+    pPage->setAccessibleName(sCaption);
     pPage->setVisible(m_pPages.empty());
     m_pPages.push_back(pPage);
     m_pBar->addTab(sCaption);
