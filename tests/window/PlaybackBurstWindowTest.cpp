@@ -5,8 +5,11 @@
 #include "tests/support/Bytes.h"
 #include "tests/support/PrintString.h"
 #include "tests/support/TestWindow.h"
+#include "tests/window/Buttons.h"
 
+using support::Buttons;
 using support::Bytes;
+using support::Stopped;
 using support::TestWindow;
 using support::World;
 
@@ -17,19 +20,6 @@ constexpr const char* Report = "!AIVDM,1,1,,A,15M67F@uQqG?w<hK?Mu8iFv00000,0*7B"
 std::string Line(const char* sTime, std::string_view sSentence) {
     return std::string("03/07/2005 ") + sTime + " " + std::string(sSentence) + "\r\n";
 }
-
-std::string Buttons(const TestWindow& t) {
-    std::string sState;
-    for (const char* sKey : {"Start", "Stop", "Record", "Playback", "Playback Burst"}) {
-        if (!sState.empty()) sState += ' ';
-        sState += sKey;
-        if (t.Toolbar.Action(QLatin1String(sKey)).isEnabled()) sState += '+';
-        if (t.Toolbar.Action(QLatin1String(sKey)).isChecked()) sState += '!';
-    }
-    return sState;
-}
-
-constexpr const char* Stopped = "Start+ Stop! Record Playback+ Playback Burst+";
 
 struct Burst {
     explicit Burst(std::string_view sContent) : sFile(tWorld.Path(QStringLiteral("played.txt"))), t(tWorld) {

@@ -12,8 +12,11 @@
 #include "tests/support/Bytes.h"
 #include "tests/support/PrintString.h"
 #include "tests/support/TestWindow.h"
+#include "tests/window/Buttons.h"
 
+using support::Buttons;
 using support::Bytes;
+using support::Stopped;
 using support::TestWindow;
 using support::World;
 
@@ -33,18 +36,6 @@ std::string Clock(int iHour, int iSecond) {
     return tTwo(iHour) + ":00:" + tTwo(iSecond);
 }
 
-std::string Buttons(const TestWindow& t) {
-    std::string sState;
-    for (const char* sKey : {"Start", "Stop", "Record", "Playback", "Playback Burst"}) {
-        if (!sState.empty()) sState += ' ';
-        sState += sKey;
-        if (t.Toolbar.Action(QLatin1String(sKey)).isEnabled()) sState += '+';
-        if (t.Toolbar.Action(QLatin1String(sKey)).isChecked()) sState += '!';
-    }
-    return sState;
-}
-
-constexpr const char* Stopped = "Start+ Stop! Record Playback+ Playback Burst+";
 constexpr const char* Playing = "Start Stop+ Record Playback! Playback Burst";
 
 // A window, and a file that it is told to play.

@@ -7,7 +7,10 @@
 #include "tests/support/PrintString.h"
 #include "tests/support/PtyPort.h"
 #include "tests/support/TestWindow.h"
+#include "tests/window/Buttons.h"
 
+using support::Buttons;
+using support::Stopped;
 using support::TestWindow;
 using support::World;
 
@@ -15,19 +18,6 @@ namespace {
 
 constexpr const char* Report = "!AIVDM,1,1,,A,15M67F@uQqG?w<hK?Mu8iFv00000,0*7B";
 
-// "Start+ Stop+! ...": + for enabled, ! for pressed.
-std::string Buttons(const TestWindow& t) {
-    std::string sState;
-    for (const char* sKey : {"Start", "Stop", "Record", "Playback", "Playback Burst"}) {
-        if (!sState.empty()) sState += ' ';
-        sState += sKey;
-        if (t.Toolbar.Action(QLatin1String(sKey)).isEnabled()) sState += '+';
-        if (t.Toolbar.Action(QLatin1String(sKey)).isChecked()) sState += '!';
-    }
-    return sState;
-}
-
-constexpr const char* Stopped = "Start+ Stop! Record Playback+ Playback Burst+";
 constexpr const char* Running = "Start! Stop+ Record+ Playback Playback Burst";
 
 // The controls that are locked while ports are open.
