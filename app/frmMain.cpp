@@ -95,11 +95,11 @@ void frmMain::changeEvent(QEvent* pEvent) {
     if (m_bDesignDue) return;
     // Later: by then every control has heard of it, too.
     m_bDesignDue = true;
-    const auto tAnew = [this] {
+    const auto Anew = [this] {
         m_bDesignDue = false;
         DesignAnew();
     };
-    QMetaObject::invokeMethod(this, tAnew, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, Anew, Qt::QueuedConnection);
 }
 
 // Qt also moves the focus on when its holder is disabled or hidden. That may lead to a toolbar button, where the next

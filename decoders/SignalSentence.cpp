@@ -21,10 +21,10 @@ double SignalToDbm(std::string_view sLevel) {
 }
 
 SignalTexts ShownSignal(const SignalSentence& t, bool bDbm) {
-    const auto tShown = [bDbm](std::string_view sLevel) {
+    const auto Shown = [bDbm](std::string_view sLevel) {
         return bDbm ? runtime::Format(SignalToDbm(sLevel), runtime::PictureWhole) : std::string(sLevel);
     };
-    return {tShown(t.sSignal), tShown(t.sThreshold), t.sInterval};
+    return {Shown(t.sSignal), Shown(t.sThreshold), t.sInterval};
 }
 
 }  // namespace decoders

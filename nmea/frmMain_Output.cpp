@@ -50,9 +50,9 @@ void frmMain::OutputData(std::string_view sData, bool bHighlight) { lstOutputDat
 void frmMain::RmcFromGll() {
     if (m_sGllLatitude.empty() || m_sGllLongitude.empty() || m_sGllTime.empty()) return;
     nmea::MakeRmc(m_sLogLine, m_sGllTime, m_sGllLatitude, m_sGllLongitude, m_tPlatform.Now());
-    const std::size_t lSentence = m_sLogLine.size();
+    const std::size_t iSentence = m_sLogLine.size();
     MSCommOutput.Output(m_sLogLine.append("\r\n"));
-    OutputData(std::string_view(m_sLogLine).substr(0, lSentence), true);
+    OutputData(std::string_view(m_sLogLine).substr(0, iSentence), true);
 }
 
 }  // namespace app

@@ -38,11 +38,11 @@ private:
     // The slot of a number, or the free one where it belongs.
     std::size_t Find(std::int32_t lNumber) const {
         constexpr std::uint32_t Spread = 0x9E3779B1;  // odd, 2^32 by the golden ratio: neighbours come to lie apart
-        const std::size_t lMask = m_tSlots.size() - 1;
+        const std::size_t iMask = m_tSlots.size() - 1;
         std::uint32_t lHash = static_cast<std::uint32_t>(lNumber) * Spread;
         lHash ^= lHash >> 16;
-        std::size_t i = lHash & lMask;
-        while (m_tSlots[i].bUsed && m_tSlots[i].tItem.lNumber != lNumber) i = (i + 1) & lMask;
+        std::size_t i = lHash & iMask;
+        while (m_tSlots[i].bUsed && m_tSlots[i].tItem.lNumber != lNumber) i = (i + 1) & iMask;
         return i;
     }
     std::int32_t& Insert(std::int32_t lNumber, std::int32_t lData);

@@ -223,12 +223,12 @@ void SerialPort::Private::Receive() {
     if (!bOpen || bReceiving) return;
     const QScopedValueRollback tGuard(bReceiving, true);
     while (bOpen) {
-        const std::size_t lBefore = sInput.size();
+        const std::size_t iBefore = sInput.size();
         pDevice->ReadAll(sInput);
-        if (sInput.size() == lBefore) return;
-        const bool bNoRoom = lBefore >= MostInput;
+        if (sInput.size() == iBefore) return;
+        const bool bNoRoom = iBefore >= MostInput;
         if (!bReceiveEvents || bNoRoom) {
-            sInput.resize(lBefore);
+            sInput.resize(iBefore);
             if (bReceiveEvents && !std::exchange(bInputFull, true)) tPort.RaiseEvent(runtime::CommRxOver);
             continue;
         }
