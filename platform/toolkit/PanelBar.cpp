@@ -32,7 +32,6 @@ void PanelBar::AddPanel(const QString& sTip, const QString& sTemplate, bool bStr
     pLabel->setMargin(2);
     // A long text must not widen the window: it is cut, and whole in the tool tip.
     pLabel->setSizePolicy(bStretch ? QSizePolicy::Ignored : QSizePolicy::Preferred, QSizePolicy::Preferred);
-    pLabel->setTextInteractionFlags(Qt::TextSelectableByMouse);
     pLabel->SetTip(sTip);
     addWidget(pLabel, bStretch ? 1 : 0);
     if (bStretch) addWidget(m_pTip);  // takes its room from this panel

@@ -71,6 +71,18 @@ QSize PanelLabel::minimumSizeHint() const {
     return m_bElastic ? QSize(1, tSize.height()) : tSize;
 }
 
+// For a text that can be marked Qt keeps a document and lays it out anew whenever the text changes, which takes a good
+// part of the time that a table's rows take: so only while the mouse is here or something is marked.
+void PanelLabel::enterEvent(QEnterEvent* pEvent) {
+    setTextInteractionFlags(Qt::TextSelectableByMouse);
+    QLabel::enterEvent(pEvent);
+}
+
+void PanelLabel::leaveEvent(QEvent* pEvent) {
+    if (!hasSelectedText()) setTextInteractionFlags(Qt::NoTextInteraction);
+    QLabel::leaveEvent(pEvent);
+}
+
 void PanelLabel::paintEvent(QPaintEvent* pEvent) {
     const bool bMarked = hasSelectedText();  // by the user: drawn by whoever knows of it
     if (bMarked) QLabel::paintEvent(pEvent);

@@ -1,5 +1,5 @@
 // A line of text that takes what room it is given: cut with an ellipsis where it does not fit, and whole in its tool
-// tip then. Can show itself as an error.
+// tip then. Can be marked with the mouse, and show itself as an error.
 #pragma once
 
 #include <QLabel>
@@ -26,6 +26,8 @@ public:
     QSize minimumSizeHint() const override;
 
 protected:
+    void enterEvent(QEnterEvent* pEvent) override;
+    void leaveEvent(QEvent* pEvent) override;
     void paintEvent(QPaintEvent* pEvent) override;
     void resizeEvent(QResizeEvent* pEvent) override;
     void changeEvent(QEvent* pEvent) override;

@@ -1,6 +1,7 @@
 // The status bar's panels: texts kept at once, shown on the beat, long ones whole in the tool tip.
 #include "platform/toolkit/PanelBar.h"
 
+#include <QEnterEvent>
 #include <QImage>
 #include <QTest>
 #include <cmath>
@@ -232,7 +233,11 @@ void PanelBarTest::markedTextIsDrawnMarked() {
     t.Synchronize();
     QCoreApplication::processEvents();
     const QImage tBefore = t.Panel(2).grab().toImage();
+    QEnterEvent tEnter({5, 5}, {5, 5}, {5, 5});  // a text can be marked while the mouse is over it
+    QCoreApplication::sendEvent(&t.Panel(2), &tEnter);
     t.Panel(2).setSelection(3, 5);
+    QEvent tLeave(QEvent::Leave);  // and stays marked
+    QCoreApplication::sendEvent(&t.Panel(2), &tLeave);
     QCOMPARE(t.Panel(2).selectedText(), QStringLiteral("error"));
     const QImage tMarked = t.Panel(2).grab().toImage();
     const QColor tGround = t.palette().color(QPalette::Highlight);
