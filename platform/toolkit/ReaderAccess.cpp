@@ -58,8 +58,11 @@ QAccessibleInterface* MakeAccess(const QString& sClass, QObject* pObject) {
     auto* pButton = qobject_cast<QAbstractButton*>(pWidget);
     if (pButton == nullptr) return nullptr;
     if (sClass == QLatin1String("QCheckBox")) return new ButtonAccess(*pButton, QAccessible::CheckBox);
+    // Not what Qt makes of its own for a bar that is too narrow.
+    const bool bPlain = sClass == QLatin1String(pObject->metaObject()->className());
     const bool bInBar = qobject_cast<ButtonBar*>(pWidget->parentWidget()) != nullptr;
-    if (sClass == QLatin1String("QToolButton") && bInBar) return new ButtonAccess(*pButton, QAccessible::PushButton);
+    if (sClass == QLatin1String("QToolButton") && bPlain && bInBar)
+        return new ButtonAccess(*pButton, QAccessible::PushButton);
     return nullptr;
 }
 

@@ -114,7 +114,7 @@ def check_keyboard(eyes, program, lines):
     rig.await_that(lambda: eyes.panels()[0] == "Stopped", "Alt+T has stopped")
     rig.xdotool("key", "alt+s")
     rig.await_that(lambda: eyes.panels()[0] == "Running", "Alt+S has started")
-    start, stop = eyes.find("check box", "Start"), eyes.find("check box", "Stop")
+    start, stop = eyes.find("push button", "Start"), eyes.find("push button", "Stop")
     rig.check(eyes.has_state(start, eyes.atspi.STATE_CHECKED), "Start does not say that it is pressed")
     rig.check(not eyes.has_state(stop, eyes.atspi.STATE_CHECKED), "Stop says that it is pressed")
     # And by the action that a screen reader offers.
@@ -133,7 +133,7 @@ def main():
             check_tabs(eyes)
             check_tables(eyes)
             eyes.show_tab("Input")
-            eyes.click(eyes.find("check box", "Start"))
+            eyes.click(eyes.find("push button", "Start"))
             rig.await_that(lambda: all(line.listened() for line in lines), "the ports are open")
             time.sleep(0.3)  # what comes while a port is being opened belongs to no run
             check_traffic(eyes, lines)

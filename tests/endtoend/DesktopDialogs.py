@@ -41,7 +41,7 @@ class Person:
         self.folder = folder
 
     def press(self, caption):
-        self.eyes.click(self.eyes.find("check box", caption))
+        self.eyes.click(self.eyes.find("push button", caption))
 
     def windows(self, title):
         search = ["xdotool", "search", "--all", "--onlyvisible", "--pid", str(self.program.process.pid),

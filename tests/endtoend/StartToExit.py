@@ -31,14 +31,14 @@ def main():
             rig.await_that(lambda: eyes.panels()[0] == "Stopped", "the program is stopped at first")
             rig.check(not any(map(program.has_open, devices)), "a port is open before Start")
 
-            eyes.click(eyes.find("check box", "Start"))
+            eyes.click(eyes.find("push button", "Start"))
             rig.await_that(lambda: eyes.panels()[0] == "Running", "Start has been pressed")
             rig.check(all(map(program.has_open, devices)), "not both ports are open")
 
             eyes.show_tab("Targets")
             rig.await_that(lambda: len(eyes.rows("Targets")) > ENOUGH_ROWS, f"the table has {ENOUGH_ROWS} rows")
 
-            eyes.click(eyes.find("check box", "Stop"))
+            eyes.click(eyes.find("push button", "Stop"))
             rig.await_that(lambda: eyes.panels()[0] == "Stopped", "Stop has been pressed")
             rig.check(not any(map(program.has_open, devices)), "a port is open after Stop")
             time.sleep(0.2)  # the views take over what came last
