@@ -16,6 +16,7 @@ std::optional<runtime::DateTime> RecordStampReader::ReadAnew(std::string_view sL
     const auto dt = runtime::FromRecordStamp(sLine.substr(0, RecordStampLength));
     if (!dt) return dt;
     std::copy_n(sLine.begin(), SecondColumn, m_sMinute.begin());
+    m_bMinute = true;
     m_dtMinute = runtime::DateTime{dt->lSeconds - runtime::SecondOfDay(*dt) % 60};
     return dt;
 }

@@ -28,11 +28,11 @@ public:
     // Nothing where the first 19 characters are not a date and time.
     std::optional<runtime::DateTime> Read(std::string_view sLine) {
         if (sLine.size() < RecordStampLength) return std::nullopt;
-        if (!m_dtMinute || std::memcmp(sLine.data(), m_sMinute.data(), SecondColumn) != 0) return ReadAnew(sLine);
+        if (!m_bMinute || std::memcmp(sLine.data(), m_sMinute.data(), SecondColumn) != 0) return ReadAnew(sLine);
         const int iTens = sLine[SecondColumn] - '0';
         const int iOnes = sLine[SecondColumn + 1] - '0';
         if (iTens < 0 || iTens > 5 || iOnes < 0 || iOnes > 9) return std::nullopt;
-        return runtime::DateTime{m_dtMinute->lSeconds + iTens * 10 + iOnes};
+        return runtime::DateTime{m_dtMinute.lSeconds + iTens * 10 + iOnes};
     }
 
 private:
@@ -41,7 +41,8 @@ private:
     std::optional<runtime::DateTime> ReadAnew(std::string_view sLine);
 
     std::array<char, SecondColumn> m_sMinute{};
-    std::optional<runtime::DateTime> m_dtMinute;  // what m_sMinute says
+    runtime::DateTime m_dtMinute{};  // what m_sMinute says, once there is any
+    bool m_bMinute = false;
 };
 
 }  // namespace app

@@ -45,6 +45,7 @@ Grid::Grid(QWidget* pParent)
     horizontalHeader()->setSectionsClickable(false);
     setMouseTracking(true);
     viewport()->setMouseTracking(true);
+    viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     horizontalHeader()->viewport()->setMouseTracking(true);
     horizontalHeader()->viewport()->installEventFilter(this);
     Cells.Changed.SetListener([this] { m_pBeat->Mark(); });

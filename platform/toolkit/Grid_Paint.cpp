@@ -21,13 +21,21 @@ constexpr int GridLine = 1;  // pixels at the right and at the bottom of every c
 
 }  // namespace
 
+// The ground, too: Qt would fill that of the whole piece before, and the rows again.
 void Grid::paintEvent(QPaintEvent* pEvent) {
-    PaintEmptyHint(*viewport(), EmptyHint());
     QPainter tPainter(viewport());
+    const int iRows = m_pModel->rowCount();
+    const int iBottom = iRows > 0 ? rowViewportPosition(iRows - 1) + rowHeight(iRows - 1) : 0;
+    const QRect tCells(-horizontalOffset(), 0, horizontalHeader()->length(), iBottom);
+    for (const QRect& t : pEvent->region().subtracted(tCells)) {
+        tPainter.fillRect(t, palette().brush(ColourGroup(*this), QPalette::Base));
+    }
     QStyleOptionViewItem tOption;
     initViewItemOption(&tOption);
     const auto lLine = static_cast<QRgb>(style()->styleHint(QStyle::SH_Table_GridLineColor, &tOption, this));
     PaintRows(tPainter, pEvent->region(), QColor::fromRgba(lLine));
+    tPainter.end();
+    PaintEmptyHint(*viewport(), EmptyHint());
 }
 
 // Each row once, whatever pieces of it are to be painted: a text that is drawn over itself looks bolder.
@@ -55,9 +63,8 @@ void Grid::PaintRow(QPainter& tPainter, int iRow, const QRect& tRow, const QRect
     const QPalette::ColorGroup eGroup = ColourGroup(*this);
     const bool bSelected = selectionModel()->hasSelection() && selectionModel()->isSelected(m_pModel->index(iRow, 0));
     const bool bOdd = (tRow.top() + verticalOffset()) / tRow.height() % 2 != 0;  // all rows are equally high
-    if (bSelected || bOdd) {
-        tPainter.fillRect(tRow, palette().brush(eGroup, bSelected ? QPalette::Highlight : QPalette::AlternateBase));
-    }
+    const auto eGround = bOdd ? QPalette::AlternateBase : QPalette::Base;
+    tPainter.fillRect(tRow, palette().brush(eGroup, bSelected ? QPalette::Highlight : eGround));
     const int iLive = m_pModel->LiveRow(iRow);
     if (iLive < 0) return;  // gone since the latest beat
     tPainter.setPen(palette().color(eGroup, bSelected ? QPalette::HighlightedText : QPalette::Text));

@@ -110,9 +110,6 @@ void LogList::SetName(const QString& sName) {
     m_pName = new QLabel(sName, this);
     m_pName->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
     m_pName->setAutoFillBackground(true);
-    QFont tFont = m_pName->font();
-    tFont.setBold(true);
-    m_pName->setFont(tFont);
     PlaceName();
 }
 

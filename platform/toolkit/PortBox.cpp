@@ -44,10 +44,7 @@ QString DeviceLines(const QString& sDevice) {
 }  // namespace
 
 PortBox::PortBox(QWidget* pParent)
-    : TextBox(pParent),
-      m_tSource([] { return OfferPorts(PluggedPorts()); }),
-      m_pList(new PortList(this)),
-      m_pArrow(new QToolButton(this)) {
+    : TextBox(pParent), m_tSource([] { return OfferPorts(PluggedPorts()); }), m_pArrow(new QToolButton(this)) {
     setValidator(new PortValidator(this));
     m_pArrow->setArrowType(Qt::DownArrow);
     m_pArrow->setAutoRaise(true);
@@ -59,13 +56,19 @@ PortBox::PortBox(QWidget* pParent)
         setFocus();
         ShowOffers();
     });
+    connect(this, &QLineEdit::textEdited, this, &PortBox::Typed);
+    PlaceArrow();  // its room counts in the field's own size
+}
+
+PortList& PortBox::List() {
+    if (m_pList != nullptr) return *m_pList;
+    m_pList = new PortList(this);
     m_pList->popup()->installEventFilter(this);
     connect(m_pList, qOverload<const QString&>(&QCompleter::activated), this, [this](const QString& sName) {
         setText(sName);
         home(false);  // the end of a long name is the same for many
     });
-    connect(this, &QLineEdit::textEdited, this, &PortBox::Typed);
-    PlaceArrow();  // its room counts in the field's own size
+    return *m_pList;
 }
 
 void PortBox::SetTip(const QString& sTip) {
@@ -77,18 +80,18 @@ void PortBox::SetNote(const QString& sNote) { m_sNote = sNote; }
 
 void PortBox::ShowOffers() {
     LookUp();
-    m_pList->Open({}, text());
+    List().Open({}, text());
 }
 
 void PortBox::LookUp() {
-    m_pList->SetOffers(m_tSource());
+    List().SetOffers(m_tSource());
     m_bLookedUp = true;
 }
 
 // With the first letter; a look at what is plugged in for every one would be felt.
 void PortBox::Typed(const QString& sText) {
     if (sText.isEmpty() || !m_bLookedUp) LookUp();
-    m_pList->Open(sText);
+    List().Open(sText);
 }
 
 void PortBox::focusInEvent(QFocusEvent* pEvent) {
@@ -122,7 +125,7 @@ void PortBox::keyPressEvent(QKeyEvent* pEvent) {
 }
 
 void PortBox::mousePressEvent(QMouseEvent* pEvent) {
-    m_bPressed = pEvent->button() == Qt::LeftButton && !m_pList->IsOpen();
+    m_bPressed = pEvent->button() == Qt::LeftButton && !List().IsOpen();
     TextBox::mousePressEvent(pEvent);
 }
 

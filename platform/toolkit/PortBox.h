@@ -28,7 +28,7 @@ public:
     void SetNote(const QString& sNote);
 
     void ShowOffers();
-    const PortList& Offers() const { return *m_pList; }
+    const PortList& Offers() { return List(); }
 
 protected:
     bool event(QEvent* pEvent) override;
@@ -43,12 +43,13 @@ protected:
 
 private:
     QString DeviceTip() const;
+    PortList& List();
     void PlaceArrow();
     void LookUp();
     void Typed(const QString& sText);
 
     std::function<std::vector<PortOffer>()> m_tSource;
-    PortList* m_pList;
+    PortList* m_pList = nullptr;  // made when it is first looked at
     QToolButton* m_pArrow;
     QString m_sTip;
     QString m_sNote;
