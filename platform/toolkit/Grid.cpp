@@ -188,9 +188,9 @@ bool Grid::viewportEvent(QEvent* pEvent) {
 
 // Over the header the mouse explains columns, too. Its buttons drag and fit columns and mean no cell.
 bool Grid::eventFilter(QObject* pObject, QEvent* pEvent) {
-    QWidget* pHeader = horizontalHeader()->viewport();
-    if (pObject == pHeader && pEvent->type() == QEvent::MouseMove) {
-        TellMove(*pHeader, *static_cast<QMouseEvent*>(pEvent));
+    // The header is asked for at a move only: other events come while it is being taken down, too.
+    if (pEvent->type() == QEvent::MouseMove && pObject == horizontalHeader()->viewport()) {
+        TellMove(*horizontalHeader()->viewport(), *static_cast<QMouseEvent*>(pEvent));
     }
     return QTableView::eventFilter(pObject, pEvent);
 }

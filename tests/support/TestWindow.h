@@ -30,7 +30,7 @@ public:
     // Bytes arrive on an input port.
     void Feed(app::PortIndex i, std::string_view sData);
     // One line as it would arrive, CR LF added.
-    void FeedLine(app::PortIndex i, std::string_view sLine) { Feed(i, std::string(sLine) + "\r\n"); }
+    void FeedLine(app::PortIndex i, std::string_view sLine) { Feed(i, std::string(sLine).append("\r\n")); }
     // Each second: clock + 1, then the ticks of the clocks that run, message clock first.
     void Advance(int iSeconds);
     // Sentence without checksum to one with it, sBody begins with "$" or "!".
