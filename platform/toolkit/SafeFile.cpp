@@ -9,11 +9,16 @@
 #include <QFileInfo>
 #include <QSaveFile>
 #include <cerrno>
+#include <chrono>
 #include <cstring>
+#include <thread>
 
 namespace toolkit {
 
 namespace {
+
+constexpr int MostTries = 20;
+constexpr std::chrono::milliseconds BetweenTries(50);
 
 // A file system that knows no such order keeps what is written in its own way.
 bool BroughtToTheDisk(int iDescriptor) { return ::fsync(iDescriptor) == 0 || errno == EINVAL; }
@@ -47,7 +52,11 @@ bool ReplaceFile(const QString& sPath, std::string_view sText, QString* pReason)
 FolderLock::FolderLock(const QString& sFile)
     : m_iFolder(
           ::open(QFile::encodeName(QFileInfo(sFile).absolutePath()).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
-    if (m_iFolder >= 0) ::flock(m_iFolder, LOCK_EX);
+    if (m_iFolder < 0) return;
+    // Somebody who never lets go must not hold up the end of the program.
+    for (int i = 0; i < MostTries && ::flock(m_iFolder, LOCK_EX | LOCK_NB) != 0; ++i) {
+        std::this_thread::sleep_for(BetweenTries);
+    }
 }
 
 FolderLock::~FolderLock() {

@@ -12,7 +12,7 @@ namespace toolkit {
 bool ReplaceFile(const QString& sPath, std::string_view sText, QString* pReason = nullptr);
 
 // While it lives, nobody else who asks for it too is between reading a file of that folder and replacing it. Waits for
-// the others, who take as long as a save takes; does nothing where the folder cannot be opened.
+// the others, who take as long as a save takes, a second at the most; does nothing where the folder cannot be opened.
 class FolderLock {
 public:
     explicit FolderLock(const QString& sFile);  // any file of the folder

@@ -1,7 +1,9 @@
 // Replacing a file's content: wholly, or not at all, whatever goes wrong.
 #include "platform/toolkit/SafeFile.h"
 
+#include <fcntl.h>
 #include <sched.h>
+#include <sys/file.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -99,6 +101,8 @@ private slots:
     void contentIsReplaced();
     void contentIsOnTheDiskBeforeItTakesThePlace();
     void missingFileIsMade();
+    void lockKeepsOthersOut();
+    void lockThatIsNeverFreeIsDoneWithout();
     void permissionsAreKept_data();
     void permissionsAreKept();
     void linksAreFollowed_data();
@@ -152,6 +156,25 @@ void SafeFileTest::missingFileIsMade() {
     QVERIFY(bDone);
     QCOMPARE(Content(Path()), New);
     QCOMPARE(Permissions(Path()), 0640U);
+}
+
+void SafeFileTest::lockKeepsOthersOut() {
+    const int iFolder = ::open(QFile::encodeName(m_pFolder->path()).constData(), O_RDONLY | O_DIRECTORY);
+    QVERIFY(iFolder >= 0);
+    {
+        const toolkit::FolderLock tLock(m_pFolder->filePath(QStringLiteral("any")));
+        QVERIFY(::flock(iFolder, LOCK_EX | LOCK_NB) != 0);
+    }
+    QCOMPARE(::flock(iFolder, LOCK_EX | LOCK_NB), 0);
+    ::close(iFolder);
+}
+
+void SafeFileTest::lockThatIsNeverFreeIsDoneWithout() {
+    const int iFolder = ::open(QFile::encodeName(m_pFolder->path()).constData(), O_RDONLY | O_DIRECTORY);
+    QCOMPARE(::flock(iFolder, LOCK_EX), 0);
+    const toolkit::FolderLock tLock(m_pFolder->filePath(QStringLiteral("any")));  // goes on by itself
+    QVERIFY(toolkit::ReplaceFile(m_pFolder->filePath(QStringLiteral("any")), "saved"));
+    ::close(iFolder);
 }
 
 void SafeFileTest::permissionsAreKept_data() {
