@@ -9,6 +9,7 @@
 #include <QProxyStyle>
 #include <QTest>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "platform/toolkit/Grid.h"
 #include "platform/toolkit/LogList.h"
@@ -99,6 +100,21 @@ QString Colours(QWidget& t) {
     return QLatin1String(bRed ? "R" : "") + QLatin1String(bGreen ? "G" : "") + QLatin1String(bBlue ? "B" : "");
 }
 
+// How wide the red of a picture is, in pixels.
+int RedWidth(QWidget& t) {
+    const QImage tImage = t.grab().toImage();
+    int iFirst = tImage.width();
+    int iLast = -1;
+    for (int iY = 0; iY < tImage.height(); ++iY) {
+        for (int iX = 0; iX < tImage.width(); ++iX) {
+            if (tImage.pixelColor(iX, iY).red() - tImage.pixelColor(iX, iY).blue() < 100) continue;
+            iFirst = std::min(iFirst, iX);
+            iLast = std::max(iLast, iX);
+        }
+    }
+    return iLast - iFirst + 1;
+}
+
 }  // namespace
 
 class ViewColoursTest : public QObject {
@@ -108,6 +124,7 @@ private slots:
     void selectionIsActiveWhereverTheKeyboardIs();
     void anotherActiveWindowMakesThemInactive();
     void disabledViewsAreDrawnDisabled();
+    void headersArePlain();
     void noStyleMakesHeadersBold();
 };
 
@@ -150,6 +167,16 @@ void ViewColoursTest::disabledViewsAreDrawnDisabled() {
     t.lst.setEnabled(false);
     QCOMPARE(Colours(*t.grd.viewport()), QStringLiteral("G"));
     QCOMPARE(Colours(*t.lst.viewport()), QStringLiteral("G"));
+}
+
+void ViewColoursTest::headersArePlain() {
+    const Views t;
+    QFont tFont = t.grd.font();
+    const int iPlain = QFontMetrics(tFont).tightBoundingRect(QStringLiteral("MMMM")).width();
+    tFont.setBold(true);
+    const int iBold = QFontMetrics(tFont).tightBoundingRect(QStringLiteral("MMMM")).width();
+    QVERIFY(iBold > iPlain + 3);
+    QVERIFY(qAbs(RedWidth(*t.grd.horizontalHeader()->viewport()) - iPlain) <= 2);
 }
 
 void ViewColoursTest::noStyleMakesHeadersBold() {
