@@ -48,7 +48,8 @@ inline constexpr std::array<std::string_view, ChannelCount> ChannelNames = {"A",
 
 // A whole AIS message.
 struct Report {
-    runtime::DateTime dt;  // arrival of the completing sentence
+    std::size_t iFile = 0;  // in the order in which the files were named
+    runtime::DateTime dt;   // arrival of the completing sentence
     Channel eChannel = Channel::Other;
     std::int32_t lType = 0;
     std::int32_t lMmsi = 0;

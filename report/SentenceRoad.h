@@ -16,9 +16,11 @@ namespace report {
 
 class SentenceRoad {
 public:
-    // What several files have in common; all of it must outlive the road.
-    SentenceRoad(OwnPosition& tOwn, Ships& tShips, Collector& tCollector)
-        : m_tOwn(tOwn), m_tShips(tShips), m_tCollector(tCollector) {}
+    // The file's number, and what several files have in common; all of that must outlive the road.
+    SentenceRoad(std::size_t iFile, OwnPosition& tOwn, Ships& tShips, Collector& tCollector)
+        : m_tOwn(tOwn), m_tShips(tShips), m_tCollector(tCollector) {
+        m_tReport.iFile = iFile;
+    }
 
     // A sentence with its time; it makes a line event and perhaps a message event. tLine's kind is found out here.
     void Take(LineEvent tLine, std::string_view sSentence);

@@ -115,7 +115,8 @@ Sequence::Source* Sequence::Earliest(runtime::DateTime& dtOther) {
 void Sequence::Play(Collector& tCollector, const Progress& ShowProgress) {
     std::int64_t lBytes = 0;
     for (const std::string& sFile : m_sFiles) {
-        m_tSources.push_back(std::make_unique<Source>(sFile, SentenceRoad(m_tOwn, m_tShips, tCollector), tCollector));
+        const SentenceRoad tRoad(m_tSources.size(), m_tOwn, m_tShips, tCollector);
+        m_tSources.push_back(std::make_unique<Source>(sFile, tRoad, tCollector));
         lBytes += m_tSources.back()->Bytes();
     }
     const auto Pause = [&] {

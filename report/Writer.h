@@ -7,6 +7,8 @@
 #include <variant>
 #include <vector>
 
+#include "report/Picture.h"
+
 namespace report {
 
 struct Number {
@@ -37,11 +39,15 @@ public:
     virtual ~Writer() = default;
     // CSV knows one table in a file: a result then writes the one that says most.
     virtual bool OneTable() const { return false; }
+    // Pictures are drawn; what serves them alone need not be counted where they are not.
+    virtual bool Draws() const { return false; }
     virtual void Fields(const std::string& sKey, const std::string& sTitle, const std::vector<Field>& tFields) = 0;
     // Rows can be written while the files are still being read.
     virtual void BeginTable(const std::string& sKey, const std::string& sTitle, std::vector<Column> tColumns) = 0;
     virtual void Row(const std::vector<Cell>& tCells) = 0;
     virtual void EndTable() = 0;
+    // Between tables, and after what it shows. A picture without a single point says so in place of lines.
+    virtual void Draw(const Picture&) {}
     // A rule behind a figure, or what cannot be said and why.
     virtual void Note(const std::string& sText) = 0;
     virtual void End() = 0;
