@@ -37,7 +37,22 @@ void AppendClock(std::string& s, runtime::DateTime dtUtc) {
     runtime::AppendTwoDigits(s, l % 60);
 }
 
+// dBm = -Bend x^2 + Slope x - Lowest, x = level - Middle.
+constexpr double Bend = 0.008658;
+constexpr double Slope = 2.08658;
+constexpr double Lowest = 107.0;
+constexpr double Middle = 19.0;
+
 }  // namespace
+
+double DbmOfLevel(double dLevel) {
+    const double x = dLevel - Middle;
+    return -Bend * x * x + Slope * x - Lowest;
+}
+
+double LevelOfDbm(double dDbm) {
+    return Middle + (Slope - std::sqrt(Slope * Slope - 4 * Bend * (dDbm + Lowest))) / (2 * Bend);
+}
 
 void Damage(std::string& sText, Random& tChance) {
     if (sText.size() < 8) return;

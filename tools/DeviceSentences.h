@@ -14,6 +14,11 @@ namespace simulator {
 // checksum. Never makes a line end.
 void Damage(std::string& sText, Random& tChance);
 
+// The board's curve: the dBm of a level, whose steps are some two dB, and the level of a dBm below the curve's top
+// at 18.
+double DbmOfLevel(double dLevel);
+double LevelOfDbm(double dDbm);
+
 // "$PNMLS,31,17,3*hh"; "$GPGLL,..."; "$GPRMC,...".
 std::string SignalSentence(int iSignal, int iThreshold, int iInterval);
 std::string GllSentence(const Motion& t, runtime::DateTime dtUtc);

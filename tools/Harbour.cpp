@@ -12,8 +12,7 @@ namespace simulator {
 namespace {
 
 constexpr Fix Centre{50.7600, -1.2900};
-constexpr double InnerMiles = 14.0;  // new ships appear within
-constexpr double OuterMiles = 18.0;  // ships that come so far turn back
+constexpr double BeyondReach = 4.0;  // nautical miles: ships that come so far turn back
 constexpr double OwnCircleMiles = 1.5;
 constexpr double OwnSpeed = 4.0;
 constexpr double Radian = std::numbers::pi / 180.0;
@@ -96,7 +95,7 @@ double ReportingSeconds(const Target& t) {
         case Station::Aid:
             return Still;
         case Station::ClassB:
-            return d <= 2.0 ? Still : d <= 14.0 ? 30.0 : d <= 23.0 ? 15.0 : 5.0;
+            return d <= 2.0 ? Still : d <= 14.0 || t.bCarrierSense ? 30.0 : d <= 23.0 ? 15.0 : 5.0;
         case Station::ClassA:
             break;
     }
@@ -113,7 +112,25 @@ double DistanceMiles(const Fix& tFrom, const Fix& tTo) {
     return std::hypot(dNorth, dEast);
 }
 
-Harbour::Harbour(std::uint64_t lSeed, int iTargets) : m_tChance(lSeed) {
+double GlobeMiles(const Fix& tFrom, const Fix& tTo) {
+    const double dNorth = std::sin((tTo.dLatitude - tFrom.dLatitude) * Radian / 2);
+    const double dEast = std::sin((tTo.dLongitude - tFrom.dLongitude) * Radian / 2);
+    const double dSquares =
+        dNorth * dNorth + std::cos(tFrom.dLatitude * Radian) * std::cos(tTo.dLatitude * Radian) * dEast * dEast;
+    return 2 * std::asin(std::sqrt(dSquares)) / Radian * 60;
+}
+
+double GlobeBearing(const Fix& tFrom, const Fix& tTo) {
+    const double dFrom = tFrom.dLatitude * Radian;
+    const double dTo = tTo.dLatitude * Radian;
+    const double dEast = (tTo.dLongitude - tFrom.dLongitude) * Radian;
+    return Wrapped(std::atan2(std::sin(dEast) * std::cos(dTo),
+                              std::cos(dFrom) * std::sin(dTo) - std::sin(dFrom) * std::cos(dTo) * std::cos(dEast)) /
+                   Radian);
+}
+
+Harbour::Harbour(std::uint64_t lSeed, int iTargets, const HarbourOptions& tOptions)
+    : m_tOptions(tOptions), m_tChance(lSeed) {
     m_tTargets.resize(static_cast<std::size_t>(std::max(iTargets, 0)));
     for (int i = 0; i < Count(); ++i) MakeTarget(i);
 }
@@ -122,7 +139,7 @@ void Harbour::MakeTarget(int i) {
     Target& t = m_tTargets[static_cast<std::size_t>(i)];
     const auto lNumber = static_cast<std::uint32_t>(i + 1);
     t.eStation = StationOf(i);
-    t.tFix = Offset(Centre, InnerMiles * std::sqrt(m_tChance.Unit()), m_tChance.Between(0, 360));
+    t.tFix = Offset(Centre, m_tOptions.dReach * std::sqrt(m_tChance.Unit()), m_tChance.Between(0, 360));
     t.sName = Pick(m_tChance, AidNames);
     if (t.eStation == Station::Base) {
         t.lMmsi = 2320000 + lNumber;
@@ -149,6 +166,7 @@ void Harbour::MakeShip(Target& t, int i) {
     t.bMoored = bA && m_tChance.Percent(40);
     t.bAssigned = bA && !t.bMoored && i % 97 == 5;
     t.bExtended = !bA && i % 5 == 0;
+    t.bCarrierSense = !bA && m_tOptions.bCarrierSense;
     t.bNoFix = i % 61 == 48;
     t.bNoTurn = m_tChance.Percent(12);
     t.bNoHeading = m_tChance.Percent(bA ? 8 : 70);
@@ -176,7 +194,7 @@ void Harbour::Steer(int i, double dTime) {
         t.dLegEnd = dTime + 3600.0;
         return;
     }
-    const bool bOutside = DistanceMiles(t.tFix, Centre) > OuterMiles;
+    const bool bOutside = DistanceMiles(t.tFix, Centre) > m_tOptions.dReach + BeyondReach;
     const double dHome = Wrapped(CourseTo(t.tFix, Centre) - t.dCourse + 180.0) - 180.0;  // -180 to 180: how far to turn
     if (t.dTurn == 0.0 && (!bOutside || std::abs(dHome) > 45.0)) {
         const double dAngle = bOutside ? dHome : m_tChance.Between(-60, 60);

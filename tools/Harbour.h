@@ -22,6 +22,7 @@ struct Target {
     bool bNoFix = false;     // has lost its satellites
     bool bNoTurn = false;    // has no rate-of-turn indicator
     bool bNoHeading = false;
+    bool bCarrierSense = false;  // a class B unit that keeps to 30 seconds at any speed
     std::string sName;
     std::string sCallSign;
     std::string sDestination;
@@ -45,9 +46,21 @@ double ReportingSeconds(const Target& t);
 // Nautical miles between two places a few dozen miles apart, on a flat chart.
 double DistanceMiles(const Fix& tFrom, const Fix& tTo);
 
+// Nautical miles and degrees on the globe, as a receiver reckons them: at forty miles the flat chart is a third of a
+// mile off.
+double GlobeMiles(const Fix& tFrom, const Fix& tTo);
+double GlobeBearing(const Fix& tFrom, const Fix& tTo);
+
+struct HarbourOptions {
+    double dReach = 14;  // nautical miles within which ships appear; four miles farther they turn back
+    // Class B units send as seldom as they say that they do: their reports tell of carrier sense. Without it they send
+    // by the table for those that reserve their slots.
+    bool bCarrierSense = false;
+};
+
 class Harbour {
 public:
-    Harbour(std::uint64_t lSeed, int iTargets);
+    Harbour(std::uint64_t lSeed, int iTargets, const HarbourOptions& tOptions = {});
 
     int Count() const { return static_cast<int>(m_tTargets.size()); }
     const Target& At(int i) const { return m_tTargets[static_cast<std::size_t>(i)]; }
@@ -62,6 +75,7 @@ private:
     void MakeTarget(int i);
     void MakeShip(Target& t, int i);
 
+    const HarbourOptions m_tOptions;
     Random m_tChance;
     std::vector<Target> m_tTargets;
 };

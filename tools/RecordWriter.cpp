@@ -12,7 +12,7 @@ using runtime::MakeDateTime;
 constexpr std::int64_t NoiseEvery = 40;
 constexpr std::int64_t EmptyEvery = 57;
 
-std::array<RecordKind, 5> Kinds() {
+std::array<RecordKind, 6> Kinds() {
     const auto dtMorning = MakeDateTime({2025, 6, 14}, 8, 0, 0);
     const auto dtLate = MakeDateTime({2025, 11, 21}, 23, 57, 30);  // the night's file passes midnight
     return {{
@@ -20,6 +20,7 @@ std::array<RecordKind, 5> Kinds() {
         {"night", {1, 180, 35.0, 0.0, true, true, dtLate}, false},
         {"damaged", {1, 40, 5.0, 12.0, true, true, dtMorning}, true},
         {"mixed", {1, 150, 5.0, 0.0, true, true, dtMorning}, false},
+        {"sea", {1, 150, 0.0, 0.0, true, true, dtMorning, {40, true}}, false},
         {"reports", {1, 150, 5.0, 0.0, false, false, dtMorning}, false},
     }};
 }
@@ -38,11 +39,12 @@ RecordWriter::RecordWriter(const RecordKind& tKind, std::int64_t lLines)
 
 void RecordWriter::AppendLine(std::string& sText) {
     const TrafficLine& t = m_tTraffic.Next();
+    m_lMilliseconds = t.lMilliseconds;
     const std::int64_t lSecond = t.lMilliseconds / 1000;
     if (lSecond != m_lStampSecond) {
         m_lStampSecond = lSecond;
         m_sStamp.clear();
-        runtime::AppendRecordStamp(m_sStamp, {m_tKind.tTraffic.dtStart.lSeconds + lSecond});
+        runtime::AppendRecordStamp(m_sStamp, {m_tKind.tTraffic.dtStart.lSeconds + lSecond + m_tKind.lClockSeconds});
         m_sStamp += ' ';
     }
     ++m_lLine;

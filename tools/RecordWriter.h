@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -16,11 +17,12 @@ namespace simulator {
 struct RecordKind {
     std::string_view sName;
     TrafficOptions tTraffic;
-    bool bDamagedFile;  // noise, empty sentences and, near the end, an impossible date
+    bool bDamagedFile;               // noise, empty sentences and, near the end, an impossible date
+    std::int64_t lClockSeconds = 0;  // by which the recording computer's clock is fast
 };
 
-// "harbour", "night", "damaged", "mixed" (reports each followed by $PNMLS, GLL and RMC each second) or "reports"
-// (!AIVDM lines alone); nothing for any other name.
+// "harbour", "night", "damaged", "mixed" (reports each followed by $PNMLS, GLL and RMC each second), "sea" (the same
+// over forty miles, and nothing missed unless told) or "reports" (!AIVDM lines alone); nothing for any other name.
 std::optional<RecordKind> FindRecordKind(std::string_view sName);
 
 // Gives the lines of one file, one after the other.
@@ -30,6 +32,10 @@ public:
     RecordWriter(const RecordKind& tKind, std::int64_t lLines);
 
     void AppendLine(std::string& sText);
+    // Milliseconds from the start of the file's time to the line given last.
+    std::int64_t Milliseconds() const { return m_lMilliseconds; }
+    // As in Traffic.
+    void TellSent(std::function<void(const SentMessage&)> Sent) { m_tTraffic.TellSent(std::move(Sent)); }
 
     static constexpr std::int64_t DamageFromEnd = 20;
 
@@ -41,6 +47,7 @@ private:
     Random m_tNoise;
     std::int64_t m_lLines;
     std::int64_t m_lLine = 0;  // lines given
+    std::int64_t m_lMilliseconds = 0;
     std::int64_t m_lStampSecond = -1;
     std::string m_sStamp;  // of m_lStampSecond, with the blank behind it
 };

@@ -46,9 +46,9 @@ int PositionType(const Target& t) {
 
 Traffic::Traffic(const TrafficOptions& tOptions)
     : m_tOptions(tOptions),
-      m_tHarbour(tOptions.lSeed, tOptions.iTargets),
+      m_tHarbour(tOptions.lSeed, tOptions.iTargets, tOptions.tHarbour),
       m_tChance(tOptions.lSeed ^ 0x5452414646494331ULL),
-      m_tReception(tOptions.lSeed ^ 0x4845415244313233ULL),
+      m_tReception(tOptions.lSeed ^ 0x4845415244313233ULL ^ tOptions.lChance * 0xD1342543DE82EF95ULL),
       m_tSenders(static_cast<std::size_t>(m_tHarbour.Count())) {
     m_tLines.resize(4);
     for (int i = 0; i < m_tHarbour.Count(); ++i) {
@@ -265,27 +265,50 @@ Motion Traffic::MotionOf(const Target& t, double dTime) const {
 
 // The receiver's end: what is in the writer arrives, or does not.
 void Traffic::Hear(const Target& t, double dTime, char sChannel) {
-    const bool bLost = m_tReception.Percent(m_tOptions.dMissingPercent);
-    const double dMiles = DistanceMiles(t.tFix, m_tHarbour.Own(dTime).tFix);
-    const double dFade = m_tReception.Between(-2.0, 2.0);
+    SentMessage tSent = SentFrom(t, dTime, sChannel);
+    const double dUnheard = 1 - m_tOptions.tRule.Share(tSent.dMiles, tSent.dBearing, sChannel);
+    const double dMissing = m_tOptions.dMissingPercent;
+    const bool bLost = m_tReception.Percent(dMissing + (100 - dMissing) * dUnheard);
+    const double dSignal = SignalOf(t, dTime) + m_tReception.Between(-2.0, 2.0);
     const int iThreshold = m_tReception.Whole(ThresholdLow, ThresholdHigh);
-    const int iWeaker = t.eStation == Station::ClassB ? ClassBWeaker : 0;
-    if (bLost || (m_sChannel != 'S' && m_sChannel != sChannel)) return;
+    tSent.bHeard = !bLost && (m_sChannel == 'S' || m_sChannel == sChannel);
+    tSent.dDbm = DbmOfLevel(dSignal) + m_tOptions.tRule.dOffset;
+    if (m_Sent) m_Sent(tSent);
+    if (!tSent.bHeard) return;
 
-    const std::int64_t lMilliseconds = MillisecondsOf(SlotOf(dTime + SlotSeconds / 2));
     const int iCount = SentenceCount(m_tBits.Payload());
     if (iCount > 1) m_iSequence = (m_iSequence + 1) % 10;
     for (int iPart = 1; iPart <= iCount; ++iPart) {
         std::string s = VdmSentence(m_tBits.Payload(), m_tBits.FillBits(), sChannel, m_iSequence, iCount, iPart);
-        Put(lMilliseconds, false, s);
+        Put(tSent.lMilliseconds, false, s);
     }
     if (!m_tOptions.bSignal) return;
-    // Twenty decibels are some ten of the board's steps, and a tenfold distance costs a little more than that.
-    const double dSignal = 44.0 - 16.0 * std::log10(1.0 + dMiles) - iWeaker + dFade;
+    const double dLevel = m_tOptions.tRule.dOffset == 0 ? dSignal : LevelOfDbm(tSent.dDbm);
     const int iSignal =
-        std::clamp(static_cast<int>(std::lround(dSignal)), std::max(WeakestSignal, iThreshold), StrongestSignal);
+        std::clamp(static_cast<int>(std::lround(dLevel)), std::max(WeakestSignal, iThreshold), StrongestSignal);
     std::string s = SignalSentence(iSignal, iThreshold, m_iInterval);
-    Put(lMilliseconds, false, s);
+    Put(tSent.lMilliseconds, false, s);
+}
+
+// What is in the writer, as far as the sender's part goes.
+SentMessage Traffic::SentFrom(const Target& t, double dTime, char sChannel) const {
+    const Fix tOwn = m_tHarbour.Own(dTime).tFix;
+    SentMessage tSent;
+    tSent.lMilliseconds = MillisecondsOf(SlotOf(dTime + SlotSeconds / 2));
+    tSent.lMmsi = t.lMmsi;
+    tSent.iType = m_tBits.Payload().front() - '0';  // the first character is the type
+    tSent.sChannel = sChannel;
+    tSent.dMiles = GlobeMiles(tOwn, t.tFix);
+    tSent.dBearing = GlobeBearing(tOwn, t.tFix);
+    return tSent;
+}
+
+// The level in the board's steps, before it fades.
+double Traffic::SignalOf(const Target& t, double dTime) const {
+    const double dMiles = DistanceMiles(t.tFix, m_tHarbour.Own(dTime).tFix);
+    const int iWeaker = t.eStation == Station::ClassB ? ClassBWeaker : 0;
+    // Twenty decibels are some ten of the board's steps, and a tenfold distance costs a little more than that.
+    return 44.0 - 16.0 * std::log10(1.0 + dMiles) - iWeaker;
 }
 
 void Traffic::SayGps(std::int64_t lSecond) {

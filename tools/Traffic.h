@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,7 @@
 #include "tools/AisEncoding.h"
 #include "tools/Harbour.h"
 #include "tools/Random.h"
+#include "tools/ReceptionRule.h"
 #include "tools/SlotQueue.h"
 
 namespace simulator {
@@ -26,6 +28,22 @@ struct TrafficOptions {
     bool bSignal = true;           // $PNMLS after each message
     bool bGps = true;              // GLL and RMC each second
     runtime::DateTime dtStart;     // UTC
+    HarbourOptions tHarbour{};
+    ReceptionRule tRule{};
+    std::uint64_t lChance = 0;  // with the seed: of what the receiver loses
+};
+
+// The truth of a message: what went out, heard or not. The level is what the receiver would tell if its steps were fine
+// and had no end.
+struct SentMessage {
+    std::int64_t lMilliseconds = 0;  // since the start
+    std::uint32_t lMmsi = 0;
+    int iType = 0;
+    char sChannel = 'A';
+    double dMiles = 0;  // from us
+    double dBearing = 0;
+    double dDbm = 0;
+    bool bHeard = false;
 };
 
 struct TrafficLine {
@@ -44,6 +62,8 @@ public:
     const TrafficLine& Next();
     // 'A' or 'B': only this channel is heard from now on; 'S': both.
     void SetChannel(char sChannel) { m_sChannel = sChannel; }
+    // To be told of every message that is sent, also those that make no line.
+    void TellSent(std::function<void(const SentMessage&)> Sent) { m_Sent = std::move(Sent); }
     // The third figure of the signal sentence.
     void SetInterval(int iInterval) { m_iInterval = iInterval; }
 
@@ -71,6 +91,8 @@ private:
     void EncodeReport(const Target& t, double dTime);
     void AskSomebody(const Target& t, double dTime);
     void Hear(const Target& t, double dTime, char sChannel);
+    SentMessage SentFrom(const Target& t, double dTime, char sChannel) const;
+    double SignalOf(const Target& t, double dTime) const;
     void SayGps(std::int64_t lSecond);
     void Put(std::int64_t lMilliseconds, bool bGps, std::string& sText);
     Motion MotionOf(const Target& t, double dTime) const;
@@ -92,6 +114,7 @@ private:
     int m_iSequence = 0;
     int m_iInterval = DefaultInterval;
     char m_sChannel = 'S';
+    std::function<void(const SentMessage&)> m_Sent;
 };
 
 }  // namespace simulator

@@ -24,7 +24,7 @@ using simulator::PseudoTerminal;
 
 constexpr const char* Usage =
     "Usage: tidewatch-sim [--receiver LINK] [--gps LINK] [--seed N] [--rate X] [--targets N]\n"
-    "                     [--missing PERCENT] [--damaged PERCENT]\n"
+    "                     [--missing PERCENT] [--damaged PERCENT] [RECEPTION]\n"
     "Opens a pseudo-terminal for each LINK and speaks like an AIS receiver board and like a GPS.\n"
     "--rate 10 lets the time of the harbour pass ten times as fast. Ends on SIGTERM and SIGINT.\n";
 
@@ -84,6 +84,8 @@ Simulation::Simulation(const simulator::Arguments& t) {
     m_tOptions.iTargets = static_cast<int>(t.Number("--targets", 120, 0, 20000));
     m_tOptions.dMissingPercent = t.Number("--missing", 5, 0, 100);
     m_tOptions.dDamagedPercent = t.Number("--damaged", 0.3, 0, 100);
+    m_tOptions.tRule = simulator::ReadReceptionRule(t);
+    m_tOptions.lChance = static_cast<std::uint64_t>(t.Number("--chance", 0, 0, 1e15));
     m_tOptions.dtStart = UtcNow();
     m_dRate = t.Number("--rate", 1, 0.01, 10000);
     Open(m_pReceiver, t.Text("--receiver", ""), "receiver");
@@ -143,8 +145,9 @@ void Simulation::Obey(const BoardCommand& t) {
 }
 
 int RunWith(int argc, char** argv) {
-    const simulator::Arguments tArguments(
-        argc, argv, {"--receiver", "--gps", "--seed", "--rate", "--targets", "--missing", "--damaged"});
+    std::set<std::string_view> sNames = simulator::ReceptionOptions;
+    sNames.insert({"--receiver", "--gps", "--seed", "--rate", "--targets", "--missing", "--damaged"});
+    const simulator::Arguments tArguments(argc, argv, sNames);
     CatchSignals();
     Simulation tSimulation(tArguments);
     tSimulation.Run();
@@ -157,7 +160,7 @@ int main(int argc, char** argv) {
     try {
         return RunWith(argc, argv);
     } catch (const simulator::ArgumentError& tError) {
-        std::fprintf(stderr, "tidewatch-sim: %s\n%s", tError.what(), Usage);
+        std::fprintf(stderr, "tidewatch-sim: %s\n%s%s", tError.what(), Usage, simulator::ReceptionUsage);
         return 2;
     } catch (const std::system_error& tError) {
         std::fprintf(stderr, "tidewatch-sim: %s\n", tError.what());
