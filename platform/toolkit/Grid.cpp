@@ -112,11 +112,11 @@ void Grid::TakeOverColumns() {
     }
 }
 
-// The stock view paints itself wholly when more than one cell has changed.
+// The stock view paints itself wholly when more than one cell has changed. The ground right of the last column stays.
 void Grid::dataChanged(const QModelIndex& tTopLeft, const QModelIndex& tBottomRight, const QList<int>&) {
     const int iTop = rowViewportPosition(tTopLeft.row());
     const int iBottom = rowViewportPosition(tBottomRight.row()) + rowHeight(tBottomRight.row());
-    viewport()->update(0, iTop, viewport()->width(), iBottom - iTop);
+    viewport()->update(0, iTop, horizontalHeader()->length() - horizontalOffset(), iBottom - iTop);
     if (!QAccessible::isActive()) return;
     QAccessibleTableModelChangeEvent tEvent(this, QAccessibleTableModelChangeEvent::DataChanged);
     tEvent.setFirstRow(tTopLeft.row());

@@ -30,13 +30,13 @@ PanelLabel::PanelLabel(QWidget* pParent) : QLabel(pParent) {
 void PanelLabel::SetTip(const QString& sTip) {
     if (m_sTip == sTip) return;
     m_sTip = sTip;
-    RenewTip();
+    RenewDrawn();
 }
 
 void PanelLabel::SetText(const QString& sText) {
     if (text() == sText) return;
     setText(sText);
-    RenewTip();
+    RenewDrawn();
 }
 
 void PanelLabel::SetError(bool bError) {
@@ -48,7 +48,7 @@ void PanelLabel::SetError(bool bError) {
 
 void PanelLabel::MakeRoom() {
     setIndent(m_bError ? Indent + IconSide() + IconGap : Indent);
-    RenewTip();
+    RenewDrawn();
 }
 
 QRect PanelLabel::TextRect() const {
@@ -57,11 +57,9 @@ QRect PanelLabel::TextRect() const {
     return tRect;
 }
 
-QString PanelLabel::Drawn() const { return fontMetrics().elidedText(text(), Qt::ElideRight, TextRect().width()); }
-
-void PanelLabel::RenewTip() {
-    const bool bCut = fontMetrics().horizontalAdvance(text()) > TextRect().width();
-    setToolTip(bCut ? text() : m_sTip);
+void PanelLabel::RenewDrawn() {
+    m_sDrawn = fontMetrics().elidedText(text(), Qt::ElideRight, TextRect().width());
+    setToolTip(m_sDrawn == text() ? m_sTip : text());
 }
 
 QSize PanelLabel::sizeHint() const { return m_bElastic ? minimumSizeHint() : QLabel::sizeHint(); }
@@ -97,12 +95,12 @@ void PanelLabel::paintEvent(QPaintEvent* pEvent) {
     tPainter.setPen(m_bError ? ErrorColour(palette()) : palette().color(foregroundRole()));
     // Where the stock label would put it, to the pixel: a text does not move when it is marked.
     const int iAbove = std::max(0, (tText.height() - fontMetrics().height()) / 2);
-    tPainter.drawText(tText.left(), tText.top() + iAbove + fontMetrics().ascent(), Drawn());
+    tPainter.drawText(tText.left(), tText.top() + iAbove + fontMetrics().ascent(), m_sDrawn);
 }
 
 void PanelLabel::resizeEvent(QResizeEvent* pEvent) {
     QLabel::resizeEvent(pEvent);
-    RenewTip();
+    RenewDrawn();
 }
 
 void PanelLabel::changeEvent(QEvent* pEvent) {

@@ -20,7 +20,7 @@ public:
     bool Error() const { return m_bError; }
     void SetText(const QString& sText);
     // What is drawn: the text, or as much of it as fits and an ellipsis.
-    QString Drawn() const;
+    const QString& Drawn() const { return m_sDrawn; }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -36,9 +36,10 @@ private:
     QRect TextRect() const;
     int IconSide() const { return fontMetrics().height(); }
     void MakeRoom();
-    void RenewTip();
+    void RenewDrawn();
 
     QString m_sTip;
+    QString m_sDrawn;
     bool m_bElastic = false;
     bool m_bError = false;
 };

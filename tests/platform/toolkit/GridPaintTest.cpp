@@ -127,7 +127,8 @@ void Beat(Grid& t) {
 
 QRegion RowsOf(const Grid& t, int iFirst, int iLast) {
     const int iTop = t.rowViewportPosition(iFirst - 1);
-    return QRect(0, iTop, t.viewport()->width(), t.rowViewportPosition(iLast) - iTop);
+    const QRect tRows(0, iTop, t.horizontalHeader()->length(), t.rowViewportPosition(iLast) - iTop);
+    return tRows & t.viewport()->rect();  // the ground right of the cells stays
 }
 
 // The rows in a picture of the whole grid, in the picture's own pixels.

@@ -218,9 +218,9 @@ void PanelBarTest::cutTextEndsInAnEllipsis() {
     QCOMPARE(t.Panel(2).text(), QString::fromStdString(sLong));  // for a screen reader
     // On the glass: behind the last whole letter stand the three dots, low and apart.
     const QImage tImage = t.Panel(2).grab().toImage();
-    t.Panel(2).setText(t.Panel(2).Drawn());
+    t.Panel(2).SetText(t.Panel(2).Drawn());
     QVERIFY(t.Panel(2).grab().toImage() == tImage);
-    t.Panel(2).setText(t.Panel(2).text().chopped(1));
+    t.Panel(2).SetText(t.Panel(2).text().chopped(1));
     QVERIFY(t.Panel(2).grab().toImage() != tImage);
 }
 
