@@ -1,11 +1,13 @@
 # Completion of tidewatch-report for bash.
 _tidewatch_report() {
     local sWord="${COMP_WORDS[COMP_CWORD]}" sBefore="${COMP_WORDS[COMP_CWORD - 1]}"
-    local sCommand=summary sOptions="--csv --json --help"
+    local sCommand=summary sOptions="--csv --json --html --help"
     case "${COMP_WORDS[1]}" in summary | coverage | range | signal | stations | ships | reports) sCommand="${COMP_WORDS[1]}" ;; esac
     case "$sBefore" in
         --by) mapfile -t COMPREPLY < <(compgen -W "hour day week" -- "$sWord"); return ;;
         --sector | --position | --gap | --share) COMPREPLY=(); return ;;
+        --html) mapfile -t COMPREPLY < <(compgen -f -- "$sWord"); compopt -o filenames; return ;;
+        --png | --svg) mapfile -t COMPREPLY < <(compgen -d -- "$sWord"); compopt -o filenames; return ;;
     esac
     case "$sCommand" in
         summary) sOptions+=" --by --position --raw" ;;
@@ -15,6 +17,7 @@ _tidewatch_report() {
         stations) sOptions+=" --by --position" ;;
         ships | reports) sOptions+=" --position --raw" ;;
     esac
+    case "$sCommand" in ships | reports) ;; *) sOptions+=" --png --svg" ;; esac
     local sWords=""
     [[ "$sWord" == -* ]] && sWords="$sOptions"
     if [[ $COMP_CWORD -eq 1 ]]; then

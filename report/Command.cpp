@@ -22,13 +22,13 @@ std::unique_ptr<Collector> Make(const Options& tOptions, Writer& tWriter) {
 
 // clang-format off
 constexpr std::array Rows = {
-    Command{"summary",  "What was heard: lines, messages, ships, levels, range", TakesBy | TakesRaw | TakesPosition,
-            Make<Summary>},
-    Command{"coverage", "Range by bearing", TakesSector | TakesPosition, Make<Coverage>},
-    Command{"range",    "Reception rate against range", TakesGap | TakesPosition, Make<Reception>},
+    Command{"summary",  "What was heard: lines, messages, ships, levels, range", 
+            TakesBy | TakesRaw | TakesPosition | TakesPictures, Make<Summary>},
+    Command{"coverage", "Range by bearing", TakesSector | TakesPosition | TakesPictures, Make<Coverage>},
+    Command{"range",    "Reception rate against range", TakesGap | TakesPosition | TakesPictures, Make<Reception>},
     Command{"signal",   "Levels by channel, against range, over time, of fixed stations",
-            TakesBy | TakesRaw | TakesPosition, Make<SignalList>},
-    Command{"stations", "How many stations others say that they receive, and we", TakesBy | TakesPosition,
+            TakesBy | TakesRaw | TakesPosition | TakesPictures, Make<SignalList>},
+    Command{"stations", "How many stations others say that they receive, and we", TakesBy | TakesPosition | TakesPictures,
             Make<StationCounts>},
     Command{"ships",    "A row for each ship and station", TakesRaw | TakesPosition, Make<ShipList>},
     Command{"reports",  "A row for each message", TakesRaw | TakesPosition, Make<ReportList>},
@@ -38,5 +38,10 @@ constexpr std::array Rows = {
 }  // namespace
 
 std::span<const Command> Commands() { return Rows; }
+
+std::span<const Command> PartsOf(const Command& t) {
+    const bool bSummary = &t == Rows.data();
+    return std::span(Rows).subspan(1, bSummary ? 3 : 0);
+}
 
 }  // namespace report

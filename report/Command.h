@@ -16,7 +16,8 @@ enum Takes : unsigned {
     TakesSector = 2,
     TakesRaw = 4,
     TakesPosition = 8,
-    TakesGap = 16
+    TakesGap = 16,
+    TakesPictures = 32
 };
 
 struct Command {
@@ -28,5 +29,7 @@ struct Command {
 
 // The first is what is done when none is named.
 std::span<const Command> Commands();
+// The commands whose results stand on a command's page behind its own: those of the summary are all that have pictures.
+std::span<const Command> PartsOf(const Command& t);
 
 }  // namespace report

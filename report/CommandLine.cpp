@@ -22,7 +22,7 @@ constexpr const char* Footer =
 // What the options of all commands are read into.
 struct Words {
     std::vector<std::string> sFiles;
-    std::string sBy, sPosition;
+    std::string sBy, sPosition, sPage, sPngFolder, sSvgFolder;
     Options tNumbers;  // of these the numbers alone
     bool bCsv = false, bJson = false, bRaw = false;
 };
@@ -51,6 +51,11 @@ void AddOptions(CLI::App& tApp, const Command& t, Words& tWords) {
     tApp.add_option("FILE", tWords.sFiles, "Record files, or - for standard input")->required();
     auto* pCsv = tApp.add_flag("--csv", tWords.bCsv, "Write CSV: one table, notes on standard error");
     tApp.add_flag("--json", tWords.bJson, "Write JSON")->excludes(pCsv);
+    tApp.add_option("--html", tWords.sPage, "Write a page with tables and pictures to this file too")->excludes(pCsv);
+    if (t.iTakes & TakesPictures) {
+        tApp.add_option("--png", tWords.sPngFolder, "Write the pictures to this folder too, as PNG");
+        tApp.add_option("--svg", tWords.sSvgFolder, "Write the pictures to this folder too, as SVG");
+    }
     if (t.iTakes & TakesBy) {
         tApp.add_option("--by", tWords.sBy, "Divide by hour, day or week (from Monday)")
             ->check(CLI::IsMember({"hour", "day", "week"}));
@@ -79,6 +84,9 @@ Options OptionsOf(const Words& t) {
     tOptions.eFormat = t.bCsv ? Format::Csv : t.bJson ? Format::Json : Format::Text;
     if (!t.sPosition.empty()) tOptions.tPosition = nav::ReadPosition(t.sPosition);
     tOptions.eBy = ReadPeriod(t.sBy);
+    tOptions.sPage = t.sPage;
+    tOptions.sPngFolder = t.sPngFolder;
+    tOptions.sSvgFolder = t.sSvgFolder;
     tOptions.bRaw = t.bRaw;
     return tOptions;
 }

@@ -2,12 +2,15 @@
 #include "report/Coverage.h"
 
 #include "platform/runtime/Format.h"
+#include "report/PlainText.h"
 
 namespace report {
 
 namespace {
 
 constexpr int Circle = 360;
+constexpr double MostReports = 0.95;
+constexpr std::size_t MostFiles = 6;  // over each other; more cannot be told apart
 
 }  // namespace
 
@@ -15,7 +18,12 @@ Coverage::Coverage(const Options& tOptions, Writer& tWriter)
     : m_iDegrees(tOptions.iSector),
       m_bPosition(tOptions.tPosition),
       m_tWriter(tWriter),
-      m_tSectors(static_cast<std::size_t>(Circle / m_iDegrees)) {}
+      m_tSectors(static_cast<std::size_t>(Circle / m_iDegrees)) {
+    const std::size_t lFiles = tOptions.sFiles.size();
+    if (!tWriter.Draws() || lFiles < 2 || lFiles > MostFiles) return;
+    m_sFiles = tOptions.sFiles;
+    m_tFileSectors.assign(lFiles, m_tSectors);
+}
 
 void Coverage::Sector::Add(const Report& t) {
     const double dRange = t.tFromUs.dRange;
@@ -38,18 +46,50 @@ void Coverage::Message(const Report& t) {
         ++m_lNoBearing;  // not-a-number
     } else {
         m_tAll.Add(t);
-        const auto iSector = static_cast<std::size_t>(t.tFromUs.dBearing / m_iDegrees);
-        m_tSectors[iSector % m_tSectors.size()].Add(t);  // 360 degrees are north again
+        const auto iSector = static_cast<std::size_t>(t.tFromUs.dBearing / m_iDegrees) % m_tSectors.size();
+        m_tSectors[iSector].Add(t);  // 360 degrees are north again
+        if (!m_tFileSectors.empty()) m_tFileSectors[t.iFile][iSector].Add(t);
     }
 }
 
 void Coverage::Row(const std::string& sName, const Sector& t) {
     if (t.tRange.Empty()) return m_tWriter.Row({sName, std::int64_t{0}, {}, {}, {}, {}, {}});
-    m_tWriter.Row({sName, t.tRange.Count(), Number{t.tRange.Median(), 1}, Number{t.tRange.Quantile(0.95), 1},
+    m_tWriter.Row({sName, t.tRange.Count(), Number{t.tRange.Median(), 1}, Number{t.tRange.Quantile(MostReports), 1},
                    Number{t.dGreatest, 1}, std::int64_t{t.lMmsi}, IsoText(t.dt)});
 }
 
+Series Coverage::Outline(const std::string& sName, const std::vector<Sector>& tSectors, double dShare) const {
+    Series tOutline{sName, {}};
+    for (std::size_t i = 0; i < tSectors.size(); ++i) {
+        const Distribution& t = tSectors[i].tRange;
+        tOutline.tPoints.push_back({static_cast<double>(i) * m_iDegrees, t.Empty() ? NotKnown : t.Quantile(dShare)});
+    }
+    return tOutline;
+}
+
+// Of one file three outlines, of several the 95 % range of each: the greatest is a freak's.
+void Coverage::DrawRose() const {
+    Picture t{Picture::Kind::Rose, "coverage", "Range by bearing", {}, {"nm", false, 0}};
+    if (m_tFileSectors.empty()) {
+        t.tSeries = {Outline("greatest", m_tSectors, 1), Outline("95 %", m_tSectors, MostReports),
+                     Outline("median", m_tSectors, 0.5)};
+        t.sRule = "Nautical miles from us by true bearing, in sectors of " + std::to_string(m_iDegrees) +
+                  " degrees: the greatest range of a single report, the range within which 95 % of the sector's "
+                  "reports lie, and their median.";
+    } else {
+        for (std::size_t i = 0; i < m_sFiles.size(); ++i) {
+            t.tSeries.push_back(Outline(FileNameOf(m_sFiles[i]), m_tFileSectors[i], MostReports));
+        }
+        t.sRule = "Nautical miles from us by true bearing, in sectors of " + std::to_string(m_iDegrees) +
+                  " degrees: the range within which 95 % of the sector's reports lie, for each file.";
+    }
+    t.lCount = m_tAll.tRange.Count();
+    t.sCounted = "positions";
+    m_tWriter.Draw(t);
+}
+
 bool Coverage::Finish() {
+    if (m_tWriter.Draws()) DrawRose();
     m_tWriter.BeginTable("sectors", "Range by bearing, nautical miles",
                          {{"sector", "bearing", 7, true},
                           {"reports", "reports", 9},

@@ -28,11 +28,15 @@ private:
 
     void Row(const std::string& sName, const Sector& t);
     void WriteNotes() const;
+    void DrawRose() const;
+    Series Outline(const std::string& sName, const std::vector<Sector>& tSectors, double dShare) const;
 
     const int m_iDegrees;
     const bool m_bPosition;
     Writer& m_tWriter;
     std::vector<Sector> m_tSectors;
+    std::vector<std::string> m_sFiles;                // that the rose lays over each other
+    std::vector<std::vector<Sector>> m_tFileSectors;  // of each of them
     Sector m_tAll;
     TrackCheck m_tTracks;
     std::int64_t m_lPositions = 0;

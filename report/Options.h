@@ -16,9 +16,12 @@ struct Options {
     Format eFormat = Format::Text;
     std::optional<nav::Position> tPosition;
     std::optional<Period> eBy;
-    int iSector = 10;   // degrees; divides 360
-    int iGap = 30;      // intervals without a report, above which a ship is out of reach
-    int iShare = 80;    // percent that are heard within the reliable range
+    int iSector = 10;          // degrees; divides 360
+    int iGap = 30;             // intervals without a report, above which a ship is out of reach
+    int iShare = 80;           // percent that are heard within the reliable range
+    std::string sPage{};       // where a page goes, or nowhere
+    std::string sPngFolder{};  // where pictures go
+    std::string sSvgFolder{};
     bool bRaw = false;  // levels in the board's numbers
 };
 

@@ -21,11 +21,11 @@ struct Point {
 
 struct Series {
     std::string sName;  // for the legend, which a picture of one series has not
-    std::vector<Point> tPoints;
+    std::vector<Point> tPoints{};
 };
 
 struct Axis {
-    std::string sTitle;       // with the unit: "range, nm"
+    std::string sTitle{};     // with the unit: "range, nm"
     bool bTime = false;       // values are seconds as in runtime::DateTime
     double dFrom = NotKnown;  // the ends, where they are known: 0 and 100 for percent
     double dTo = NotKnown;
@@ -39,14 +39,14 @@ struct Picture {
     };
 
     Kind eKind = Kind::Lines;
-    std::string sKey;    // names the picture's file: letters, digits and -
-    std::string sTitle;  // for people
-    Axis tX;             // of a rose: not used
-    Axis tY;
-    std::vector<Series> tSeries;  // drawn over each other, the last on top
-    std::string sRule;            // how the figures were made, in a sentence or two
-    std::int64_t lCount = 0;      // n: behind all of it
-    std::string sCounted;         // of what: "reports"
+    std::string sKey{};    // names the picture's file: letters, digits and -
+    std::string sTitle{};  // for people
+    Axis tX{};             // of a rose: not used
+    Axis tY{};
+    std::vector<Series> tSeries{};  // drawn over each other, the last on top
+    std::string sRule{};            // how the figures were made, in a sentence or two
+    std::int64_t lCount = 0;        // n: behind all of it
+    std::string sCounted{};         // of what: "reports"
 };
 
 }  // namespace report

@@ -147,7 +147,31 @@ double Reception::ReliableMiles() const {
     return dMiles;
 }
 
+void Reception::DrawRates() const {
+    Picture t{Picture::Kind::Lines, "rate", "Reception rate against range"};
+    t.tX = {"range, nm", false, 0};
+    t.tY = {"heard, %", false, 0, 100};
+    t.tSeries = {{"heard", {}}};
+    int iNext = m_tRings.empty() ? 0 : m_tRings.begin()->first;
+    for (const auto& [iRing, tRing] : m_tRings) {
+        if (tRing.dSent <= 0) continue;
+        if (iRing > iNext) t.tSeries[0].tPoints.push_back({(iNext + 0.5) * RingMiles, NotKnown});
+        iNext = iRing + 1;
+        const auto dHeard = static_cast<double>(tRing.lHeard);
+        const ShareInterval tShare = WilsonInterval(dHeard, tRing.dSent);
+        const double dRate = std::min(1.0, dHeard / tRing.dSent);
+        t.tSeries[0].tPoints.push_back({(iRing + 0.5) * RingMiles, dRate * 100, tShare.dLow * 100, tShare.dHigh * 100});
+        t.lCount += tRing.lHeard;
+    }
+    t.sRule =
+        "Of the position reports that ships in a ring of 5 nm must have sent by the reporting rules, the share that "
+        "was heard; the band is its 95 % interval.";
+    t.sCounted = "reports heard";
+    m_tWriter.Draw(t);
+}
+
 bool Reception::Finish() {
+    if (m_tWriter.Draws()) DrawRates();
     m_tWriter.BeginTable("rings", "Reception rate against range",
                          {{"from", "from nm", 7},
                           {"to", "to nm", 6},

@@ -62,6 +62,7 @@ private:
     void Count(Last& tLast, const Last& tNow, double dSent);
     double ReliableMiles() const;
     void WriteNotes() const;
+    void DrawRates() const;
 
     const double m_dGap;    // intervals
     const double m_dShare;  // of reliable range

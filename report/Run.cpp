@@ -4,12 +4,63 @@
 #include <cerrno>
 #include <system_error>
 
+#include "report/PageWriter.h"
+#include "report/PictureWriter.h"
 #include "report/ProgressBar.h"
 #include "report/Sequence.h"
+#include "report/WriterList.h"
 
 namespace report {
 
 namespace {
+
+// The page and the folders of pictures that are asked for.
+std::shared_ptr<WriterList> DrawingWriters(const Options& t, Sink& tNotes) {
+    const auto p = std::make_shared<WriterList>();
+    if (!t.sPage.empty()) p->Add(MakePageWriter(t.sPage, "What the recordings say", t.sFiles));
+    if (!t.sPngFolder.empty()) p->Add(MakePictureWriter(t.sPngFolder, PlotFormat::Png, tNotes));
+    if (!t.sSvgFolder.empty()) p->Add(MakePictureWriter(t.sSvgFolder, PlotFormat::Svg, tNotes));
+    return p;
+}
+
+// A command's collector, and behind it those whose results only the page and the pictures have.
+class Parts final : public Collector {
+public:
+    Parts(const Asked& t, Writer& tAll, Writer& tDrawing) : m_tDrawing(tDrawing) {
+        tAll.Section(t.pCommand->sHelp);  // rows may be written from now on
+        Add(*t.pCommand, t.tOptions, tAll);
+        if (!tDrawing.Draws()) return;
+        for (const Command& tPart : PartsOf(*t.pCommand)) Add(tPart, t.tOptions, tDrawing);
+    }
+
+    void Line(const LineEvent& t) override {
+        for (const Part& tPart : m_tParts) tPart.pCollector->Line(t);
+    }
+    void Message(const Report& t) override {
+        for (const Part& tPart : m_tParts) tPart.pCollector->Message(t);
+    }
+    bool Finish() override {
+        const bool bSaid = m_tParts.front().pCollector->Finish();
+        for (std::size_t i = 1; i < m_tParts.size(); ++i) {
+            m_tDrawing.Section(m_tParts[i].sTitle);
+            m_tParts[i].pCollector->Finish();  // what a part cannot say is a note
+        }
+        return bSaid;
+    }
+
+private:
+    struct Part {
+        std::string sTitle;
+        std::unique_ptr<Collector> pCollector;
+    };
+
+    void Add(const Command& t, const Options& tOptions, Writer& tWriter) {
+        m_tParts.push_back({t.sHelp, t.pMake(tOptions, tWriter)});
+    }
+
+    Writer& m_tDrawing;
+    std::vector<Part> m_tParts;
+};
 
 // What holds for the files as such. True when all were read.
 bool TellEnds(const std::vector<FileEnd>& tEnds, Writer& tWriter, Sink& tNotes) {
@@ -38,17 +89,21 @@ int Run(const Asked& tAsked, int iResult, int iNotes) {
     Sink tResult(iResult);
     Sink tNotes(iNotes);
     const Options& tOptions = tAsked.tOptions;
-    const auto pWriter = MakeWriter(tOptions.eFormat, tAsked.pCommand->sName, tResult, tNotes);
     Sequence tSequence(tOptions.sFiles, tOptions.tPosition ? OwnPosition(*tOptions.tPosition) : OwnPosition());
     try {
-        const auto pCollector = tAsked.pCommand->pMake(tOptions, *pWriter);
+        const auto pDrawing = DrawingWriters(tOptions, tNotes);
+        WriterList tAll;
+        tAll.Add(MakeWriter(tOptions.eFormat, tAsked.pCommand->sName, tResult, tNotes));
+        tAll.Add(pDrawing);
+        Parts tCollector(tAsked, tAll, *pDrawing);
         {
             ProgressBar tBar(iNotes);
-            tSequence.Play(*pCollector, [&](double dShare) { tBar.Show(dShare); });
+            tSequence.Play(tCollector, [&](double dShare) { tBar.Show(dShare); });
         }
-        const bool bSaid = pCollector->Finish();
-        const bool bRead = TellEnds(tSequence.Ends(), *pWriter, tNotes);
-        pWriter->End();
+        const bool bSaid = tCollector.Finish();
+        tAll.Section("The files");
+        const bool bRead = TellEnds(tSequence.Ends(), tAll, tNotes);
+        tAll.End();
         tResult.Flush();
         tNotes.Flush();
         return bSaid && bRead ? ExitGood : ExitUnsaid;

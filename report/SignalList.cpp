@@ -20,7 +20,7 @@ std::vector<Cell> QuantileCells(const Distribution& t, std::initializer_list<dou
 }  // namespace
 
 SignalList::SignalList(const Options& tOptions, Writer& tWriter)
-    : m_eBy(tOptions.eBy.value_or(Period::Day)), m_tScale(tOptions.bRaw), m_tWriter(tWriter) {}
+    : m_eBy(tOptions.eBy.value_or(Period::Day)), m_tScale(tOptions.bRaw), m_tWriter(tWriter), m_tTimes(tOptions.eBy) {}
 
 void SignalList::Message(const Report& t) {
     ++m_lMessages;
@@ -34,6 +34,7 @@ void SignalList::Message(const Report& t) {
     const ShownLevels tLevels = m_tScale.Show(t.tLevels);
     m_tChannels[static_cast<std::size_t>(t.eChannel)].Add(tLevels);
     m_tPeriods[StartOf(m_eBy, t.dt)].Add(tLevels);
+    if (m_tWriter.Draws()) m_tTimes.At(t.dt).Add(tLevels);
     if (pStation != m_tStations.end()) pStation->second.tLevels.Add(tLevels);
     if (t.bRange && !bJump) {
         m_tRings[static_cast<int>(t.tFromUs.dRange) / RingMiles].Add(tLevels);
@@ -69,7 +70,63 @@ void SignalList::End() {
     if (!m_tWriter.OneTable()) m_tWriter.EndTable();
 }
 
+// Signal and threshold in one picture, SNR, which has another unit, in one beside it.
+void SignalList::Draw(Picture t, const std::vector<std::pair<double, const LevelFigures*>>& tFigures) const {
+    const auto PointOf = [](double dX, const Distribution& td) {
+        return Point{dX, td.Median(), td.Quantile(0.25), td.Quantile(0.75)};
+    };
+    const std::string sKey = t.sKey, sOf = t.sTitle;
+    Series tSignal{"signal", {}}, tThreshold{"threshold", {}}, tSnr{"SNR", {}};
+    for (const auto& [dX, p] : tFigures) {
+        if (!p) {
+            for (Series* pSeries : {&tSignal, &tThreshold, &tSnr}) pSeries->tPoints.push_back({dX, NotKnown});
+            continue;
+        }
+        tSignal.tPoints.push_back(PointOf(dX, p->tSignal));
+        tThreshold.tPoints.push_back(PointOf(dX, p->tThreshold));
+        tSnr.tPoints.push_back(PointOf(dX, p->tSnr));
+        t.lCount += p->tSnr.Count();
+    }
+    t.sCounted = "reports with levels";
+    t.sKey = "levels-" + sKey;
+    t.sTitle = "Signal and threshold " + sOf;
+    t.tY.sTitle = std::string("level, ") + m_tScale.Unit();
+    t.tSeries = {tSignal, tThreshold};
+    m_tWriter.Draw(t);
+    t.sKey = "snr-" + sKey;
+    t.sTitle = "SNR " + sOf;
+    t.tY.sTitle = std::string("SNR, ") + m_tScale.SnrUnit();
+    t.tSeries = {tSnr};
+    m_tWriter.Draw(t);
+}
+
+void SignalList::DrawAll() const {
+    const std::string sBand = "; the band is from the lower to the upper quartile.";
+    std::vector<std::pair<double, const LevelFigures*>> tFigures;
+    int iNext = m_tRings.empty() ? 0 : m_tRings.begin()->first;
+    for (const auto& [iRing, t] : m_tRings) {
+        if (iRing > iNext) tFigures.emplace_back((iNext + 0.5) * RingMiles, nullptr);
+        tFigures.emplace_back((iRing + 0.5) * RingMiles, &t);
+        iNext = iRing + 1;
+    }
+    Picture t{Picture::Kind::Lines, "range", "against range", {"range, nm", false, 0}};
+    t.sRule = "Medians of the reports in a ring of 5 nm" + sBand;
+    Draw(t, tFigures);
+
+    tFigures.clear();
+    runtime::DateTime dtNext;
+    for (const auto& [dt, tBin] : m_tTimes.All()) {
+        if (!tFigures.empty() && dt > dtNext) tFigures.emplace_back(static_cast<double>(dtNext.lSeconds), nullptr);
+        dtNext = m_tTimes.EndOf(dt);
+        tFigures.emplace_back(static_cast<double>(dt.lSeconds + dtNext.lSeconds) / 2, &tBin);
+    }
+    t = {Picture::Kind::Lines, "time", "over time", {"time", true}};
+    t.sRule = std::string("Medians of the reports by ") + m_tTimes.StepName() + sBand;
+    Draw(t, tFigures);
+}
+
 bool SignalList::Finish() {
+    if (m_tWriter.Draws()) DrawAll();
     const std::string sUnit = std::string(" (") + m_tScale.Unit() + ", SNR " + m_tScale.SnrUnit() + ")";
     Begin("channels", "Levels by channel" + sUnit, "channel");
     LevelFigures tAll;

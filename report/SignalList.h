@@ -7,6 +7,7 @@
 
 #include "report/LevelFigures.h"
 #include "report/Options.h"
+#include "report/TimeBins.h"
 #include "report/TrackCheck.h"
 
 namespace report {
@@ -28,6 +29,8 @@ private:
     void Row(const std::string& sOf, const LevelFigures& t);
     void End();
     void WriteNotes() const;
+    void Draw(Picture t, const std::vector<std::pair<double, const LevelFigures*>>& tFigures) const;
+    void DrawAll() const;
 
     const Period m_eBy;
     const LevelScale m_tScale;
@@ -36,6 +39,7 @@ private:
     std::array<LevelFigures, ChannelCount> m_tChannels;
     std::map<int, LevelFigures> m_tRings;
     std::map<runtime::DateTime, LevelFigures> m_tPeriods;
+    TimeBins<LevelFigures> m_tTimes;     // for the picture
     std::map<int, Station> m_tStations;  // by their number among the senders
     TrackCheck m_tTracks;
     std::int64_t m_lMessages = 0;

@@ -53,8 +53,34 @@ void StationCounts::Message(const Report& t) {
     tSender.lGreatest = std::max(tSender.lGreatest, *lStations);
 }
 
+void StationCounts::DrawCounts() const {
+    Picture t{Picture::Kind::Lines, "stations", "Stations received, by us and by others"};
+    t.tX = {"time", true};
+    t.tY = {"stations", false, 0};
+    t.tSeries = {{"ours", {}}, {"theirs", {}}};
+    runtime::DateTime dtNext;
+    for (const auto& [dt, tPeriod] : m_tPeriods) {
+        const bool bGap = !t.tSeries[0].tPoints.empty() && dt > dtNext;
+        dtNext = EndOf(m_eBy, dt);
+        const double dX = static_cast<double>(dt.lSeconds + dtNext.lSeconds) / 2;
+        for (Series& tSeries : t.tSeries) {
+            const Distribution& td = &tSeries == t.tSeries.data() ? tPeriod.tOurs : tPeriod.tTheirs;
+            if (bGap) tSeries.tPoints.push_back({dX, NotKnown});
+            tSeries.tPoints.push_back(td.Empty() ? Point{dX, NotKnown}
+                                                 : Point{dX, td.Median(), td.Quantile(0.25), td.Quantile(0.75)});
+        }
+    }
+    t.sRule =
+        "Ours: senders heard within a minute; theirs: the stations that others say they receive. Medians of each "
+        "period; the band is from the lower to the upper quartile.";
+    t.lCount = m_lTold;
+    t.sCounted = "messages that told";
+    m_tWriter.Draw(t);
+}
+
 bool StationCounts::Finish() {
     m_tMinutes.Finish([this](const MinuteCounts::Minute& t) { CountMinute(t); });
+    if (m_tWriter.Draws()) DrawCounts();
     m_tWriter.BeginTable("periods", "Stations received, by us and by others",
                          {{"from", "from", 19, true},
                           {"ours_minute_median", "ours, median", 12},

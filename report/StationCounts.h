@@ -44,6 +44,7 @@ private:
     PeriodCounts& PeriodOf(runtime::DateTime dt) { return m_tPeriods[StartOf(m_eBy, dt)]; }
     void CountMinute(const MinuteCounts::Minute& t) { PeriodOf(t.Start()).tOurs.Add(static_cast<double>(t.lCount)); }
     void WriteSenders() const;
+    void DrawCounts() const;
 
     const Period m_eBy;
     Writer& m_tWriter;

@@ -16,7 +16,11 @@ const char* NameOf(Period e) { return e == Period::Hour ? "hour" : e == Period::
 }  // namespace
 
 Summary::Summary(const Options& tOptions, Writer& tWriter)
-    : m_eBy(tOptions.eBy), m_bPosition(tOptions.tPosition), m_tScale(tOptions.bRaw), m_tWriter(tWriter) {}
+    : m_eBy(tOptions.eBy),
+      m_bPosition(tOptions.tPosition),
+      m_tScale(tOptions.bRaw),
+      m_tWriter(tWriter),
+      m_tCounts(tOptions.eBy) {}
 
 void Summary::Line(const LineEvent& t) {
     ++m_tAll.lLines[IndexOf(t.eKind)];
@@ -29,6 +33,7 @@ void Summary::Line(const LineEvent& t) {
 // From the line before to one of another second.
 void Summary::Elapse(runtime::DateTime dt) {
     m_tAll.AddTime(dt);
+    if (m_tWriter.Draws()) m_tCounts.At(dt);  // recorded, though perhaps nothing was heard
     const std::int64_t lStep = m_bTimed ? dt.lSeconds - m_dtLast.lSeconds : 0;
     const runtime::DateTime dtBefore = m_dtLast;
     m_dtLast = dt;
@@ -88,6 +93,7 @@ void Summary::Message(const Report& t) {
 }
 
 void Summary::CountMinute(const MinuteCounts::Minute& t) {
+    if (m_tWriter.Draws()) m_tCounts.At(t.Start()).lMessages += t.lCount;
     for (SummaryFigures* p : {&m_tAll, m_eBy ? &m_tPeriods[StartOf(*m_eBy, t.Start())] : nullptr}) {
         if (!p || t.lCount <= p->lBusiest) continue;
         p->lBusiest = t.lCount;
@@ -95,8 +101,28 @@ void Summary::CountMinute(const MinuteCounts::Minute& t) {
     }
 }
 
+void Summary::DrawCounts() const {
+    Picture t{Picture::Kind::Steps, "messages", std::string("Messages per ") + m_tCounts.StepName()};
+    t.tX = {"time", true};
+    t.tY = {"messages", false, 0};
+    t.tSeries = {{"messages", {}}};
+    std::vector<Point>& tPoints = t.tSeries[0].tPoints;
+    runtime::DateTime dtNext;
+    for (const auto& [dt, tCount] : m_tCounts.All()) {
+        if (!tPoints.empty() && dt > dtNext) tPoints.push_back({static_cast<double>(dtNext.lSeconds), NotKnown});
+        tPoints.push_back({static_cast<double>(dt.lSeconds), static_cast<double>(tCount.lMessages)});
+        dtNext = m_tCounts.EndOf(dt);
+        t.lCount += tCount.lMessages;
+    }
+    t.sRule = std::string("Whole AIS messages of all types by ") + m_tCounts.StepName() +
+              " of the clock; the first and the last may be recorded in part only.";
+    t.sCounted = "messages";
+    m_tWriter.Draw(t);
+}
+
 bool Summary::Finish() {
     m_tMinutes.Finish([this](const MinuteCounts::Minute& t) { CountMinute(t); });
+    if (m_tWriter.Draws()) DrawCounts();
     if (!m_tWriter.OneTable()) WriteSummary(m_tAll, m_tScale, m_tWriter);
     PeriodTable tTable(m_tScale, m_tWriter);
     if (m_eBy) {

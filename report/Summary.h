@@ -7,6 +7,7 @@
 #include "report/MinuteCounts.h"
 #include "report/Options.h"
 #include "report/SummaryFigures.h"
+#include "report/TimeBins.h"
 #include "report/TrackCheck.h"
 
 namespace report {
@@ -24,6 +25,7 @@ private:
     SummaryFigures* PeriodOf(runtime::DateTime dt);
     void CountMinute(const MinuteCounts::Minute& t);
     void WriteNotes() const;
+    void DrawCounts() const;
 
     const std::optional<Period> m_eBy;
     const bool m_bPosition;  // it was told
@@ -34,6 +36,13 @@ private:
     // The period that was looked up last.
     SummaryFigures* m_pPeriod = nullptr;
     runtime::DateTime m_dtStart, m_dtEnd;
+
+    // For the picture.
+    struct Count {
+        std::int64_t lMessages = 0;
+        void Add(const Count& t) { lMessages += t.lMessages; }
+    };
+    TimeBins<Count> m_tCounts;
 
     TrackCheck m_tTracks;
     MinuteCounts m_tMinutes;

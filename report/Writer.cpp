@@ -10,6 +10,7 @@
 
 #include "platform/runtime/CsvText.h"
 #include "platform/runtime/Format.h"
+#include "report/PlainText.h"
 
 namespace report {
 
@@ -73,14 +74,10 @@ private:
         m_tResult.Write(sTitle + "\n");
     }
 
-    // Broken at blanks.
-    void WriteNote(std::string_view s) {
+    void WriteNote(const std::string& s) {
         const char* sIndent = "  - ";
-        while (!s.empty()) {
-            std::size_t lEnd = s.size() > NoteWidth ? s.rfind(' ', NoteWidth) : s.size();
-            if (lEnd == std::string_view::npos) lEnd = s.size();
-            m_tResult.Write(std::string(sIndent).append(s.substr(0, lEnd)) + "\n");
-            s.remove_prefix(std::min(s.size(), lEnd + 1));
+        for (const std::string& sLine : BrokenLines(s, NoteWidth)) {
+            m_tResult.Write(sIndent + sLine + "\n");
             sIndent = "    ";
         }
     }

@@ -41,6 +41,8 @@ public:
     virtual bool OneTable() const { return false; }
     // Pictures are drawn; what serves them alone need not be counted where they are not.
     virtual bool Draws() const { return false; }
+    // What follows is of that.
+    virtual void Section(const std::string&) {}
     virtual void Fields(const std::string& sKey, const std::string& sTitle, const std::vector<Field>& tFields) = 0;
     // Rows can be written while the files are still being read.
     virtual void BeginTable(const std::string& sKey, const std::string& sTitle, std::vector<Column> tColumns) = 0;

@@ -1,0 +1,58 @@
+// A temporary file in the same folder, brought to the disk and renamed.
+#include "report/WholeFile.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <stdexcept>
+#include <system_error>
+
+namespace report {
+
+namespace {
+
+[[noreturn]] void FailAt(const std::string& sName, int iError) {
+    throw std::runtime_error(sName + ": " + std::generic_category().message(iError));
+}
+
+}  // namespace
+
+WholeFile::WholeFile(std::string sName) : m_sName(std::move(sName)) {
+    struct stat tStatus;
+    if (stat(m_sName.c_str(), &tStatus) == 0 && !S_ISREG(tStatus.st_mode)) {
+        throw std::runtime_error(m_sName + ": is no file that could be replaced");
+    }
+    std::string sTemporary = m_sName + ".XXXXXX";
+    m_iDescriptor = mkostemp(sTemporary.data(), O_CLOEXEC);
+    if (m_iDescriptor < 0) Fail();
+    m_sTemporary = sTemporary;
+}
+
+WholeFile::~WholeFile() {
+    if (m_iDescriptor >= 0) close(m_iDescriptor);
+    if (!m_sTemporary.empty()) unlink(m_sTemporary.c_str());
+}
+
+void WholeFile::Fail() const { FailAt(m_sName, errno); }
+
+void WholeFile::Finish() {
+    const mode_t iMask = umask(0);
+    umask(iMask);
+    if (fchmod(m_iDescriptor, 0666 & ~iMask) != 0 || fsync(m_iDescriptor) != 0) Fail();
+    if (std::rename(m_sTemporary.c_str(), m_sName.c_str()) != 0) Fail();
+    m_sTemporary.clear();
+}
+
+void PrepareFolder(const std::string& sFolder) {
+    if (mkdir(sFolder.c_str(), 0777) != 0 && errno != EEXIST) FailAt(sFolder, errno);
+    struct stat tStatus;
+    if (stat(sFolder.c_str(), &tStatus) != 0) FailAt(sFolder, errno);
+    if (!S_ISDIR(tStatus.st_mode)) FailAt(sFolder, ENOTDIR);
+    if (access(sFolder.c_str(), W_OK | X_OK) != 0) FailAt(sFolder, errno);
+}
+
+}  // namespace report
