@@ -298,6 +298,7 @@ SentMessage Traffic::SentFrom(const Target& t, double dTime, char sChannel) cons
     tSent.lMmsi = t.lMmsi;
     tSent.iType = m_tBits.Payload().front() - '0';  // the first character is the type
     tSent.sChannel = sChannel;
+    tSent.bFix = !t.bNoFix;
     tSent.dMiles = GlobeMiles(tOwn, t.tFix);
     tSent.dBearing = GlobeBearing(tOwn, t.tFix);
     return tSent;

@@ -40,6 +40,7 @@ struct SentMessage {
     std::uint32_t lMmsi = 0;
     int iType = 0;
     char sChannel = 'A';
+    bool bFix = false;  // the sender knows its place
     double dMiles = 0;  // from us
     double dBearing = 0;
     double dDbm = 0;

@@ -18,7 +18,8 @@ constexpr const char* Usage =
     "The record file is the same for the same options.\n"
     "--clock SECONDS lets the recording computer's clock be fast, or slow with a minus. --truth FILE gets a row for "
     "each\n"
-    "message sent in that time: by the right clock, where it came from, its level before the board's steps, 1 if "
+    "message sent in that time: by the right clock, whether the sender knows its place, where it was, its level before "
+    "the board's steps, 1 if "
     "heard.\n";
 
 constexpr std::size_t BlockSize = 1 << 20;
@@ -58,10 +59,10 @@ void AppendTruth(std::string& sText, runtime::DateTime dtStart, const simulator:
     const auto tDate = runtime::DateOf(dt);
     const int iSecond = runtime::SecondOfDay(dt);
     char s[128];
-    const int i = std::snprintf(s, sizeof s, "%04d-%02d-%02d %02d:%02d:%02d.%03d,%u,%d,%c,%.4f,%.4f,%.3f,%d\n",
+    const int i = std::snprintf(s, sizeof s, "%04d-%02d-%02d %02d:%02d:%02d.%03d,%u,%d,%c,%d,%.4f,%.4f,%.3f,%d\n",
                                 tDate.iYear, tDate.iMonth, tDate.iDay, iSecond / 3600, iSecond / 60 % 60, iSecond % 60,
-                                static_cast<int>(t.lMilliseconds % 1000), t.lMmsi, t.iType, t.sChannel, t.dMiles,
-                                t.dBearing, t.dDbm, t.bHeard ? 1 : 0);
+                                static_cast<int>(t.lMilliseconds % 1000), t.lMmsi, t.iType, t.sChannel, t.bFix ? 1 : 0,
+                                t.dMiles, t.dBearing, t.dDbm, t.bHeard ? 1 : 0);
     sText.append(s, static_cast<std::size_t>(i));
 }
 
@@ -72,7 +73,7 @@ void Write(const simulator::RecordKind& tKind, std::int64_t lLines, std::int64_t
     std::unique_ptr<OutputFile> pTruth;
     if (!sTruth.empty()) {
         pTruth = std::make_unique<OutputFile>(sTruth);
-        pTruth->sText = "time,mmsi,type,channel,nm,bearing,dbm,heard\n";
+        pTruth->sText = "time,mmsi,type,channel,fix,nm,bearing,dbm,heard\n";
         tWriter.TellSent([&](const simulator::SentMessage& t) {
             if (t.lMilliseconds < lEnd) AppendTruth(pTruth->sText, tKind.tTraffic.dtStart, t);
             pTruth->Flush(BlockSize);
