@@ -5,14 +5,14 @@ _tidewatch_report() {
     case "${COMP_WORDS[1]}" in summary | coverage | range | signal | stations | ships | reports) sCommand="${COMP_WORDS[1]}" ;; esac
     case "$sBefore" in
         --by) mapfile -t COMPREPLY < <(compgen -W "hour day week" -- "$sWord"); return ;;
-        --sector | --position | --gap | --share) COMPREPLY=(); return ;;
+        --sector | --position | --gap | --ring | --share) COMPREPLY=(); return ;;
         --html) mapfile -t COMPREPLY < <(compgen -f -- "$sWord"); compopt -o filenames; return ;;
         --png | --svg) mapfile -t COMPREPLY < <(compgen -d -- "$sWord"); compopt -o filenames; return ;;
     esac
     case "$sCommand" in
         summary) sOptions+=" --by --position --raw" ;;
         coverage) sOptions+=" --position --sector" ;;
-        range) sOptions+=" --position --gap --share" ;;
+        range) sOptions+=" --position --gap --ring --share" ;;
         signal) sOptions+=" --by --position --raw" ;;
         stations) sOptions+=" --by --position" ;;
         ships | reports) sOptions+=" --position --raw" ;;

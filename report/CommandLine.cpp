@@ -72,6 +72,8 @@ void AddOptions(CLI::App& tApp, const Command& t, Words& tWords) {
         tApp.add_option("--gap", tWords.tNumbers.iGap,
                         "Intervals without a report above which a ship is out of reach, 30 unless told")
             ->check(CLI::Range(2, 10000));
+        tApp.add_option("--ring", tWords.tNumbers.iRing, "Nautical miles of a ring, 5 unless told")
+            ->check(CLI::Range(1, 1000));
         tApp.add_option("--share", tWords.tNumbers.iShare, "Percent heard within the reliable range, 80 unless told")
             ->check(CLI::Range(1, 100));
     }

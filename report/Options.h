@@ -18,6 +18,7 @@ struct Options {
     std::optional<Period> eBy;
     int iSector = 10;          // degrees; divides 360
     int iGap = 30;             // intervals without a report, above which a ship is out of reach
+    int iRing = 5;             // nautical miles of a ring of range
     int iShare = 80;           // percent that are heard within the reliable range
     std::string sPage{};       // where a page goes, or nowhere
     std::string sPngFolder{};  // where pictures go

@@ -12,7 +12,8 @@ Cell CountCell(std::int32_t l) { return l == 0 ? Cell() : Cell(std::int64_t{l});
 
 }  // namespace
 
-ShipList::ShipList(const Options& tOptions, Writer& tWriter) : m_tScale(tOptions.bRaw), m_tWriter(tWriter) {}
+ShipList::ShipList(const Options& tOptions, Writer& tWriter)
+    : m_tScale(tOptions.bRaw), m_tWriter(tWriter), m_tDue(tOptions.iGap) {}
 
 void ShipList::Message(const Report& t) {
     if (t.bNewShip) {
@@ -31,11 +32,23 @@ void ShipList::Message(const Report& t) {
         tShip.dSnrSum += dSnr;
         ++tShip.lLevels;
     }
+    const bool bJump = t.bPosition && m_tTracks.Jumps(t);
+    CountDue(t, bJump, tShip);
     if (!t.bPosition) return;
     if (!t.bOwnPosition) ++m_lNoOwnPosition;
-    if (m_tTracks.Jumps(t) || !t.bRange) return;
+    if (bJump || !t.bRange) return;
     ++tShip.lPositions;
     tShip.dGreatest = std::max(tShip.dGreatest, t.tFromUs.dRange);
+}
+
+// Wherever the ship is: its range is not needed for this.
+void ShipList::CountDue(const Report& t, bool bJump, Ship& tShip) {
+    if (!IsPositionReport(t)) return;
+    if (bJump) return m_tDue.End(t);
+    m_tDue.Take(t, [&](double, double, double dMissed, bool bHeard) {
+        tShip.lHeard += bHeard ? 1 : 0;
+        tShip.dDue += dMissed + (bHeard ? 1 : 0);
+    });
 }
 
 bool ShipList::Finish() {
@@ -51,13 +64,18 @@ bool ShipList::Finish() {
                           {"reports", "reports", 7},
                           {"snr_best", "best SNR", 8},
                           {"snr_mean", "mean SNR", 8},
-                          {"range_greatest", "nm", 6}});
+                          {"range_greatest", "nm", 6},
+                          {"rate", "heard %", 7},
+                          {"due", "of", 6}});
     std::ranges::sort(m_tShips, {}, &Ship::lMmsi);
     for (const Ship& t : m_tShips) Row(t);
     m_tWriter.EndTable();
     m_tWriter.Note(
         "reports: messages of all types. nm: the greatest range of a position, jumps left out. Names and "
-        "sizes are the last that a ship told of itself (message types 5, 19, 21, 24).");
+        "sizes are the last that a ship told of itself (message types 5, 19, 21, 24). heard %: of so many position "
+        "reports due in its stretches of one interval, the first and last of each left out; the command range tells "
+        "the "
+        "rule.");
     if (m_tShips.empty()) m_tWriter.Note("There is no AIS message.");
     if (m_lNoOwnPosition > 0) {
         m_tWriter.Note(std::to_string(m_lNoOwnPosition) +
@@ -68,11 +86,14 @@ bool ShipList::Finish() {
 
 void ShipList::Row(const Ship& t) {
     const auto dMean = t.lLevels == 0 ? Cell() : Cell(Number{t.dSnrSum / static_cast<double>(t.lLevels), 1});
+    const auto tRate =
+        t.dDue > 0 ? Cell(Number{std::min(100.0, 100 * static_cast<double>(t.lHeard) / t.dDue), 1}) : Cell();
     m_tWriter.Row({std::int64_t{t.lMmsi}, TextCell(t.tStatic.sName), TextCell(t.tStatic.sCallSign),
                    CountCell(t.tStatic.lShipType), CountCell(t.tStatic.lLength), CountCell(t.tStatic.lBeam),
                    IsoText(t.dtFirst), IsoText(t.dtLast), t.lReports,
                    t.lLevels == 0 ? Cell() : Cell(Number{t.dSnrBest, 1}), dMean,
-                   t.lPositions == 0 ? Cell() : Cell(Number{t.dGreatest, 1})});
+                   t.lPositions == 0 ? Cell() : Cell(Number{t.dGreatest, 1}), tRate,
+                   t.dDue > 0 ? Cell(Number{t.dDue, 0}) : Cell()});
 }
 
 }  // namespace report

@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "report/DueReports.h"
 #include "report/LevelFigures.h"
 #include "report/Options.h"
 #include "report/StaticData.h"
@@ -27,14 +28,18 @@ private:
         std::int64_t lLevels = 0;
         double dSnrSum = 0;
         double dSnrBest = 0;
+        std::int64_t lHeard = 0;  // of the position reports due
+        double dDue = 0;
         StaticData tStatic;
     };
 
+    void CountDue(const Report& t, bool bJump, Ship& tShip);
     void Row(const Ship& t);
 
     const LevelScale m_tScale;
     Writer& m_tWriter;
     TrackCheck m_tTracks;
+    DueReports m_tDue;
     std::vector<Ship> m_tShips;
     std::int64_t m_lNoOwnPosition = 0;
 };

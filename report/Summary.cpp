@@ -20,7 +20,8 @@ Summary::Summary(const Options& tOptions, Writer& tWriter)
       m_bPosition(tOptions.tPosition),
       m_tScale(tOptions.bRaw),
       m_tWriter(tWriter),
-      m_tCounts(tOptions.eBy) {}
+      m_tCounts(tOptions.eBy),
+      m_tDue(tOptions.iGap) {}
 
 void Summary::Line(const LineEvent& t) {
     ++m_tAll.lLines[IndexOf(t.eKind)];
@@ -77,6 +78,7 @@ void Summary::Message(const Report& t) {
     const bool bJump = t.bPosition && m_tTracks.Jumps(t);
     if (t.bPosition && !t.bOwnPosition) ++m_lNoOwnPosition;
     if (t.bPosition && t.bOwnPosition && !t.bRange) ++m_lNoRange;
+    CountDue(t, bJump, pPeriod);
     const bool bKnownType = t.lType > 0 && t.lType < static_cast<std::int32_t>(SummaryFigures::Types);
     const std::size_t iType = bKnownType ? static_cast<std::size_t>(t.lType) : 0;
     const auto iChannel = static_cast<std::size_t>(t.eChannel);
@@ -90,6 +92,15 @@ void Summary::Message(const Report& t) {
         if (bJump) ++p->lJumps;
         if (t.bRange && !bJump) p->AddRange(t);
     }
+}
+
+void Summary::CountDue(const Report& t, bool bJump, SummaryFigures* pPeriod) {
+    if (!IsPositionReport(t)) return;
+    if (!t.bRange || bJump) return m_tDue.End(t);
+    m_tDue.Take(t, [&](double dFrom, double dTo, double dMissed, bool bHeard) {
+        m_tAll.tRates.Count(dFrom, dTo, dMissed, bHeard);
+        if (pPeriod) pPeriod->tRates.Count(dFrom, dTo, dMissed, bHeard);
+    });
 }
 
 void Summary::CountMinute(const MinuteCounts::Minute& t) {
@@ -168,8 +179,9 @@ void Summary::WriteNotes() const {
     if (!m_tAll.tRange.Empty()) {
         m_tWriter.Note(
             "A position counts as a jump when it lies farther from the ship's last one than 102.2 knots and 1 nm "
-            "allow. "
-            "The greatest range is that of a single report.");
+            "allow. The greatest range is that of a single report. Reliable range: the rings of 5 nm up to the first "
+            "of "
+            "which less than 80 % was heard of what ships there must have sent; the command range tells the rule.");
         m_tWriter.Note(m_bPosition ? "Ranges are from the position that --position tells."
                                    : "Ranges are from the GPS position in the files.");
     }

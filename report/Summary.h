@@ -4,6 +4,7 @@
 #include <map>
 #include <vector>
 
+#include "report/DueReports.h"
 #include "report/MinuteCounts.h"
 #include "report/Options.h"
 #include "report/SummaryFigures.h"
@@ -23,6 +24,7 @@ public:
 private:
     void Elapse(runtime::DateTime dt);
     SummaryFigures* PeriodOf(runtime::DateTime dt);
+    void CountDue(const Report& t, bool bJump, SummaryFigures* pPeriod);
     void CountMinute(const MinuteCounts::Minute& t);
     void WriteNotes() const;
     void DrawCounts() const;
@@ -45,6 +47,7 @@ private:
     TimeBins<Count> m_tCounts;
 
     TrackCheck m_tTracks;
+    DueReports m_tDue;
     MinuteCounts m_tMinutes;
     std::vector<const SummaryFigures*> m_pHeardIn;  // of each ship: the period in which it was heard last
     bool m_bTimed = false;                          // m_dtLast has been set

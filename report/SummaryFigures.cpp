@@ -99,6 +99,7 @@ void WriteRange(const SummaryFigures& t, Writer& tWriter) {
         {"jumps", "positions dropped as jumps", t.lJumps},
         {"median", "median range", QuantileCell(t.tRange, 0.5), "nm"},
         {"most", "95 % come from within", QuantileCell(t.tRange, MostReports), "nm"},
+        {"reliable", "80 % are heard up to", t.ReliableRange(), "nm"},
         {"greatest", "greatest range", bAny ? Cell(Number{t.dGreatest, 1}) : Cell(), "nm"},
         {"greatest_mmsi", "that was MMSI", bAny ? Cell(std::int64_t{t.lGreatestMmsi}) : Cell()},
         {"greatest_at", "at", TimeCell(bAny, t.dtGreatest)},
@@ -149,6 +150,11 @@ Cell SummaryFigures::PerMinute() const {
     return Number{static_cast<double>(lMessages) * Minute / static_cast<double>(lSeconds), 1};
 }
 
+Cell SummaryFigures::ReliableRange() const {
+    const double dMiles = tRates.ReliableMiles(ReliableShare);
+    return dMiles > 0 ? Cell(Number{dMiles, 0}) : Cell();
+}
+
 void WriteSummary(const SummaryFigures& t, const LevelScale& tScale, Writer& tWriter) {
     WriteRecording(t, tWriter);
     WriteMessages(t, tWriter);
@@ -157,13 +163,21 @@ void WriteSummary(const SummaryFigures& t, const LevelScale& tScale, Writer& tWr
 }
 
 void PeriodTable::Begin(const std::string& sTitle) {
-    std::vector<Column> tColumns = {{"from", "from", 19, true},   {"seconds", "s heard", 7},
-                                    {"lines", "lines", 8},        {"bad", "bad", 6},
-                                    {"messages", "msgs", 7},      {"per_minute", "/min", 6},
-                                    {"busiest_minute", "max", 5}, {"ships", "ships", 6},
-                                    {"signal_median", "sig", 6},  {"threshold_median", "thr", 6},
-                                    {"snr_median", "snr", 5},     {"range_median", "range", 6},
-                                    {"range_most", "95 %", 6},    {"range_greatest", "most", 6}};
+    std::vector<Column> tColumns = {{"from", "from", 19, true},
+                                    {"seconds", "s heard", 7},
+                                    {"lines", "lines", 8},
+                                    {"bad", "bad", 6},
+                                    {"messages", "msgs", 7},
+                                    {"per_minute", "/min", 6},
+                                    {"busiest_minute", "max", 5},
+                                    {"ships", "ships", 6},
+                                    {"signal_median", "sig", 6},
+                                    {"threshold_median", "thr", 6},
+                                    {"snr_median", "snr", 5},
+                                    {"range_median", "range", 6},
+                                    {"range_most", "95 %", 6},
+                                    {"range_greatest", "most", 6},
+                                    {"range_reliable", "reliable", 8}};
     if (m_tWriter.OneTable()) {
         for (std::size_t i = 0; i < LineKindCount; ++i) tColumns.push_back({LineKindNames[i].sKey, "", 0});
         for (const auto sName : ChannelNames) tColumns.push_back({"channel_" + std::string(sName), "", 0});
@@ -191,7 +205,8 @@ void PeriodTable::Row(runtime::DateTime dtStart, const SummaryFigures& t) {
                                 QuantileCell(tLevels.tSnr, 0.5),
                                 QuantileCell(t.tRange, 0.5),
                                 QuantileCell(t.tRange, MostReports),
-                                t.tRange.Empty() ? Cell() : Cell(Number{t.dGreatest, 1})};
+                                t.tRange.Empty() ? Cell() : Cell(Number{t.dGreatest, 1}),
+                                t.ReliableRange()};
     if (m_tWriter.OneTable()) {
         tCells.insert(tCells.end(), t.lLines.begin(), t.lLines.end());
         tCells.insert(tCells.end(), t.lChannels.begin(), t.lChannels.end());

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "report/LevelFigures.h"
+#include "report/RingRates.h"
 #include "report/Writer.h"
 
 namespace report {
@@ -33,6 +34,9 @@ struct SummaryFigures {
     std::int32_t lGreatestMmsi = 0;
     runtime::DateTime dtGreatest;
     std::int64_t lJumps = 0;
+    RingRates tRates;
+
+    static constexpr double ReliableShare = 0.8;  // that is heard within the reliable range
 
     void AddTime(runtime::DateTime dt) {
         if (!bTimed || dt < dtFirst) dtFirst = dt;
@@ -45,6 +49,8 @@ struct SummaryFigures {
     LevelFigures AllLevels() const;
     // Messages in a minute; nothing where less than a minute was recorded.
     Cell PerMinute() const;
+    // Nautical miles; nothing where it cannot be said.
+    Cell ReliableRange() const;
 };
 
 // "bad size" and so on: what programs and people call a kind of line.

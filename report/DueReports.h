@@ -1,0 +1,105 @@
+// Which of the position reports that ships must have sent were heard.
+//
+// The rules (ITU-R M.1371, annex 1, tables 1 and 2) fix the seconds between two position reports by class, speed and
+// navigational status. Two reports of a ship that came 30 seconds apart, at 10 knots, where it sends every 10: two were
+// missed between them.
+//
+// So each ship's reports are cut into stretches in which its interval stays the same. A stretch ends where a turn or
+// another interval begins, at a jump, and where the ship was silent for so long that it was out of reach or switched
+// off. Its first and its last report are known to us because they were heard: they would count as heard whatever the
+// receiver does, and what was missed before and behind them is not known. The reports between the two do not have that
+// fault: each was sent and was heard or missed, and they alone count.
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <vector>
+
+#include "report/Event.h"
+
+namespace report {
+
+// Seconds between two position reports of the sender of a class A or B position report; nothing where the report does
+// not tell. Not for ships that turn.
+std::optional<double> ExpectedInterval(const Report& t);
+
+// A type 1, 2, 3 or 18.
+bool IsPositionReport(const Report& t);
+
+// The 95 % interval of a share, by Wilson's formula. dHeard of dSent, which is above 0.
+struct ShareInterval {
+    double dLow;
+    double dHigh;
+};
+ShareInterval WilsonInterval(double dHeard, double dSent);
+
+class DueReports {
+public:
+    // What was left out, and why.
+    struct LeftOut {
+        std::int64_t lAssigned = 0, lNoInterval = 0, lTurning = 0, lRepeated = 0;
+        std::int64_t lGaps = 0;  // silences longer than the gap, and steps of a clock that was set back
+    };
+
+    // dGap: intervals of silence that end a stretch.
+    explicit DueReports(double dGap) : m_dGap(dGap) {}
+
+    // A ship's next position report. Calls Count(dFrom, dTo, dMissed, bHeard) when it goes on with a stretch: dMissed
+    // reports are missing between the ranges dFrom and dTo, and the one at dFrom counts as heard when bHeard.
+    template <class Function>
+    void Take(const Report& t, const Function& Count) {
+        Stretch& tStretch = Of(t);
+        Place tNow;
+        if (!Belongs(t, tNow)) {
+            tStretch.bKnown = false;
+            return;
+        }
+        if (tStretch.bKnown && IsRepeated(tStretch, tNow)) {
+            ++m_tLeftOut.lRepeated;
+            return;
+        }
+        if (!tStretch.bKnown || !GoesOn(tStretch, tNow)) {
+            tStretch = {true, false, tNow.dHeading, tNow};
+            return;
+        }
+        Count(tStretch.tLast.dRange, tNow.dRange, MissedWithin(tStretch.tLast, tNow), tStretch.bInner);
+        tStretch.bInner = true;
+        tStretch.tLast = tNow;
+    }
+    // Ends the ship's stretch: what stands between two reports of it would be taken for missed ones.
+    void End(const Report& t) { Of(t).bKnown = false; }
+
+    const LeftOut& Left() const { return m_tLeftOut; }
+
+private:
+    // A report heard.
+    struct Place {
+        runtime::DateTime dt;
+        double dInterval = 0;
+        double dHeading = 0;  // of a class A ship under way; 0 for others and where it is not known
+        double dRange = 0;
+    };
+    struct Stretch {
+        bool bKnown = false;
+        bool bInner = false;  // its last report is not its first
+        double dHeading = 0;  // of its first report
+        Place tLast;
+    };
+
+    Stretch& Of(const Report& t) {
+        const auto iShip = static_cast<std::size_t>(t.iShip);
+        if (iShip >= m_tStretches.size()) m_tStretches.resize(iShip + 1);
+        return m_tStretches[iShip];
+    }
+    bool Belongs(const Report& t, Place& tNow);
+    static bool IsRepeated(const Stretch& t, const Place& tNow);
+    bool GoesOn(const Stretch& t, const Place& tNow);
+    static double MissedWithin(const Place& tLast, const Place& tNow);
+
+    double m_dGap;
+    std::vector<Stretch> m_tStretches;
+    LeftOut m_tLeftOut;
+};
+
+}  // namespace report
