@@ -20,15 +20,15 @@ h3 { font-size: 1rem; margin: 0 0 .4rem; }
 .part { margin: 0 0 1rem; padding: .8rem; background: var(--panel); border: 1px solid var(--line); border-radius: .5rem;
   break-inside: avoid; }
 .wide { column-span: all; }
-.scroll { overflow: auto; max-height: 34rem; }
-svg { display: block; width: 100%; height: auto; max-height: 34rem; }
+.scroll { overflow-x: auto; }
+svg { display: block; width: 100%; height: auto; max-width: 38rem; margin: auto; }
 svg text { fill: var(--text); }
 figcaption { margin-top: .4rem; font-size: .875rem; }
 figcaption b { white-space: nowrap; }
 .none { padding: 2rem 0; text-align: center; color: var(--soft); }
 table { width: 100%; border-collapse: collapse; font-size: .875rem; font-variant-numeric: tabular-nums; }
 th, td { padding: .15rem .5rem; text-align: right; white-space: nowrap; border-bottom: 1px solid var(--line); }
-thead th { position: sticky; top: 0; background: var(--panel); color: var(--soft); font-weight: 600; }
+thead th { color: var(--soft); font-weight: 600; }
 tbody th { font-weight: 400; white-space: normal; color: var(--soft); }
 .left, tbody th { text-align: left; }
 .notes { padding-left: 1.2rem; font-size: .875rem; }
@@ -39,8 +39,8 @@ footer { margin-top: 2rem; font-size: .8rem; }
   :root { --ground: #fff; --panel: #fff; --text: #000; --soft: #444; --line: #bbb; }
   body { padding: 0; max-width: none; font-size: 9pt; }
   .parts { columns: 2; }
-  .scroll { overflow: visible; max-height: none; }
-  thead th { position: static; }
+  .middle { column-span: all; }
+  .scroll { overflow: visible; }
   th, td { padding: 0 .25rem; }
   table { font-size: 7.5pt; }
   section.part { break-inside: auto; }

@@ -9,8 +9,10 @@ namespace report {
 
 namespace {
 
-// Tables with more columns take the whole width.
-constexpr std::size_t NarrowColumns = 8;
+// How much of the page's width a table takes: half, on paper the whole, always the whole.
+const char* WidthClass(std::size_t lColumns) {
+    return lColumns > 8 ? "part wide" : lColumns > 5 ? "part middle" : "part";
+}
 
 std::string Element(const std::string& sName, const std::string& sText, const char* sClass = "") {
     return "<" + sName + (*sClass ? std::string(" class=\"") + sClass + "\"" : "") + ">" + MarkupText(sText) + "</" +
@@ -52,7 +54,7 @@ public:
     }
 
     void Fields(const std::string&, const std::string& sTitle, const std::vector<Field>& tFields) override {
-        BeginPart(sTitle, false);
+        BeginPart(sTitle, 2);
         m_tPage.Write("<tbody>\n");
         for (const Field& t : tFields) {
             std::string sValue = CellText(t.tValue, "not known");
@@ -64,7 +66,7 @@ public:
 
     void BeginTable(const std::string&, const std::string& sTitle, std::vector<Column> tColumns) override {
         m_tColumns = std::move(tColumns);
-        BeginPart(sTitle, m_tColumns.size() > NarrowColumns);
+        BeginPart(sTitle, m_tColumns.size());
         m_tPage.Write("<thead>\n<tr>");
         for (const Column& t : m_tColumns) m_tPage.Write(Element("th", t.sHeader, t.bLeft ? "left" : ""));
         m_tPage.Write("</tr>\n</thead>\n<tbody>\n");
@@ -113,9 +115,9 @@ private:
         m_bInParts = true;
     }
 
-    void BeginPart(const std::string& sTitle, bool bWide) {
+    void BeginPart(const std::string& sTitle, std::size_t lColumns) {
         BeginParts();
-        m_tPage.Write(std::string("<section class=\"part") + (bWide ? " wide" : "") + "\">\n" + Element("h3", sTitle) +
+        m_tPage.Write(std::string("<section class=\"") + WidthClass(lColumns) + "\">\n" + Element("h3", sTitle) +
                       "\n<div class=\"scroll\">\n<table>\n");
     }
 

@@ -15,15 +15,18 @@ namespace {
 
 // Tones that stand out on white and on black alike.
 constexpr std::array Colours = {"#2f7fc1", "#d55e00", "#0e9a6e", "#b463a5", "#8a7f2b", "#5b6b7b"};
-constexpr int Width = 620;
-constexpr int Height = 400;
-constexpr int RoseHeight = 560;
+constexpr int Width = 500;
+constexpr int Height = 330;
+constexpr int RoseHeight = 470;
 constexpr int LineHeight = 20;  // of the texts below
-constexpr std::size_t TextWidth = 76;
+constexpr std::size_t TextWidth = 60;
 constexpr std::size_t MostMarks = 40;  // more points are a line
 constexpr double ArcDegrees = 2;       // an arc is drawn as straight pieces of this length
 constexpr double Circle = 360;
 constexpr double Minute = 60, Hour = 60 * Minute, Day = 24 * Hour;
+constexpr std::array TimeSteps = {Minute,  2 * Minute, 5 * Minute, 10 * Minute, 15 * Minute, 30 * Minute,
+                                  Hour,    2 * Hour,   3 * Hour,   6 * Hour,    12 * Hour,   Day,
+                                  2 * Day, 4 * Day,    7 * Day,    14 * Day,    28 * Day};
 
 bool Known(double d) { return !std::isnan(d); }
 
@@ -142,21 +145,25 @@ std::string Terminal(const Picture& t, PlotFormat e, int iTextLines) {
     const auto Size = [&](int iTimes) {
         return " size " + std::to_string(Width * iTimes) + "," + std::to_string(iHeight * iTimes);
     };
-    const std::string sFont = " noenhanced font 'DejaVu Sans,14'";
+    const std::string sFont = " noenhanced font 'DejaVu Sans,13'";
     if (e == PlotFormat::Png) return "set terminal pngcairo" + Size(2) + sFont + " fontscale 1.5 linewidth 2\n";
     return "set terminal svg" + Size(1) + " dynamic" + sFont +
            (e == PlotFormat::Svg ? " background '#ffffff'\n" : "\n");
 }
 
-// The scale of a time, by how much of it there is.
+// Round steps of a time, at most six of them: gnuplot's own are many enough for their texts to meet.
 std::string TimeScale(const Picture& t) {
     const Span tSpan = SpanOf(t);
     const double dSpan = tSpan.dTo - tSpan.dFrom;
-    const char* sFormat = dSpan <= 1.5 * Day ? "%H:%M" : dSpan <= 5 * Day ? "%m-%d\\n%H:%M" : "%Y-\\n%m-%d";
-    std::string s = std::string("set xtics time format \"") + sFormat + "\"\n";
-    if (dSpan <= Hour)
-        return s + "set xtics " + std::to_string(std::max(Minute, std::ceil(dSpan / 300) * Minute)) + "\n";
-    return s;
+    const auto Fits = [dSpan](double dStep) { return dSpan <= 6 * dStep; };
+    const auto pStep = std::ranges::find_if(TimeSteps, Fits);
+    double dStep = pStep != TimeSteps.end() ? *pStep : TimeSteps.back();
+    while (!Fits(dStep)) dStep *= 2;
+    const char* sFormat = dSpan <= 1.5 * Day  ? "%H:%M"
+                          : dStep < Day       ? "%d %b\\n%H:%M"
+                          : dSpan < 300 * Day ? "%d %b"
+                                              : "%d %b\\n%Y";
+    return std::string("set xtics time format \"") + sFormat + "\" " + std::to_string(dStep) + "\n";
 }
 
 std::string AxisTitle(const Picture& t) {
@@ -196,7 +203,7 @@ std::string RoseFrame(const Picture& t) {
     return "set polar\n"
            "set angles degrees\n"
            "set theta top clockwise\n"
-           "unset border\n"
+           "set border 0 lc rgb '#808080'\n"
            "unset xtics\n"
            "unset ytics\n"
            "unset raxis\n"
@@ -223,9 +230,11 @@ std::string Line(const Picture& t, std::size_t i) {
     if (t.eKind != Picture::Kind::Lines) {
         return NameOf(i) + " using 1:2 with lines lw 2" + ColourOf(i) + sDash + sTitle;
     }
-    const bool bMarked = t.tSeries[i].tPoints.size() <= MostMarks;
-    const char* sWith = bMarked ? " using 1:2 with linespoints pt 7 ps 0.5 lw 2" : " using 1:2 with lines lw 2";
-    return NameOf(i) + sWith + ColourOf(i) + sDash + sTitle;
+    const std::string sColour = " lw 2" + ColourOf(i);
+    if (t.tSeries[i].tPoints.size() > MostMarks) return NameOf(i) + " using 1:2 with lines" + sColour + sDash + sTitle;
+    // The ends of the band marked too: it has no width where there is one point.
+    return NameOf(i) + " using 1:3:(0):($4-$3) with vectors nohead lw 1" + ColourOf(i) + " notitle, " + NameOf(i) +
+           " using 1:2 with linespoints pt 7 ps 0.5" + sColour + sDash + sTitle;
 }
 
 std::string Plot(const Picture& t) {

@@ -13,6 +13,8 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "report/PlainText.h"
+
 namespace report {
 
 namespace {
@@ -66,6 +68,15 @@ std::string ReadAll(int iDescriptor) {
     return s;
 }
 
+// With the picture's own name where gnuplot's stands, which browsers show at the pointer.
+std::string Titled(std::string sSvg, const std::string& sTitle) {
+    const std::string sBefore = "<title>";
+    const auto lFrom = sSvg.find(sBefore), lTo = sSvg.find("</title>");
+    if (lFrom == std::string::npos || lTo == std::string::npos) return sSvg;
+    const auto lName = lFrom + sBefore.size();
+    return sSvg.replace(lName, lTo - lName, MarkupText(sTitle));
+}
+
 }  // namespace
 
 std::string Drawn(const Picture& t, PlotFormat e) {
@@ -78,7 +89,7 @@ std::string Drawn(const Picture& t, PlotFormat e) {
     }
     if (!WIFEXITED(iStatus) || WEXITSTATUS(iStatus) != 0 || sPicture.empty())
         Fail("it could not draw \"" + t.sTitle + "\"");
-    return sPicture;
+    return e == PlotFormat::Png ? sPicture : Titled(sPicture, t.sTitle);
 }
 
 }  // namespace report

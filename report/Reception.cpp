@@ -36,7 +36,7 @@ void Reception::CountVisit(std::size_t iShip, std::size_t iRing) {
 
 void Reception::DrawRates() const {
     Picture t{Picture::Kind::Lines, "rate", "Reception rate against range"};
-    t.tX = {"range, nm", false, 0};
+    t.tX = {"range, nm", false, 0, m_tRings.empty() ? NotKnown : (m_tRings.rbegin()->first + 1.0) * RingMiles};
     t.tY = {"heard, %", false, 0, 100};
     t.tSeries = {{"heard", {}}};
     const double dMiles = m_tRates.Miles();

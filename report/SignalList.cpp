@@ -109,7 +109,7 @@ void SignalList::DrawAll() const {
         tFigures.emplace_back((iRing + 0.5) * RingMiles, &t);
         iNext = iRing + 1;
     }
-    Picture t{Picture::Kind::Lines, "range", "against range", {"range, nm", false, 0}};
+    Picture t{Picture::Kind::Lines, "range", "against range", {"range, nm", false, 0, iNext * 1.0 * RingMiles}};
     t.sRule = "Medians of the reports in a ring of 5 nm" + sBand;
     Draw(t, tFigures);
 
