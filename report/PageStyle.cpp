@@ -43,7 +43,6 @@ footer { margin-top: 2rem; font-size: .8rem; }
   .scroll { overflow: visible; }
   th, td { padding: 0 .25rem; }
   table { font-size: 7.5pt; }
-  section.part { break-inside: auto; }
   tr, li { break-inside: avoid; }
   h2, h3 { break-after: avoid; }
 }

@@ -36,10 +36,11 @@ void Reception::CountVisit(std::size_t iShip, std::size_t iRing) {
 
 void Reception::DrawRates() const {
     Picture t{Picture::Kind::Lines, "rate", "Reception rate against range"};
-    t.tX = {"range, nm", false, 0, m_tRings.empty() ? NotKnown : (m_tRings.rbegin()->first + 1.0) * RingMiles};
     t.tY = {"heard, %", false, 0, 100};
     t.tSeries = {{"heard", {}}};
     const double dMiles = m_tRates.Miles();
+    const auto dRings = static_cast<double>(m_tRates.Rings().size());
+    t.tX = {"range, nm", false, 0, dRings > 0 ? dRings * dMiles : NotKnown};
     for (std::size_t i = 0; i < m_tRates.Rings().size(); ++i) {
         const RingRate& tRing = m_tRates.Rings()[i];
         Point tPoint{(static_cast<double>(i) + 0.5) * dMiles, NotKnown};
