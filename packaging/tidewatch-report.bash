@@ -2,7 +2,7 @@
 _tidewatch_report() {
     local sWord="${COMP_WORDS[COMP_CWORD]}" sBefore="${COMP_WORDS[COMP_CWORD - 1]}"
     local sCommand=summary sOptions="--csv --json --html --help"
-    case "${COMP_WORDS[1]}" in summary | coverage | range | signal | stations | ships | reports) sCommand="${COMP_WORDS[1]}" ;; esac
+    case "${COMP_WORDS[1]}" in summary | coverage | range | signal | stations | compare | ships | reports) sCommand="${COMP_WORDS[1]}" ;; esac
     case "$sBefore" in
         --by) mapfile -t COMPREPLY < <(compgen -W "hour day week" -- "$sWord"); return ;;
         --sector | --position | --gap | --ring | --share) COMPREPLY=(); return ;;
@@ -15,13 +15,14 @@ _tidewatch_report() {
         range) sOptions+=" --position --gap --ring --share" ;;
         signal) sOptions+=" --by --position --raw" ;;
         stations) sOptions+=" --by --position" ;;
+        compare) sOptions+=" --position --raw --sector" ;;
         ships | reports) sOptions+=" --position --raw" ;;
     esac
     case "$sCommand" in ships | reports) ;; *) sOptions+=" --png --svg" ;; esac
     local sWords=""
     [[ "$sWord" == -* ]] && sWords="$sOptions"
     if [[ $COMP_CWORD -eq 1 ]]; then
-        if [[ "$sWord" == -* ]]; then sWords+=" --version"; else sWords="summary coverage range signal stations ships reports"; fi
+        if [[ "$sWord" == -* ]]; then sWords+=" --version"; else sWords="summary coverage range signal stations compare ships reports"; fi
     fi
     mapfile -t COMPREPLY < <(compgen -W "$sWords" -- "$sWord")
     [[ "$sWord" == -* ]] || { compopt -o filenames; mapfile -t -O "${#COMPREPLY[@]}" COMPREPLY < <(compgen -f -- "$sWord"); }

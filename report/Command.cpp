@@ -28,6 +28,8 @@ constexpr std::array Rows = {
     Command{"range",    "Reception rate against range", TakesGap | TakesPosition | TakesPictures, Make<Reception>},
     Command{"signal",   "Levels by channel, against range, over time, of fixed stations",
             TakesBy | TakesRaw | TakesPosition | TakesPictures, Make<SignalList>},
+    Command{"compare",  "Two recordings of the same time: which antenna or receiver hears more, and stronger",
+            TakesSector | TakesRaw | TakesPosition | TakesPictures, nullptr},
     Command{"stations", "How many stations others say that they receive, and we", TakesBy | TakesPosition | TakesPictures,
             Make<StationCounts>},
     Command{"ships",    "A row for each ship and station", TakesRaw | TakesPosition, Make<ShipList>},

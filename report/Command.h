@@ -24,6 +24,7 @@ struct Command {
     const char* sName;
     const char* sHelp;
     unsigned iTakes;
+    // Of the files as one sequence; null for the command that reads two beside each other (Compare.h).
     std::unique_ptr<Collector> (*pMake)(const Options& tOptions, Writer& tWriter);
 };
 

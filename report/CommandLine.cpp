@@ -32,7 +32,8 @@ class Help : public CLI::Formatter {
 public:
     std::string make_usage(const CLI::App* pApp, std::string) const override {
         const std::string sCommand = pApp->get_parent() ? pApp->get_name() : "[COMMAND]";
-        return "Usage: tidewatch-report " + sCommand + " [OPTIONS] FILE...\n";
+        return "Usage: tidewatch-report " + sCommand + " [OPTIONS] " + (sCommand == "compare" ? "A B" : "FILE...") +
+               "\n";
     }
 };
 
@@ -45,6 +46,13 @@ std::string CheckSector(const std::string& s) {
 std::string CheckPosition(const std::string& s) {
     if (nav::ReadPosition(s)) return {};
     return "--position takes a latitude and a longitude such as \"50 21.40 N 004 08.60 W\", not \"" + s + "\"";
+}
+
+void CheckFiles(const std::string& sCommand, std::size_t lFiles) {
+    if (sCommand != "compare" || lFiles == 2) return;
+    throw CLI::ValidationError(sCommand, "takes two recordings, not " + std::to_string(lFiles) +
+                                             "; the files of one recording can be joined: cat A1 A2 | tidewatch-report "
+                                             "compare - B");
 }
 
 void AddOptions(CLI::App& tApp, const Command& t, Words& tWords) {
@@ -116,6 +124,7 @@ std::optional<Asked> ReadCommandLine(int iCount, const char* const* sWords, std:
     try {
         tApp.parse(WithCommand(iCount, sWords));
         if (std::ranges::count(tWords.sFiles, "-") > 1) throw CLI::ValidationError("-", "can be read only once");
+        CheckFiles(tApp.get_subcommands().front()->get_name(), tWords.sFiles.size());
     } catch (const CLI::ParseError& tError) {
         std::ostringstream tOut, tErr;
         const bool bMistake = tApp.exit(tError, tOut, tErr) != 0;

@@ -55,7 +55,7 @@ struct Report {
     std::int32_t lMmsi = 0;
     int iShip = 0;             // the sender's number in the order of first hearing, from 0
     bool bNewShip = false;     // heard for the first time
-    decoders::VdmView lData;   // element 1 is the type; at least Report::ValuesKept elements
+    decoders::VdmView lData;   // element 1 is the type; Report::ValuesKept elements
     std::int32_t lLength = 0;  // elements 1 to lLength were sent; what is behind them is left from other messages
     bool bPosition = false;
     double dLatitude = 0;       // degrees, north positive
@@ -66,7 +66,7 @@ struct Report {
     bool bLevels = false;
     Levels tLevels;
 
-    static constexpr std::size_t ValuesKept = 74;  // a type 5 fills 72 of them
+    static constexpr std::size_t ValuesKept = decoders::VdmCapacity + 1;
 };
 
 // Takes events and makes a result of them.

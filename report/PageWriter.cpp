@@ -59,7 +59,11 @@ public:
         for (const Field& t : tFields) {
             std::string sValue = CellText(t.tValue, "not known");
             if (!t.sUnit.empty() && t.tValue.index() != 0) sValue += " " + t.sUnit;
-            m_tPage.Write("<tr>" + Element("th", t.sLabel) + Element("td", sValue) + "</tr>\n");
+            if (t.sLabel.empty()) {
+                m_tPage.Write("<tr>" + Element("td", sValue, "left") + "</tr>\n");
+            } else {
+                m_tPage.Write("<tr>" + Element("th", t.sLabel) + Element("td", sValue) + "</tr>\n");
+            }
         }
         EndTable();
     }

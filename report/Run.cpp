@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <system_error>
 
+#include "report/Compare.h"
 #include "report/PageWriter.h"
 #include "report/PictureWriter.h"
 #include "report/ProgressBar.h"
@@ -83,26 +84,38 @@ bool TellEnds(const std::vector<FileEnd>& tEnds, Writer& tWriter, Sink& tNotes) 
     return bGood;
 }
 
+// True when all that was asked for could be said.
+bool Play(const Asked& tAsked, Writer& tAll, Writer& tDrawing, int iNotes, std::vector<FileEnd>& tEnds) {
+    const Options& tOptions = tAsked.tOptions;
+    std::optional<ProgressBar> tBar(iNotes);
+    const auto Show = [&](double dShare) { tBar->Show(dShare); };
+    if (!tAsked.pCommand->pMake) {
+        tAll.Section(tAsked.pCommand->sHelp);
+        return Compare(tOptions, tAll, Show, tEnds);
+    }
+    Sequence tSequence(tOptions.sFiles, tOptions.tPosition ? OwnPosition(*tOptions.tPosition) : OwnPosition());
+    Parts tCollector(tAsked, tAll, tDrawing);
+    tSequence.Play(tCollector, Show);
+    tBar.reset();
+    tEnds = tSequence.Ends();
+    return tCollector.Finish();
+}
+
 }  // namespace
 
 int Run(const Asked& tAsked, int iResult, int iNotes) {
     Sink tResult(iResult);
     Sink tNotes(iNotes);
     const Options& tOptions = tAsked.tOptions;
-    Sequence tSequence(tOptions.sFiles, tOptions.tPosition ? OwnPosition(*tOptions.tPosition) : OwnPosition());
     try {
         const auto pDrawing = DrawingWriters(tOptions, tNotes);
         WriterList tAll;
         tAll.Add(MakeWriter(tOptions.eFormat, tAsked.pCommand->sName, tResult, tNotes));
         tAll.Add(pDrawing);
-        Parts tCollector(tAsked, tAll, *pDrawing);
-        {
-            ProgressBar tBar(iNotes);
-            tSequence.Play(tCollector, [&](double dShare) { tBar.Show(dShare); });
-        }
-        const bool bSaid = tCollector.Finish();
+        std::vector<FileEnd> tEnds;
+        const bool bSaid = Play(tAsked, tAll, *pDrawing, iNotes, tEnds);
         tAll.Section("The files");
-        const bool bRead = TellEnds(tSequence.Ends(), tAll, tNotes);
+        const bool bRead = TellEnds(tEnds, tAll, tNotes);
         tAll.End();
         tResult.Flush();
         tNotes.Flush();

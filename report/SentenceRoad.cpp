@@ -81,7 +81,7 @@ void SentenceRoad::Keep(std::string_view sChannel) {
     const auto& lData = m_tVdmMessage.lData;
     // Few messages are longer than a position report, whose fields end at 23.
     const auto lCount = static_cast<std::size_t>(std::max(m_tVdmMessage.lLength, LastPositionCharacter)) + 1;
-    std::copy_n(lData.begin(), std::min(lCount, m_lData.size()), m_lData.begin());
+    std::copy_n(lData.begin(), lCount, m_lData.begin());
     Report& t = m_tReport;
     t.dt = m_dt;
     t.eChannel = ChannelOf(sChannel);

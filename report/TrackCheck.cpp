@@ -14,11 +14,11 @@ constexpr double SecondsPerHour = 3600;
 
 }  // namespace
 
-bool TrackCheck::Jumps(const Report& t) {
-    const auto iShip = static_cast<std::size_t>(t.iShip);
-    if (iShip >= m_tTracks.size()) m_tTracks.resize(iShip + 1);
-    Track& tTrack = m_tTracks[iShip];
-    const Place tHere{t.dt.lSeconds, t.dLatitude, t.dLongitude, true};
+bool TrackCheck::Jumps(int iShip, runtime::DateTime dt, double dLatitude, double dLongitude) {
+    const auto iTrack = static_cast<std::size_t>(iShip);
+    if (iTrack >= m_tTracks.size()) m_tTracks.resize(iTrack + 1);
+    Track& tTrack = m_tTracks[iTrack];
+    const Place tHere{dt.lSeconds, dLatitude, dLongitude, true};
     const bool bAgrees = tTrack.tDoubtful.bKnown && Reaches(tTrack.tDoubtful, tHere);
     if (tTrack.tGood.bKnown && !bAgrees && !Reaches(tTrack.tGood, tHere)) {
         tTrack.tDoubtful = tHere;

@@ -17,7 +17,8 @@ public:
     // True when the position of a report that has one is farther from the ship's last good one than FastestKnots and
     // SlackMiles allow. The second in a row that agrees with the one before is taken: then it was the other that was
     // wrong. A ship's first is always taken.
-    bool Jumps(const Report& t);
+    bool Jumps(const Report& t) { return Jumps(t.iShip, t.dt, t.dLatitude, t.dLongitude); }
+    bool Jumps(int iShip, runtime::DateTime dt, double dLatitude, double dLongitude);
 
 private:
     struct Place {

@@ -33,7 +33,8 @@ public:
     void Fields(const std::string&, const std::string& sTitle, const std::vector<Field>& tFields) override {
         Begin(sTitle);
         for (const Field& t : tFields) {
-            std::string sLine = "  " + Padded(t.sLabel, LabelWidth, true) + " " + CellText(t.tValue, "not known");
+            std::string sLine = t.sLabel.empty() ? "  " : "  " + Padded(t.sLabel, LabelWidth, true) + " ";
+            sLine += CellText(t.tValue, "not known");
             if (!t.sUnit.empty() && t.tValue.index() != 0) sLine += " " + t.sUnit;
             m_tResult.Write(sLine + "\n");
         }

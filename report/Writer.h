@@ -20,7 +20,7 @@ using Cell = std::variant<std::monostate, std::string, std::int64_t, Number>;
 
 struct Field {
     std::string sKey;    // for programs
-    std::string sLabel;  // for people
+    std::string sLabel;  // for people; empty where the value speaks for itself
     Cell tValue;
     std::string sUnit{};
 };

@@ -12,7 +12,7 @@ import unittest
 import rig
 from rig import OPTIONS, levels, position, program, record, result
 
-COMMANDS = ["summary", "coverage", "range", "signal", "stations", "ships", "reports"]
+COMMANDS = ["summary", "coverage", "range", "signal", "stations", "compare", "ships", "reports"]
 
 
 class Ends(rig.Case):
