@@ -9,7 +9,9 @@
 #include <string_view>
 #include <vector>
 
+#include "app/RecordFolder.h"
 #include "app/RecordLine.h"
+#include "app/UnattendedKeys.h"
 #include "decoders/GpsSentence.h"
 #include "decoders/PositionNote.h"
 #include "decoders/ReportQueue.h"
@@ -22,6 +24,7 @@
 #include "nmea/LineBuffer.h"
 #include "nmea/NmeaChecksum.h"
 #include "nmea/SpeedWatch.h"
+#include "platform/runtime/Background.h"
 #include "platform/runtime/DateTime.h"
 #include "platform/runtime/NameHold.h"
 #include "platform/runtime/PortIndex.h"
@@ -70,6 +73,11 @@ public:
     void Toolbar_ButtonClick(const QString& sKey);
     void chkCommEnabled_Click(PortIndex Index);
     static std::int16_t ButtonValue(bool b) { return b ? 1 : 0; }
+
+    // Without a hand on it, as the profile says (app/frmMain_Unattended)
+    void UnattendedBegin();   // after the window is shown: presses Start, tells of wrong values
+    void UnattendedTick();    // once a second
+    void UnattendedRecord();  // records into a folder, if one is named: each run, as soon as it has begun
 
     // Clocks (app/frmMain_Clocks)
     void tmrComm_Timer();
@@ -217,8 +225,24 @@ protected:
     void ConnectEvents();
     // Opens a port by its field and its settings; raises toolkit::CommError.
     void OpenPort(toolkit::SerialPort& tPort, toolkit::PortBox& txtPort, const toolkit::TextBox& txtSettings);
-    void ReportOpenFailure(std::string_view sPrefix, const toolkit::CommError& tError);
+    QString OpenPorts();  // those that are enabled; empty, or what failed
     void RecordFailed(const runtime::FileError& tError);
+    void RecordBegin(const QString& sFile);  // what shows of it
+    void RecordAwait(std::int16_t iFile);    // until it is on the disk; raises runtime::FileError
+    // app/frmMain_Unattended
+    void UnattendedStartFailed(const QString& sCause);
+    void UnattendedStartAgain();
+    // In panel 2 and, with the addition, in the log of input #1: once until it has gone well again.
+    void UnattendedTell(const QString& sCause, const QString& sAddition = {});
+    void UnattendedRecordFailed(std::string_view sReason);
+    bool UnattendedRecordWanted() const;  // it is recorded so, or would be if it could
+    QString UnattendedFolder() const;
+    std::string ProgramName() const;
+    void UnattendedTend();  // has the folder looked after
+    void UnattendedTended(const FolderReport& t);
+    bool IsNextFileDue(DateTime dt) const;
+    void RecordNextFile(DateTime dt);  // begins with m_sRecordLine, a line of that time; raises runtime::FileError
+    void RecordFinishFiles(bool bWait);
     toolkit::FileText ReadProfile() const;  // raises runtime::FileError
     // Every value to be saved, in the order of the file.
     std::vector<ProfileValue> ProfileValues();
@@ -313,6 +337,20 @@ protected:
     RecordStampReader m_tStamps;
     QString m_sLastFolder;  // of the file chosen last in this run
     std::string m_sRecordLine;
+
+    // Without a hand on it
+    UnattendedKeys m_tUnattended;
+    std::vector<WrongValue> m_tWrongValues;
+    std::vector<QString> m_sCausesTold;
+    bool m_bStartDue = false;                    // Start has failed and is tried again
+    std::int32_t m_lStartSeconds = 0;            // since it was tried
+    bool m_bRecordUnattended = false;            // what is recorded now
+    bool m_bRecordAsked = false;                 // the dialog of a recording by hand is open
+    std::int32_t m_lRecordSeconds = 0;           // of that recording
+    std::int32_t m_lFolderSeconds = 0;           // since its folder was looked after
+    DateTime m_dtRecordFirst;                    // stamp of the first line of its file
+    std::vector<std::int16_t> m_iFinishedFiles;  // not on the disk yet
+    runtime::Background<FolderReport> m_tFolderWork;
 
     // Decoders
     PerPort<decoders::VdmMessage> m_tVdmMessage;

@@ -26,6 +26,7 @@ void frmMain::tmrTime_Timer() {
     if (m_bPlayback) PlaybackStep(0);
     if (MSCommOutput.PortOpen()) OutputTellDropped(1);
     RecordFlush();  // a kill loses no more than the last second
+    UnattendedTick();
     ShowRunNote();
 }
 

@@ -16,6 +16,7 @@ constexpr std::size_t EndBytes = 65536;  // of a recording, in which its last li
 }  // namespace
 
 void frmMain::PlaybackStart(bool bBurst, std::optional<QString> sFile) {
+    m_bStartDue = false;  // somebody is here, and does something else
     if (bBurst && chkOutputEnabled.isChecked()) {
         m_tPlatform.ShowMessage(this, QStringLiteral("Comm Output is not available with Burst Playback"),
                                 toolkit::MessageIcon::Plain);

@@ -1,4 +1,5 @@
 // Recording what is decoded.
+#include <QScopedValueRollback>
 #include <chrono>
 
 #include "app/frmMain.h"
@@ -13,6 +14,7 @@ constexpr std::chrono::milliseconds PointerPatience{500};  // a wait that is ove
 }  // namespace
 
 void frmMain::RecordStart() {
+    const QScopedValueRollback tAsking(m_bRecordAsked, true);
     const auto sFile = AskRecording(true);
     if (!sFile) return;
     try {
@@ -22,10 +24,15 @@ void frmMain::RecordStart() {
         ShowError(std::string("Record - ") + tError.what());
         return;
     }
+    m_bRecordUnattended = false;
+    RecordBegin(*sFile);
+}
+
+void frmMain::RecordBegin(const QString& sFile) {
     Toolbar.SetEnabled(QLatin1String(ui::KeyRecord), false);
     Toolbar.SetPressed(QLatin1String(ui::KeyRecord), true);
     m_bRecording = true;
-    m_sRunFile = *sFile;
+    m_sRunFile = sFile;
     m_dtRecordBegan = m_tPlatform.Now();
     StatusBar.SetPanelText(ui::PanelState, "Record");
     ShowRunNote();
@@ -34,7 +41,11 @@ void frmMain::RecordStart() {
 void frmMain::RecordWrite(DateTime dt, std::string_view sSentence) {
     WriteRecordLine(m_sRecordLine, dt, sSentence);
     try {
-        m_tFiles.WriteLine(m_iRecordFile, m_sRecordLine);
+        if (m_bRecordUnattended && IsNextFileDue(dt)) {
+            RecordNextFile(dt);
+        } else {
+            m_tFiles.WriteLine(m_iRecordFile, m_sRecordLine);
+        }
     } catch (const runtime::FileError& tError) {
         RecordFailed(tError);
     }
@@ -53,14 +64,19 @@ void frmMain::RecordFlush() {
 // Before the file is closed: closing tells neither of a full disk nor of one that failed.
 void frmMain::RecordFinish() {
     RecordFlush();
+    RecordFinishFiles(true);
     if (!m_bRecording) return;
     try {
-        if (m_tFiles.AwaitDisk(m_iRecordFile, PointerPatience)) return;
-        const toolkit::BusyPointer tBusy(m_tPlatform.ShowBusyPointer);
-        m_tFiles.AwaitDisk(m_iRecordFile);
+        RecordAwait(m_iRecordFile);
     } catch (const runtime::FileError& tError) {
         RecordFailed(tError);
     }
+}
+
+void frmMain::RecordAwait(std::int16_t iFile) {
+    if (m_tFiles.AwaitDisk(iFile, PointerPatience)) return;
+    const toolkit::BusyPointer tBusy(m_tPlatform.ShowBusyPointer);
+    m_tFiles.AwaitDisk(iFile);
 }
 
 // The recording ends, everything else goes on; it can be started anew. The next message takes the panel, the notice in
@@ -72,6 +88,10 @@ void frmMain::RecordFailed(const runtime::FileError& tError) {
     Toolbar.SetEnabled(QLatin1String(ui::KeyRecord), true);
     StatusBar.SetPanelText(ui::PanelState, "Running");
     ShowRunNote();
+    if (m_bRecordUnattended) {
+        UnattendedRecordFailed(tError.what());
+        return;
+    }
     const std::string sReason = std::string("Record - ") + tError.what();
     ShowError(sReason);
     CommData(0, "<<" + sReason + ">>", false);

@@ -36,13 +36,7 @@ void frmMain::ShowWholeError(const QString& sText) {
     StatusBar.SetPanelError(ui::PanelSummary, true);
 }
 
-void frmMain::ReportOpenFailure(std::string_view sPrefix, const toolkit::CommError& tError) {
-    ShowWholeError(toolkit::FromLatin1(sPrefix) + tError.Text());
-    CommStop();
-}
-
-void frmMain::CommStart() {
-    ClearDisplays();
+QString frmMain::OpenPorts() {
     try {
         for (PortIndex i = 0; i < runtime::PortCount; ++i) {
             if (chkCommEnabled(i).isChecked()) {
@@ -54,16 +48,26 @@ void frmMain::CommStart() {
             m_lCommSeconds(i) = 0;  // not when the port could not be opened
         }
     } catch (const toolkit::CommError& tError) {
-        ReportOpenFailure("Input Comm - ", tError);
-        return;
+        return QStringLiteral("Input Comm - ") + tError.Text();
     }
     try {
         if (chkOutputEnabled.isChecked()) OpenPort(MSCommOutput, txtOutputPort, txtOutputSettings);
     } catch (const toolkit::CommError& tError) {
-        ReportOpenFailure("Output Comm - ", tError);
+        return QStringLiteral("Output Comm - ") + tError.Text();
+    }
+    return {};
+}
+
+void frmMain::CommStart() {
+    ClearDisplays();
+    if (const QString sFailure = OpenPorts(); !sFailure.isEmpty()) {
+        ShowWholeError(sFailure);
+        CommStop();
+        UnattendedStartFailed(sFailure);
         return;
     }
     CommSetControls(true);
+    UnattendedRecord();
 }
 
 void frmMain::CommStop() {

@@ -26,7 +26,10 @@ void frmMain::ShowRunNote() {
     const DateTime dtNow = m_tPlatform.Now();
     const QString sName = QFileInfo(m_sRunFile).fileName();
     QString sNote, sTip;
-    if (m_bRecording) {
+    if (m_bRecording && !m_tFiles.IsOpen(m_iRecordFile)) {
+        sNote = QStringLiteral("Recording: waits for the first line");
+        sTip = QStringLiteral("Recording into files of %1").arg(m_sRunFile);
+    } else if (m_bRecording) {
         const QString sSpan = toolkit::FromLatin1(SpanText(dtNow.lSeconds - m_dtRecordBegan.lSeconds));
         const QString sSize = toolkit::FromLatin1(SizeText(m_tFiles.Written(m_iRecordFile)));
         sNote = QStringLiteral("Recording %1, %2: %3").arg(sSpan, sSize, sName);

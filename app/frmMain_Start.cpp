@@ -21,6 +21,7 @@ void frmMain::Form_Load() {
     TimingPlan();
     CommStop();
     m_tProfileValues = ProfileValues();
+    m_tUnattended = ReadUnattendedKeys(runtime::Profile(m_tProfile.sText.toStdU16String()), m_tWrongValues);
     m_bLayoutReady = true;
     tmrTime.start();
 }

@@ -15,5 +15,6 @@ int main(int argc, char* argv[]) {
     tWindow.Form_Load();
     toolkit::OnQuitSignal(&tWindow, [&tWindow] { tWindow.close(); });
     tWindow.show();
+    tWindow.UnattendedBegin();
     return QApplication::exec();
 }

@@ -105,10 +105,10 @@ Profile::Profile(View sText) {
     }
 }
 
-std::u16string Profile::Read(std::string_view sSection, std::string_view sKey) const {
+std::u16string Profile::Read(std::string_view sSection, std::string_view sKey, std::size_t iLongest) const {
     const Place tPlace = Find(m_sLines, sSection, sKey);
     if (!tPlace.iKey) return {};
-    return std::u16string(Beginning(WithoutQuotes(ValueText(m_sLines[*tPlace.iKey])), LongestValue));
+    return std::u16string(Beginning(WithoutQuotes(ValueText(m_sLines[*tPlace.iKey])), iLongest));
 }
 
 void Profile::Write(std::string_view sSection, std::string_view sKey, View sValue) {

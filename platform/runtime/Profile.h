@@ -11,15 +11,15 @@ namespace runtime {
 
 class Profile {
 public:
-    static constexpr std::size_t LongestValue = 79;  // characters that a read returns at the most
+    static constexpr std::size_t LongestValue = 79;  // characters that a read returns, unless told otherwise
 
     Profile() = default;
     explicit Profile(std::u16string_view sText);  // lines ended by CR LF or LF
 
     // The value of the first key of that name in the first section of that name that has it, names compared without
     // regard to case, blanks around key and value dropped, then one pair of quotes, single or double, around the value;
-    // cut to LongestValue. Empty when missing.
-    std::u16string Read(std::string_view sSection, std::string_view sKey) const;
+    // cut to iLongest characters. Empty when missing.
+    std::u16string Read(std::string_view sSection, std::string_view sKey, std::size_t iLongest = LongestValue) const;
     // Replaces the value that Read finds, quotes included, else adds the key at the end of its section, else a new
     // section at the end.
     void Write(std::string_view sSection, std::string_view sKey, std::u16string_view sValue);

@@ -2,6 +2,7 @@
 #include "platform/runtime/TextFiles.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -58,11 +59,17 @@ bool IsSameFile(int iDescriptor, const std::filesystem::path& tPath) {
     return tOpened.st_dev == tNamed.st_dev && tOpened.st_ino == tNamed.st_ino;
 }
 
-int OpenDescriptor(const std::filesystem::path& tPath, int iFlags) {
+// -1 where that fails, errno says why.
+int TryToOpen(const std::filesystem::path& tPath, int iFlags) {
     int iDescriptor;
     do {
         iDescriptor = ::open(tPath.c_str(), iFlags | OpenFlags, NewFileMode);
     } while (iDescriptor < 0 && errno == EINTR);
+    return iDescriptor;
+}
+
+int OpenDescriptor(const std::filesystem::path& tPath, int iFlags) {
+    const int iDescriptor = TryToOpen(tPath, iFlags);
     if (iDescriptor < 0) Raise(errno);
     return iDescriptor;
 }
@@ -215,6 +222,19 @@ void TextFiles::OpenForOutput(std::int16_t iFile, const std::filesystem::path& t
     if (iKind != S_IFREG && iKind != S_IFCHR) throw FileError("Not a regular file");
     tFile->BeginOutput(tPath, m_tSynchronize);
     tSlot = std::move(tFile);
+}
+
+// Where the file system knows no locks nobody can tell: the file is as good.
+bool TextFiles::Create(std::int16_t iFile, const std::filesystem::path& tPath) {
+    std::unique_ptr<File>& tSlot = Unused(iFile);
+    const int iDescriptor = TryToOpen(tPath, O_WRONLY | O_CREAT | O_EXCL);
+    if (iDescriptor < 0 && errno == EEXIST) return false;
+    if (iDescriptor < 0) Raise(errno);
+    auto tFile = std::make_unique<File>(iDescriptor, true);
+    ::flock(iDescriptor, LOCK_EX | LOCK_NB);
+    tFile->BeginOutput(tPath, m_tSynchronize);
+    tSlot = std::move(tFile);
+    return true;
 }
 
 void TextFiles::Close(std::int16_t iFile) noexcept {

@@ -44,6 +44,9 @@ public:
     void OpenForInput(std::int16_t iFile, const std::filesystem::path& tPath);
     // Creates or empties a file for writing. Raises FileError.
     void OpenForOutput(std::int16_t iFile, const std::filesystem::path& tPath);
+    // Creates a file for writing, and locks it (flock) as long as it is open, by which others can tell that it is in
+    // use. False where there is one of that name already. Raises FileError.
+    bool Create(std::int16_t iFile, const std::filesystem::path& tPath);
     // Closes the file; a number that is not open is left alone. Output still buffered is written, but not waited for
     // until it is on the disk; a failure then is not reported.
     void Close(std::int16_t iFile) noexcept;

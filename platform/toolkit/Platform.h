@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/runtime/DateTime.h"
+#include "platform/runtime/DiskRoom.h"
 #include "platform/runtime/DiskSync.h"
 #include "platform/toolkit/FileChoice.h"
 #include "platform/toolkit/Focus.h"
@@ -30,6 +31,7 @@ struct Platform {
     std::function<bool(const QWidget& tControl)> HasFocus = toolkit::HasFocus;  // does it hold the keyboard focus
     // Brings a written file to the disk, on a thread that is not the window's.
     runtime::DiskSync::Function Synchronize = runtime::DiskSync::ToDisk;
+    runtime::RoomFunction DiskRoom = runtime::RoomOfDisk;  // on such a thread, too
     SerialAccess Serial;
     // What each screen leaves to windows, device-independent pixels, the main screen first. None: nothing is known.
     std::function<std::vector<QRect>()> ScreenAreas;

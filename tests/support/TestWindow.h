@@ -76,6 +76,7 @@ public:
     using frmMain::m_sProfileFile;
     using frmMain::m_sVdmChannel;
     using frmMain::m_tFiles;
+    using frmMain::m_tFolderWork;
     using frmMain::m_tProfile;
     using frmMain::m_tSortKeys;
     using frmMain::m_tVdmMessage;

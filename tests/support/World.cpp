@@ -52,6 +52,7 @@ toolkit::Platform World::MakePlatform() {
     };
     t.ShowBusyPointer = [this](bool bBusy) { bBusyPointer.push_back(bBusy); };
     t.Synchronize = tSynchronize;
+    t.DiskRoom = [p = pRoom](const std::filesystem::path&) { return runtime::DiskRoom{p->lFree, p->lWhole}; };
     t.OpenDocument = [this](const QString& sFile) {
         sDocuments << sFile;
         return bOpensDocuments;

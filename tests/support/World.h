@@ -4,8 +4,10 @@
 
 #include <QStringList>
 #include <QTemporaryDir>
+#include <atomic>
 #include <deque>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -33,6 +35,13 @@ public:
 
     // The disk: done at once, unless a test puts something else here before the window is made.
     runtime::DiskSync::Function tSynchronize = [](int) { return 0; };
+
+    // The room on it, for whatever folder; asked for on another thread, which may outlive this.
+    struct Room {
+        std::atomic<std::int64_t> lFree = 500'000'000'000;
+        std::atomic<std::int64_t> lWhole = 1'000'000'000'000;
+    };
+    std::shared_ptr<Room> pRoom = std::make_shared<Room>();
 
     // Dialog answers, first come first served; nothing in one means cancelled. A dialog without an answer is cancelled
     // and counted in iUnanswered.

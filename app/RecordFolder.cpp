@@ -1,0 +1,163 @@
+// The folder is opened once and all its files are reached through it, so that nobody can put another one in its place
+// meanwhile. A file that is recorded into is locked (TextFiles::Create), one that cannot be locked here stays.
+#include "app/RecordFolder.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <memory>
+#include <utility>
+
+#include "app/RecordFiles.h"
+#include "app/RecordLine.h"
+#include "app/RunNote.h"
+
+namespace app {
+namespace {
+
+constexpr std::int64_t SecondsOfDay = 86400;
+constexpr std::size_t BeginningSize = 64;  // holds a stamp and the first letters of a sentence
+constexpr std::size_t EndSize = 65536;     // of a file, in which its last line is looked for
+
+class Descriptor {
+public:
+    explicit Descriptor(int i) : m_i(i) {}
+    ~Descriptor() {
+        if (m_i >= 0) ::close(m_i);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    operator int() const { return m_i; }
+
+private:
+    int m_i;
+};
+
+struct OwnFile {
+    RecordFileAge tAge;
+    std::string sName;
+    std::int64_t lBytes;
+};
+
+int OpenFile(int iFolder, const std::string& sName) {
+    return ::openat(iFolder, sName.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+}
+
+std::string ReadAt(int iFile, std::size_t iBytes, off_t lAt) {
+    std::string s(iBytes, '\0');
+    const ssize_t iRead = ::pread(iFile, s.data(), s.size(), lAt);
+    s.resize(iRead < 0 ? 0 : static_cast<std::size_t>(iRead));
+    return s;
+}
+
+// By their names, the oldest first.
+std::vector<OwnFile> List(int iFolder, const std::string& sProgram) {
+    std::vector<OwnFile> tFiles;
+    const int iCopy = ::fcntl(iFolder, F_DUPFD_CLOEXEC, 0);  // closed with the list
+    const std::unique_ptr<DIR, int (*)(DIR*)> pList(iCopy < 0 ? nullptr : ::fdopendir(iCopy), ::closedir);
+    if (!pList) return tFiles;
+    while (const dirent* pEntry = ::readdir(pList.get())) {
+        const auto tAge = RecordFileAgeOf(sProgram, pEntry->d_name);
+        struct stat tStatus {};
+        if (!tAge || ::fstatat(iFolder, pEntry->d_name, &tStatus, AT_SYMLINK_NOFOLLOW) != 0) continue;
+        if (S_ISREG(tStatus.st_mode)) tFiles.push_back({*tAge, pEntry->d_name, tStatus.st_size});
+    }
+    std::ranges::sort(tFiles, {}, &OwnFile::tAge);
+    return tFiles;
+}
+
+bool IsOurs(int iFolder, const OwnFile& t) {
+    const Descriptor tFile(OpenFile(iFolder, t.sName));
+    return tFile >= 0 && BeginsWithLineOf(ReadAt(tFile, BeginningSize, 0), t.tAge.dtFirst);
+}
+
+// The first line's, where the last one cannot be read.
+runtime::DateTime LastStamp(int iFolder, const OwnFile& t) {
+    const Descriptor tFile(OpenFile(iFolder, t.sName));
+    const std::int64_t lAt = std::max<std::int64_t>(t.lBytes - static_cast<std::int64_t>(EndSize), 0);
+    if (tFile < 0) return t.tAge.dtFirst;
+    return LastRecordStamp(ReadAt(tFile, EndSize, lAt)).value_or(t.tAge.dtFirst);
+}
+
+// False where it is being recorded into, is not the same file any more, or may not be removed.
+bool Remove(int iFolder, const OwnFile& t) {
+    const Descriptor tFile(OpenFile(iFolder, t.sName));
+    if (tFile < 0 || ::flock(tFile, LOCK_EX | LOCK_NB) != 0) return false;
+    if (!BeginsWithLineOf(ReadAt(tFile, BeginningSize, 0), t.tAge.dtFirst)) return false;
+    struct stat tOpened {};
+    struct stat tNamed {};
+    if (::fstat(tFile, &tOpened) != 0 || ::fstatat(iFolder, t.sName.c_str(), &tNamed, AT_SYMLINK_NOFOLLOW) != 0) {
+        return false;
+    }
+    if (tOpened.st_dev != tNamed.st_dev || tOpened.st_ino != tNamed.st_ino) return false;
+    return ::unlinkat(iFolder, t.sName.c_str(), 0) == 0;
+}
+
+class Tending {
+public:
+    Tending(const FolderTask& t, int iFolder) : m_t(t), m_iFolder(iFolder), m_tFiles(List(iFolder, t.sProgram)) {}
+
+    FolderReport Run() {
+        if (AnythingToDo()) {
+            std::erase_if(m_tFiles, [this](const OwnFile& t) { return !IsOurs(m_iFolder, t); });
+            const auto LinesAreOld = [this](const OwnFile& t) { return IsOld(LastStamp(m_iFolder, t)); };
+            const auto Any = [](const OwnFile&) { return true; };
+            RemoveWhile([this](const OwnFile& t) { return IsOld(t.tAge.dtFirst); }, LinesAreOld);
+            RemoveWhile([this](const OwnFile&) { return IsBeyondBytes(); }, Any);
+            RemoveWhile([this](const OwnFile&) { return IsFull(); }, Any);
+            m_tReport.bNearlyFull = IsFull();
+        }
+        return std::move(m_tReport);
+    }
+
+private:
+    bool AnythingToDo() const {
+        return (!m_tFiles.empty() && IsOld(m_tFiles.front().tAge.dtFirst)) || IsBeyondBytes() || IsFull();
+    }
+    bool IsOld(runtime::DateTime dt) const {
+        return m_t.lKeepDays && m_t.dtNow.lSeconds - dt.lSeconds > *m_t.lKeepDays * SecondsOfDay;
+    }
+    bool IsBeyondBytes() const {
+        if (!m_t.lKeepBytes) return false;
+        std::int64_t lBytes = 0;
+        for (const OwnFile& t : m_tFiles) lBytes += t.lBytes;
+        return lBytes > *m_t.lKeepBytes;
+    }
+    bool IsFull() const {
+        const auto tRoom = m_t.tRoom(m_t.tFolder);
+        return tRoom && IsNearlyFull(*tRoom);
+    }
+    // From the oldest on as long as the first condition holds, never the newest.
+    template <class GoOn, class Goes>
+    void RemoveWhile(GoOn tGoOn, Goes tGoes) {
+        for (std::size_t i = 0; i + 1 < m_tFiles.size() && tGoOn(m_tFiles[i]);) {
+            if (tGoes(m_tFiles[i]) && Remove(m_iFolder, m_tFiles[i])) {
+                m_tReport.sRemoved.push_back(m_tFiles[i].sName);
+                m_tFiles.erase(m_tFiles.begin() + static_cast<std::ptrdiff_t>(i));
+            } else {
+                ++i;
+            }
+        }
+    }
+
+    const FolderTask& m_t;
+    const int m_iFolder;
+    std::vector<OwnFile> m_tFiles;
+    FolderReport m_tReport;
+};
+
+}  // namespace
+
+FolderReport TendFolder(const FolderTask& t) {
+    const Descriptor tFolder(::open(t.tFolder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (tFolder < 0) return {errno, false, {}};
+    if (::faccessat(tFolder, ".", W_OK | X_OK, AT_EACCESS) != 0) return {errno, false, {}};
+    return Tending(t, tFolder).Run();
+}
+
+}  // namespace app
