@@ -1,6 +1,8 @@
 // Raw fields to degrees and texts: signs, scales and the values that stand for "not available".
 #include "decoders/VdmFields.h"
 
+#include <cstdlib>
+
 #include "decoders/VdmBits.h"
 #include "nav/PositionText.h"
 #include "platform/runtime/Format.h"
@@ -50,6 +52,20 @@ double VdmLongitudeDegrees(VdmView lData) {
     const std::int32_t lRaw = RawLongitude(lData, eLayout);
     if (lRaw == LongitudeUnavailable) return nav::PositionUnknown;
     return Signed(lRaw, LongitudeSign) / UnitsPerDegree;
+}
+
+bool VdmPositionDegrees(VdmView lData, double& dLatitude, double& dLongitude) {
+    constexpr std::int32_t GreatestLatitude = 90 * 600000;
+    constexpr std::int32_t GreatestLongitude = 180 * 600000;
+    const VdmLayout eLayout = LayoutOf(lData[1]);
+    if (eLayout == VdmLayout::None) return false;
+    const std::int32_t lLatitude = Signed(RawLatitude(lData, eLayout), LatitudeSign);
+    const std::int32_t lLongitude = Signed(RawLongitude(lData, eLayout), LongitudeSign);
+    // "Not available" lies outside as well.
+    if (std::abs(lLatitude) > GreatestLatitude || std::abs(lLongitude) > GreatestLongitude) return false;
+    dLatitude = lLatitude / UnitsPerDegree;
+    dLongitude = lLongitude / UnitsPerDegree;
+    return true;
 }
 
 void VdmLatitude(VdmView lData, double& dLatitude, std::string& sLatitude) {

@@ -18,6 +18,9 @@ void VdmLongitude(VdmView lData, double& dLongitude, std::string& sLongitude);
 // The degrees alone.
 double VdmLatitudeDegrees(VdmView lData);
 double VdmLongitudeDegrees(VdmView lData);
+// Both at once. False, and nothing is set, where one of them is not available or outside 90 and 180 degrees, or the
+// type has no position.
+bool VdmPositionDegrees(VdmView lData, double& dLatitude, double& dLongitude);
 
 // Degrees per minute: "+10", "-4.5", "0", "L>720", "R>720", "n/a"; "Err" for types other than 1 to 3.
 std::string VdmRateOfTurn(VdmView lData);

@@ -25,13 +25,13 @@ Coverage::Coverage(const Options& tOptions, Writer& tWriter)
     m_tFileSectors.assign(lFiles, m_tSectors);
 }
 
-void Coverage::Sector::Add(const Report& t) {
-    const double dRange = t.tFromUs.dRange;
-    tRange.Add(dRange);
-    if (dRange <= dGreatest && tRange.Count() > 1) return;
-    dGreatest = dRange;
+bool Coverage::Sector::KeepGreatest(const Report& t) {
+    if (bGreatest && !t.tFromUs.Beyond(dGreatest)) return false;
+    bGreatest = true;
+    dGreatest = t.tFromUs.Range();
     lMmsi = t.lMmsi;
     dt = t.dt;
+    return true;
 }
 
 void Coverage::Message(const Report& t) {
@@ -42,13 +42,16 @@ void Coverage::Message(const Report& t) {
         ++m_lJumps;
     } else if (!t.bOwnPosition) {
         ++m_lNoOwnPosition;
-    } else if (!t.bRange || t.tFromUs.dBearing != t.tFromUs.dBearing) {
-        ++m_lNoBearing;  // not-a-number
+    } else if (!t.bRange || !t.tFromUs.HasBearing()) {
+        ++m_lNoBearing;
     } else {
-        m_tAll.Add(t);
-        const auto iSector = static_cast<std::size_t>(t.tFromUs.dBearing / m_iDegrees) % m_tSectors.size();
-        m_tSectors[iSector].Add(t);  // 360 degrees are north again
-        if (!m_tFileSectors.empty()) m_tFileSectors[t.iFile][iSector].Add(t);
+        auto iSector = static_cast<std::size_t>(t.tFromUs.Sector(m_iDegrees));
+        if (iSector >= m_tSectors.size()) iSector = 0;  // 360 degrees are north again
+        const std::int64_t lStep = t.tFromUs.RangeStep();
+        Sector& tSector = m_tSectors[iSector];
+        tSector.tRange.AddStep(lStep);
+        if (tSector.KeepGreatest(t)) m_tAll.KeepGreatest(t);
+        if (!m_tFileSectors.empty()) m_tFileSectors[t.iFile][iSector].tRange.AddStep(lStep);
     }
 }
 
@@ -89,6 +92,7 @@ void Coverage::DrawRose() const {
 }
 
 bool Coverage::Finish() {
+    for (const Sector& t : m_tSectors) m_tAll.tRange.Add(t.tRange);
     if (m_tWriter.Draws()) DrawRose();
     m_tWriter.BeginTable("sectors", "Range by bearing, nautical miles",
                          {{"sector", "bearing", 7, true},

@@ -19,11 +19,13 @@ public:
 private:
     struct Sector {
         Distribution tRange;
+        bool bGreatest = false;  // there is one
         double dGreatest = 0;
         std::int32_t lMmsi = 0;  // of the greatest
         runtime::DateTime dt;
 
-        void Add(const Report& t);
+        // False where another is greater or was as great before.
+        bool KeepGreatest(const Report& t);
     };
 
     void Row(const std::string& sName, const Sector& t);

@@ -6,9 +6,8 @@
 
 namespace report {
 
-void Distribution::Add(double dValue) {
-    ++CountOf(std::lround(std::clamp(dValue, -Limit, Limit) * StepsPerOne));
-    ++m_lCount;
+std::int64_t Distribution::StepOf(double dValue) {
+    return std::lround(std::clamp(dValue, -Limit, Limit) * StepsPerOne);
 }
 
 void Distribution::Add(const Distribution& t) {

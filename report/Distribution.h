@@ -11,8 +11,16 @@ public:
     static constexpr double StepsPerOne = 10;
     static constexpr double Limit = 10800;  // values beyond count as this: half way round the earth, in miles
 
-    void Add(double dValue);
+    void Add(double dValue) { AddStep(StepOf(dValue)); }
     void Add(const Distribution& t);
+
+    // The same in two steps.
+    static std::int64_t StepOf(double dValue);
+    void AddStep(std::int64_t lStep) {
+        const auto iPlace = static_cast<std::size_t>(lStep - m_lFirst);  // enormous for a step before the first
+        ++(iPlace < m_lCounts.size() ? m_lCounts[iPlace] : CountOf(lStep));
+        ++m_lCount;
+    }
 
     std::int64_t Count() const { return m_lCount; }
     bool Empty() const { return m_lCount == 0; }

@@ -101,7 +101,7 @@ bool DueReports::Belongs(const Report& t, Place& tNow) {
         ++m_tLeftOut.lTurning;
         return false;
     }
-    tNow = {t.dt, *dInterval, bSteers ? HeadingOf(t) : 0, t.tFromUs.dRange};
+    tNow = {t.dt, *dInterval, bSteers ? HeadingOf(t) : 0, t.tFromUs.Range()};
     return true;
 }
 

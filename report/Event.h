@@ -7,8 +7,8 @@
 #include <string_view>
 
 #include "decoders/VdmMessage.h"
-#include "nav/RangeBearing.h"
 #include "platform/runtime/DateTime.h"
+#include "report/FromUs.h"
 
 namespace report {
 
@@ -62,7 +62,7 @@ struct Report {
     double dLongitude = 0;      // degrees, east positive
     bool bOwnPosition = false;  // known when it was heard
     bool bRange = false;        // the two together
-    nav::RangeAndBearing tFromUs{};
+    FromUs tFromUs;             // holds then
     bool bLevels = false;
     Levels tLevels;
 

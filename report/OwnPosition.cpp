@@ -11,7 +11,9 @@ void OwnPosition::Take(const decoders::GpsPosition& t) {
     m_sLongitude = t.sLongitude;
     const auto dLatitude = nav::ParseLatitude(nav::LatitudeToString(t.dLatitude));
     const auto dLongitude = nav::ParseLongitude(nav::LongitudeToString(t.dLongitude));
-    if (dLatitude && dLongitude) m_tPosition = nav::Position{*dLatitude, *dLongitude};
+    if (!dLatitude || !dLongitude) return;
+    m_tPosition = nav::Position{*dLatitude, *dLongitude};
+    m_tPlace = OwnPlace(*m_tPosition);
 }
 
 }  // namespace report

@@ -89,8 +89,12 @@ void Recording::Line(const LineEvent& t) {
 }
 
 void Recording::Message(const Report& t) {
-    m_tHeard = {PayloadMark(t), t.dt,         t.iShip,  t.lType,   t.eChannel, t.bPosition,
-                t.dLatitude,    t.dLongitude, t.bRange, t.tFromUs, t.bLevels,  t.bLevels ? t.tLevels : Levels{}};
+    m_tHeard = {PayloadMark(t), t.dt,
+                t.iShip,        t.lType,
+                t.eChannel,     t.bPosition,
+                t.dLatitude,    t.dLongitude,
+                t.bRange,       {t.tFromUs.Range(), t.tFromUs.Bearing()},
+                t.bLevels,      t.bLevels ? t.tLevels : Levels{}};
 }
 
 bool Recording::Covers(runtime::DateTime dt) const {

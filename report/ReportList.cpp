@@ -57,8 +57,8 @@ void ReportList::Message(const Report& t) {
     const ShownLevels tLevels = t.bLevels ? m_tScale.Show(t.tLevels) : ShownLevels{};
     m_tWriter.Row({IsoText(t.dt), std::string(ChannelNames[static_cast<std::size_t>(t.eChannel)]),
                    std::int64_t{t.lType}, std::int64_t{t.lMmsi}, NumberCell(t.bPosition, t.dLatitude, DegreeDecimals),
-                   NumberCell(t.bPosition, t.dLongitude, DegreeDecimals), NumberCell(t.bRange, t.tFromUs.dRange, 1),
-                   NumberCell(t.bRange, t.tFromUs.dBearing, 1), FieldCell(bTurns, decoders::VdmRateOfTurn(t.lData), 1),
+                   NumberCell(t.bPosition, t.dLongitude, DegreeDecimals), NumberCell(t.bRange, t.tFromUs.Range(), 1),
+                   NumberCell(t.bRange, t.tFromUs.Bearing(), 1), FieldCell(bTurns, decoders::VdmRateOfTurn(t.lData), 1),
                    FieldCell(bMoves, decoders::VdmSpeed(t.lData), 1),
                    FieldCell(bMoves, decoders::VdmCourse(t.lData), 1),
                    FieldCell(bMoves, decoders::VdmHeading(t.lData), 0), NumberCell(t.bLevels, tLevels.dSignal, 1),

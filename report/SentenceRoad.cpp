@@ -2,15 +2,11 @@
 #include "report/SentenceRoad.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "decoders/GpsSentence.h"
 #include "decoders/SignalSentence.h"
 #include "decoders/VdmAssembly.h"
-#include "decoders/VdmBits.h"
 #include "decoders/VdmFields.h"
-#include "nav/PositionText.h"
-#include "nav/Trigonometry.h"
 #include "nmea/Sentence.h"
 #include "platform/runtime/Convert.h"
 
@@ -20,8 +16,6 @@ namespace {
 
 constexpr runtime::PortIndex OnlyPort = 0;          // the file does not tell of ports
 constexpr std::int32_t LastPositionCharacter = 23;  // of every type with a position
-constexpr double GreatestLatitude = 90;
-constexpr double GreatestLongitude = 180;
 
 Channel ChannelOf(std::string_view sChannel) {
     if (sChannel == "A") return Channel::A;
@@ -30,7 +24,7 @@ Channel ChannelOf(std::string_view sChannel) {
 
 }  // namespace
 
-void SentenceRoad::Take(LineEvent tLine, std::string_view sSentence) {
+void SentenceRoad::Take(LineEvent& tLine, std::string_view sSentence) {
     m_sSentence = sSentence;
     m_dt = tLine.dt;
     tLine.eKind = Dispatch();
@@ -98,19 +92,14 @@ void SentenceRoad::Keep(std::string_view sChannel) {
 // A message too short for its position has none: what the store still holds of others is not its own.
 void SentenceRoad::KeepPosition() {
     Report& t = m_tReport;
-    t.bPosition = t.bRange = false;
+    t.bPosition =
+        t.lLength >= LastPositionCharacter && decoders::VdmPositionDegrees(t.lData, t.dLatitude, t.dLongitude);
     t.bOwnPosition = m_tOwn.Get().has_value();
-    if (t.lLength < LastPositionCharacter || decoders::LayoutOf(t.lType) == decoders::VdmLayout::None) return;
-    t.dLatitude = decoders::VdmLatitudeDegrees(t.lData);
-    t.dLongitude = decoders::VdmLongitudeDegrees(t.lData);
-    // "Not available" lies outside as well.
-    t.bPosition = std::fabs(t.dLatitude) <= GreatestLatitude && std::fabs(t.dLongitude) <= GreatestLongitude;
-    if (!t.bPosition || !t.bOwnPosition) return;
-    try {
-        const nav::Position& tOwn = *m_tOwn.Get();
-        t.tFromUs = nav::RangeBearing(tOwn.dLatitude, tOwn.dLongitude, t.dLatitude, t.dLongitude);
-        t.bRange = t.tFromUs.dRange == t.tFromUs.dRange;  // not-a-number a hair from the own position
-    } catch (const nav::DivisionByZero&) {
+    t.bRange = false;
+    if (t.bPosition && t.bOwnPosition) {
+        t.bRange = t.tFromUs.Measure(m_tOwn.Place(), {t.dLatitude, t.dLongitude});
+    } else {
+        t.tFromUs.Forget();
     }
 }
 

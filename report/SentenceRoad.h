@@ -23,7 +23,7 @@ public:
     }
 
     // A sentence with its time; it makes a line event and perhaps a message event. tLine's kind is found out here.
-    void Take(LineEvent tLine, std::string_view sSentence);
+    void Take(LineEvent& tLine, std::string_view sSentence);
     // Gives the last message out, whose levels could have followed.
     void Finish();
 

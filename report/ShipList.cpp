@@ -38,7 +38,7 @@ void ShipList::Message(const Report& t) {
     if (!t.bOwnPosition) ++m_lNoOwnPosition;
     if (bJump || !t.bRange) return;
     ++tShip.lPositions;
-    tShip.dGreatest = std::max(tShip.dGreatest, t.tFromUs.dRange);
+    if (t.tFromUs.Beyond(tShip.dGreatest)) tShip.dGreatest = t.tFromUs.Range();
 }
 
 // Wherever the ship is: its range is not needed for this.

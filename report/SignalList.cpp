@@ -37,7 +37,7 @@ void SignalList::Message(const Report& t) {
     if (m_tWriter.Draws()) m_tTimes.At(t.dt).Add(tLevels);
     if (pStation != m_tStations.end()) pStation->second.tLevels.Add(tLevels);
     if (t.bRange && !bJump) {
-        m_tRings[static_cast<int>(t.tFromUs.dRange) / RingMiles].Add(tLevels);
+        m_tRings[static_cast<int>(t.tFromUs.Range()) / RingMiles].Add(tLevels);
     } else {
         ++m_lNoRange;
     }

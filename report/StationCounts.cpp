@@ -41,7 +41,7 @@ void StationCounts::Message(const Report& t) {
     }
     if (tSender.pHeard != &tPeriod) ++tPeriod.lOurs;
     tSender.pHeard = &tPeriod;
-    if (t.bRange) tSender.dRange = t.tFromUs.dRange;
+    if (t.bRange) tSender.tFromUs = t.tFromUs;
     const auto lStations = ReceivedStations(t.lData, t.lLength);
     if (!lStations) return;
     ++m_lTold;
@@ -127,7 +127,7 @@ void StationCounts::WriteSenders() const {
     for (const Sender* p : pTelling) {
         m_tWriter.Row({std::int64_t{p->lMmsi}, p->lTold,
                        Number{static_cast<double>(p->lSum) / static_cast<double>(p->lTold), 1},
-                       std::int64_t{p->lGreatest}, p->dRange ? Cell(Number{*p->dRange, 1}) : Cell()});
+                       std::int64_t{p->lGreatest}, p->tFromUs ? Cell(Number{p->tFromUs->Range(), 1}) : Cell()});
     }
     m_tWriter.EndTable();
 }

@@ -38,7 +38,7 @@ private:
         std::int64_t lTold = 0;
         std::int64_t lSum = 0;
         std::int32_t lGreatest = 0;
-        std::optional<double> dRange;  // its last
+        std::optional<FromUs> tFromUs;  // its last range
     };
 
     PeriodCounts& PeriodOf(runtime::DateTime dt) { return m_tPeriods[StartOf(m_eBy, dt)]; }

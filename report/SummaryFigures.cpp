@@ -124,10 +124,9 @@ const std::array<LineKindName, LineKindCount> LineKindNames = {{
 }};
 
 void SummaryFigures::AddRange(const Report& t) {
-    const double dRange = t.tFromUs.dRange;
-    tRange.Add(dRange);
-    if (dRange <= dGreatest && tRange.Count() > 1) return;
-    dGreatest = dRange;
+    tRange.AddStep(t.tFromUs.RangeStep());
+    if (!t.tFromUs.Beyond(dGreatest) && tRange.Count() > 1) return;
+    dGreatest = t.tFromUs.Range();
     lGreatestMmsi = t.lMmsi;
     dtGreatest = t.dt;
 }

@@ -18,15 +18,13 @@ bool TrackCheck::Jumps(int iShip, runtime::DateTime dt, double dLatitude, double
     const auto iTrack = static_cast<std::size_t>(iShip);
     if (iTrack >= m_tTracks.size()) m_tTracks.resize(iTrack + 1);
     Track& tTrack = m_tTracks[iTrack];
-    const Place tHere{dt.lSeconds, dLatitude, dLongitude, true};
-    const bool bAgrees = tTrack.tDoubtful.bKnown && Reaches(tTrack.tDoubtful, tHere);
-    if (tTrack.tGood.bKnown && !bAgrees && !Reaches(tTrack.tGood, tHere)) {
-        tTrack.tDoubtful = tHere;
-        return true;
-    }
-    tTrack.tGood = tHere;
-    tTrack.tDoubtful.bKnown = false;
-    return false;
+    const Place tHere{dt.lSeconds, dLatitude, dLongitude};
+    const bool bAgrees = tTrack.bDoubtful && Reaches(tTrack.tDoubtful, tHere);
+    const bool bJump = tTrack.bGood && !bAgrees && !Reaches(tTrack.tGood, tHere);
+    (bJump ? tTrack.tDoubtful : tTrack.tGood) = tHere;
+    tTrack.bGood = true;
+    tTrack.bDoubtful = bJump;
+    return bJump;
 }
 
 bool TrackCheck::Reaches(const Place& tFrom, const Place& tTo) {

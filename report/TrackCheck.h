@@ -25,11 +25,12 @@ private:
         std::int64_t lSeconds = 0;
         double dLatitude = 0;
         double dLongitude = 0;
-        bool bKnown = false;
     };
     struct Track {
         Place tGood;
         Place tDoubtful;
+        bool bGood = false;  // there is one
+        bool bDoubtful = false;
     };
 
     static bool Reaches(const Place& tFrom, const Place& tTo);

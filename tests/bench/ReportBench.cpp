@@ -56,7 +56,9 @@ void Print(const char* sKind, const char* sCommand, double dRate, double dLimit)
 
 }  // namespace
 
-int main() {
+// All commands, or those that are named.
+int main(int argc, char** argv) {
+    const std::vector<std::string> sAsked(argv + 1, argv + argc);
     const int iNowhere = ::open("/dev/null", O_WRONLY);
     const std::string sFile = "/tmp/tidewatch-report-bench-" + std::to_string(::getpid()) + ".txt";
     std::printf("%lld lines, median of %d, lines in a second of processor time\n\n", static_cast<long long>(Lines),
@@ -68,6 +70,7 @@ int main() {
         const double dLimit = Rate([&] { bench::Limit().Read(sRecord); });
         Print(sKind, "plain loop", dLimit, dLimit);
         for (const report::Command& t : report::Commands()) {
+            if (!sAsked.empty() && std::ranges::count(sAsked, t.sName) == 0) continue;
             report::Asked tAsked{&t, {}};
             tAsked.tOptions.sFiles = {sFile};
             tAsked.tOptions.eFormat = report::Format::Csv;

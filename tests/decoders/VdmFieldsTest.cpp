@@ -192,6 +192,12 @@ void VdmFieldsTest::positionIsSignedOverItsWholeRange() {
             VdmLongitude(lData, dDegrees, sText);
             QCOMPARE(dDegrees, tReport.lLongitude / 600000.0);
             QCOMPARE(sText.back(), tReport.lLongitude < 0 ? 'W' : 'E');
+            const bool bOnEarth = std::abs(tReport.lLatitude) <= 54000000 && std::abs(tReport.lLongitude) <= 108000000;
+            double dLatitude = 0, dLongitude = 0;
+            QCOMPARE(VdmPositionDegrees(lData, dLatitude, dLongitude), bOnEarth);
+            if (!bOnEarth) continue;
+            QCOMPARE(dLatitude, tReport.lLatitude / 600000.0);
+            QCOMPARE(dLongitude, tReport.lLongitude / 600000.0);
         }
     }
 }

@@ -27,7 +27,7 @@ public:
     void Message(const report::Report& t) override {
         ++lMessages;
         Promise(t.iShip >= 0 && t.lData.size() >= report::Report::ValuesKept);
-        Promise(!t.bRange || (t.bPosition && t.bOwnPosition && t.tFromUs.dRange >= 0));
+        Promise(!t.bRange || (t.bPosition && t.bOwnPosition && t.tFromUs.Range() >= 0));
     }
     bool Finish() override { return true; }
 

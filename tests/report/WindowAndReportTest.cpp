@@ -37,8 +37,8 @@ public:
                          std::string(report::ChannelNames[static_cast<std::size_t>(t.eChannel)]),
                          Text(t.bLevels, t.tLevels.dSignal, runtime::PictureWhole),
                          Text(t.bLevels, t.tLevels.dThreshold, runtime::PictureWhole),
-                         Text(t.bRange, t.tFromUs.dRange, runtime::PictureTenths),
-                         Text(t.bRange, t.tFromUs.dBearing, runtime::PictureWhole)});
+                         Text(t.bRange, t.tFromUs.Range(), runtime::PictureTenths),
+                         Text(t.bRange, t.tFromUs.Bearing(), runtime::PictureWhole)});
     }
     bool Finish() override { return true; }
 
