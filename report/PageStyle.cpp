@@ -36,13 +36,12 @@ tbody th { font-weight: 400; white-space: normal; color: var(--soft); }
 footer { margin-top: 2rem; font-size: .8rem; }
 @media print {
   @page { margin: 14mm; }
-  :root { --ground: #fff; --panel: #fff; --text: #000; --soft: #444; --line: #bbb; }
-  body { padding: 0; max-width: none; font-size: 9pt; }
+  :root { --ground: #fff; --panel: #fff; --text: #000; --soft: #444; --line: #bbb; font-size: 9pt; }
+  body { padding: 0; max-width: none; }
   .parts { columns: 2; }
   .middle { column-span: all; }
   .scroll { overflow: visible; }
   th, td { padding: 0 .25rem; }
-  table { font-size: 7.5pt; }
   tr, li { break-inside: avoid; }
   h2, h3 { break-after: avoid; }
 }

@@ -260,7 +260,7 @@ std::string PlotScript(const Picture& t, PlotFormat e) {
         sBelow.push_back(CountText(t));
     }
     const auto iLines = static_cast<int>(sBelow.size());
-    std::string s = Terminal(t, e, iLines) + "set encoding utf8\nset tics textcolor rgb '#505050'\n";
+    std::string s = Terminal(t, e, iLines) + "set encoding utf8\nset locale 'C'\nset tics textcolor rgb '#505050'\n";
     const bool bRose = t.eKind == Picture::Kind::Rose;
     s += bRose ? RoseFrame(t) : StraightFrame(t);
     s += "set key horizontal center top at screen 0.5, screen " + std::string(iLines > 0 ? "0.94" : "0.99") + "\n";
