@@ -1,5 +1,6 @@
 // Pictures of two recordings of the same time, A and B over each other.
 #include "report/ComparisonTables.h"
+#include "report/PlainText.h"
 
 namespace report {
 
@@ -22,13 +23,17 @@ std::vector<Point> RingPoints(const std::map<int, Tally>& tRings, double dAt, co
     return tPoints;
 }
 
-Picture CoveragePicture(const Comparison& t, int iSectorDegrees) {
+std::string SideName(const Options& t, std::size_t iSide) {
+    return (iSide == 0 ? "A: " : "B: ") + FileNameOf(t.sFiles[iSide]);
+}
+
+Picture CoveragePicture(const Comparison& t, const Options& tOptions) {
     Picture tPicture{Picture::Kind::Rose, "compare-coverage", "Range by bearing: A and B"};
     tPicture.tY = {"95 % range, nm", false, 0};
     for (std::size_t iSide = 0; iSide < t.tReach.size(); ++iSide) {
-        Series tSeries{iSide == 0 ? "A" : "B", {}};
-        for (int iDegrees = 0; iDegrees < 360; iDegrees += iSectorDegrees) {
-            const auto p = t.tReach[iSide].find(iDegrees / iSectorDegrees);
+        Series tSeries{SideName(tOptions, iSide), {}};
+        for (int iDegrees = 0; iDegrees < 360; iDegrees += tOptions.iSector) {
+            const auto p = t.tReach[iSide].find(iDegrees / tOptions.iSector);
             const bool bThere = p != t.tReach[iSide].end();
             tSeries.tPoints.push_back({static_cast<double>(iDegrees), bThere ? p->second.Quantile(0.95) : NotKnown});
             if (bThere) tPicture.lCount += p->second.Count();
@@ -40,8 +45,8 @@ Picture CoveragePicture(const Comparison& t, int iSectorDegrees) {
     return tPicture;
 }
 
-Picture HeardPicture(const Comparison& t) {
-    Picture tPicture{Picture::Kind::Steps, "compare-heard", "Heard against range: A and B"};
+Picture HeardPicture(const Comparison& t, const Options& tOptions) {
+    Picture tPicture{Picture::Kind::Lines, "compare-heard", "Heard against range: A and B"};
     tPicture.tX = {"range, nm", false, 0};
     tPicture.tY = {"heard of what either heard, %", false, 0, Percent};
     for (const Share e : {Share::First, Share::Second}) {
@@ -53,7 +58,7 @@ Picture HeardPicture(const Comparison& t) {
             tPoint.dLow = tInterval->dLow * Percent;
             tPoint.dHigh = tInterval->dHigh * Percent;
         };
-        tPicture.tSeries.push_back({e == Share::First ? "A" : "B", RingPoints(t.tRings, 0, Read)});
+        tPicture.tSeries.push_back({SideName(tOptions, e == Share::First ? 0 : 1), RingPoints(t.tRings, 0.5, Read)});
     }
     for (const auto& [iRing, tRing] : t.tRings) tPicture.lCount += iRing == Comparison::NoPlace ? 0 : tRing.Either();
     tPicture.sRule = "Of the messages that either heard from that range; the band is the 95 % interval.";
@@ -84,8 +89,8 @@ Picture LevelPicture(const Comparison& t, bool bRaw) {
 
 void ComparisonTables::DrawPictures() const {
     if (!m_tWriter.Draws()) return;
-    m_tWriter.Draw(CoveragePicture(m_tFigures, m_tOptions.iSector));
-    m_tWriter.Draw(HeardPicture(m_tFigures));
+    m_tWriter.Draw(CoveragePicture(m_tFigures, m_tOptions));
+    m_tWriter.Draw(HeardPicture(m_tFigures, m_tOptions));
     m_tWriter.Draw(LevelPicture(m_tFigures, m_tOptions.bRaw));
 }
 

@@ -86,6 +86,7 @@ std::string ClockText(std::int64_t lSeconds) {
 
 void ComparisonTables::Write() {
     if (m_tFigures.tTotal.Either() > 0) WriteVerdict();
+    DrawPictures();
     if (!m_tWriter.OneTable()) WriteTimes();
     if (m_tWriter.OneTable()) {
         WriteOneTable();
@@ -97,7 +98,6 @@ void ComparisonTables::Write() {
         WriteRows("types", "By message type", "type", NameOfType, m_tFigures.tTypes);
         WriteLevels();
     }
-    DrawPictures();
     WriteNotes();
 }
 

@@ -19,7 +19,9 @@ h3 { font-size: 1rem; margin: 0 0 .4rem; }
 .parts { columns: 2 34rem; column-gap: 1rem; }
 .part { margin: 0 0 1rem; padding: .8rem; background: var(--panel); border: 1px solid var(--line); border-radius: .5rem;
   break-inside: avoid; }
-.wide { column-span: all; }
+.wide { column-span: all; margin: 1rem 0; }
+.said { border-left: .4rem solid #2f7fc1; }
+.said p { margin: 0; font-size: 1.15rem; }
 .scroll { overflow-x: auto; }
 svg { display: block; width: 100%; height: auto; max-width: 38rem; margin: auto; }
 svg text { fill: var(--text); }
@@ -29,7 +31,8 @@ figcaption b { white-space: nowrap; }
 table { width: 100%; border-collapse: collapse; font-size: .875rem; font-variant-numeric: tabular-nums; }
 th, td { padding: .15rem .5rem; text-align: right; white-space: nowrap; border-bottom: 1px solid var(--line); }
 thead th { color: var(--soft); font-weight: 600; }
-tbody th { font-weight: 400; white-space: normal; color: var(--soft); }
+tbody th { font-weight: 400; color: var(--soft); }
+tbody th, th + td { white-space: normal; }
 .left, tbody th { text-align: left; }
 .notes { padding-left: 1.2rem; font-size: .875rem; }
 .notes li { margin-bottom: .3rem; max-width: 80ch; }
@@ -39,7 +42,7 @@ footer { margin-top: 2rem; font-size: .8rem; }
   :root { --ground: #fff; --panel: #fff; --text: #000; --soft: #444; --line: #bbb; font-size: 9pt; }
   body { padding: 0; max-width: none; }
   .parts { columns: 2; }
-  .middle { column-span: all; }
+  .middle { column-span: all; margin: 1rem 0; }
   .scroll { overflow: visible; }
   th, td { padding: 0 .25rem; }
   tr, li { break-inside: avoid; }

@@ -54,16 +54,13 @@ public:
     }
 
     void Fields(const std::string&, const std::string& sTitle, const std::vector<Field>& tFields) override {
+        if (tFields.size() == 1 && tFields[0].sLabel.empty()) return Sentence(sTitle, CellText(tFields[0].tValue, ""));
         BeginPart(sTitle, 2);
         m_tPage.Write("<tbody>\n");
         for (const Field& t : tFields) {
             std::string sValue = CellText(t.tValue, "not known");
             if (!t.sUnit.empty() && t.tValue.index() != 0) sValue += " " + t.sUnit;
-            if (t.sLabel.empty()) {
-                m_tPage.Write("<tr>" + Element("td", sValue, "left") + "</tr>\n");
-            } else {
-                m_tPage.Write("<tr>" + Element("th", t.sLabel) + Element("td", sValue) + "</tr>\n");
-            }
+            m_tPage.Write("<tr>" + Element("th", t.sLabel) + Element("td", sValue) + "</tr>\n");
         }
         EndTable();
     }
@@ -117,6 +114,13 @@ private:
         BeginContent();
         if (!m_bInParts) m_tPage.Write("<div class=\"parts\">\n");
         m_bInParts = true;
+    }
+
+    // What is said in words, above the figures.
+    void Sentence(const std::string& sTitle, const std::string& sText) {
+        BeginParts();
+        m_tPage.Write("<section class=\"part wide said\">\n" + Element("h3", sTitle) + "\n" + Element("p", sText) +
+                      "\n</section>\n");
     }
 
     void BeginPart(const std::string& sTitle, std::size_t lColumns) {

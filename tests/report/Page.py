@@ -102,7 +102,7 @@ class PageTest(rig.Case):
     def page(self, *words):
         """The page of a command, and its text; the result on standard output is what it is without a page."""
         path = self.folder / "page.html"
-        done = program(*words, "--json", "--html", path)
+        done = program(*words, "--json", "--html", path, cwd=self.folder)
         self.assertEqual(done, program(*words, "--json"))
         self.told = json.loads(done[1])
         text = path.read_text(encoding="utf-8")
