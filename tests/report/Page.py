@@ -131,24 +131,44 @@ class PageTest(rig.Case):
         for command in COMMANDS:
             with self.subTest(command):
                 page, _ = self.page(command, self.sample("night.txt"))
-                notes = self.told.pop("notes")
-                self.assertEqual([n for n in notes if n not in page.notes], [])
-                self.told.pop("command")
-                for value in self.told.values():
-                    table = page.tables.pop(0)
-                    if isinstance(value, list):
-                        shown = [cell for row in table[1:] for cell in row]
-                    else:
-                        shown = [row[1] for row in table]
-                    told = figures(value)
-                    self.assertEqual(len(shown), len(told))
-                    for cell, figure in zip(shown, told):
-                        if figure is None:
-                            self.assertIn(cell, ("\u2013", "not known"))
-                        elif isinstance(figure, str):
-                            self.assertEqual(cell, figure)
-                        else:
-                            self.assertEqual(float(cell.split()[0]), figure)
+                self.same_figures(page, self.told)
+
+    def same_figures(self, page, told):
+        """The tables are those of the JSON, in its order."""
+        self.assertEqual([n for n in told.pop("notes") if n not in page.notes], [])
+        told.pop("command")
+        for value in told.values():
+            table = page.tables.pop(0)
+            if isinstance(value, list):
+                shown = [cell for row in table[1:] for cell in row]
+            else:
+                shown = [row[1] for row in table]
+            expected = figures(value)
+            self.assertEqual(len(shown), len(expected))
+            for cell, figure in zip(shown, expected):
+                if figure is None:
+                    self.assertIn(cell, ("\u2013", "not known"))
+                elif isinstance(figure, str):
+                    self.assertTrue(f"{cell} ".startswith(f"{figure} "), (cell, figure))
+                else:
+                    self.assertEqual(float(cell.split()[0]), figure)
+
+    def test_the_page_of_a_comparison(self):
+        """Every third line left out of B: the verdict first, then the pictures by the files' names, then the tables."""
+        whole = self.sample("night.txt").read_bytes().splitlines(keepends=True)
+        mast = self.file("mast <1>.txt", b"".join(whole))
+        roof = self.file("roof.txt", b"".join(line for i, line in enumerate(whole) if i % 3))
+        page, text = self.page("compare", mast, roof)
+        verdict = self.told.pop("verdict")["text"]
+        self.assertIn("A heard", verdict)
+        self.assertLess(text.index(f"<p>{verdict}</p>"), text.index("<svg"))
+        self.assertLess(text.index("<svg"), text.index("<table"))
+        self.assertEqual(page.names.count("svg"), 3)
+        svg = xml.etree.ElementTree.fromstring(re.search(r"<svg.*?</svg>", text, re.DOTALL).group())
+        texts = ["".join(t.itertext()).strip() for t in svg.iter("{http://www.w3.org/2000/svg}text")]
+        self.assertIn("A: mast <1>.txt", texts)
+        self.assertIn("B: roof.txt", texts)
+        self.same_figures(page, self.told)
 
     def test_summary_has_what_the_parts_have(self):
         page, _ = self.page("summary", self.sample("harbour.txt"))
