@@ -9,15 +9,15 @@
 
 namespace report {
 
-// When payloads were heard. Of more than Capacity a part is kept that is chosen by the payload itself, so that two
-// samples keep the same ones.
+// When payloads were heard that are sent only once. Of more than Capacity a part is kept that is chosen by the payload
+// itself, so that two samples keep the same ones.
 class PayloadSample {
 public:
     static constexpr std::size_t Capacity = 1 << 16;
 
     struct Seen {
         std::int64_t lSeconds = 0;
-        bool bAgain = false;  // heard at another time too: it tells nothing of clocks
+        bool bAgain = false;  // heard at another time too, after all: it tells nothing of clocks
     };
 
     void Add(std::uint64_t lPayload, runtime::DateTime dt);

@@ -43,7 +43,7 @@ PayloadSample Part(Recording& tRecording, std::int64_t lFrom, std::int64_t lTo) 
     Heard t;
     tRecording.Rewind();
     while (tRecording.Next(t) && t.dt.lSeconds <= lTo) {
-        if (t.dt.lSeconds >= lFrom) tSample.Add(t.lPayload, t.dt);
+        if (t.bOnce && t.dt.lSeconds >= lFrom) tSample.Add(t.lPayload, t.dt);
     }
     return tSample;
 }
@@ -72,7 +72,7 @@ std::optional<ClockOffset> FindOffset(const Both& tBoth, Reading tReading) {
     for (std::size_t i = 0; i < tBoth.size(); ++i) {
         tBoth[i]->Rewind();
         while (tBoth[i]->Next(t)) {
-            tSamples[i].Add(t.lPayload, t.dt);
+            if (t.bOnce) tSamples[i].Add(t.lPayload, t.dt);
             tReading.Step();
         }
     }
@@ -146,8 +146,9 @@ std::string ReasonOf(const Both& tBoth) {
     const auto dtTo = std::min(tBoth[0]->Last(), tBoth[1]->Last());
     if (dtFrom < dtTo) {
         return "By their stamps both recorded from " + IsoText(dtFrom) + " to " + IsoText(dtTo) +
-               ", but too few payloads stand in both to tell how far their clocks are apart (fewer than 5 that agree): "
-               "they can be compared side by side only, as recordings of different times.";
+               ", but too few payloads stand in both to tell how far their clocks are apart (fewer than 5 that agree, "
+               "of base stations and ships that move): they can be compared side by side only, as recordings of "
+               "different times.";
     }
     return "The recordings are of different times, whatever their clocks: no payloads stand in both that tell of one "
            "time. They can be compared side by side only.";

@@ -127,7 +127,7 @@ void ComparisonTables::WriteTimes() const {
                       {"offset", "B's clock ahead of A's by", m_tClocks.tFound.lSeconds, "s"},
                       {"offset_text", "that is", ClockText(m_tClocks.tFound.lSeconds), "(h:mm:ss)"},
                       {"offset_agreeing", "payloads that say so", m_tClocks.tFound.lAgreeing},
-                      {"offset_compared", "of those that stand once in each", m_tClocks.tFound.lCompared},
+                      {"offset_compared", "of so many that stand in both", m_tClocks.tFound.lCompared},
                       {"offset_least", "as it went on: at least", m_tClocks.lLeast, "s"},
                       {"offset_most", "at most", m_tClocks.lMost, "s"},
                       {"from", "both recorded from (A's clock)", bAny ? Cell(IsoText(tCommon.dtFrom)) : Cell()},

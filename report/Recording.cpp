@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "decoders/VdmBits.h"
+
 namespace report {
 
 namespace {
@@ -18,6 +20,16 @@ std::uint64_t PayloadMark(const Report& t) {
     l = (l ^ (l >> 30)) * 0xBF58476D1CE4E5B9;
     l = (l ^ (l >> 27)) * 0x94D049BB133111EB;
     return l ^ (l >> 31);
+}
+
+// Static data, and positions of what lies still, are the same again after minutes, in many ships' step.
+bool ComesOnce(const Report& t) {
+    constexpr std::int32_t RawMoving = 5;  // half a knot, in 20 seconds 5 m: 27 of the position's steps
+    constexpr std::int32_t RawSpeedUnavailable = 1023;
+    constexpr std::int32_t BaseStation = 4, UtcResponse = 11;
+    if (t.lType == BaseStation || t.lType == UtcResponse) return true;
+    const std::int32_t lRaw = t.bPosition ? decoders::RawSpeed(t.lData, decoders::LayoutOf(t.lType)) : 0;
+    return lRaw >= RawMoving && lRaw < RawSpeedUnavailable;
 }
 
 runtime::DateTime Later(runtime::DateTime dt, std::int64_t lSeconds) { return {dt.lSeconds + lSeconds}; }
@@ -89,12 +101,19 @@ void Recording::Line(const LineEvent& t) {
 }
 
 void Recording::Message(const Report& t) {
-    m_tHeard = {PayloadMark(t), t.dt,
-                t.iShip,        t.lType,
-                t.eChannel,     t.bPosition,
-                t.dLatitude,    t.dLongitude,
-                t.bRange,       {t.tFromUs.Range(), t.tFromUs.Bearing()},
-                t.bLevels,      t.bLevels ? t.tLevels : Levels{}};
+    m_tHeard = Heard{PayloadMark(t),
+                     t.dt,
+                     t.iShip,
+                     t.lType,
+                     t.eChannel,
+                     ComesOnce(t),
+                     t.bPosition,
+                     t.dLatitude,
+                     t.dLongitude,
+                     t.bRange,
+                     {t.tFromUs.Range(), t.tFromUs.Bearing()},
+                     t.bLevels,
+                     t.bLevels ? t.tLevels : Levels{}};
 }
 
 bool Recording::Covers(runtime::DateTime dt) const {

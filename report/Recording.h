@@ -19,6 +19,7 @@ struct Heard {
     int iShip = 0;
     std::int32_t lType = 0;
     Channel eChannel = Channel::Other;
+    bool bOnce = false;  // of a ship that moves, or with the time in it: this payload comes only once
     bool bPosition = false;
     double dLatitude = 0;
     double dLongitude = 0;

@@ -358,6 +358,14 @@ class ClocksTest(CompareCase):
             told = self.compare(a, b)
             self.assertEqual([told["time"]["offset"], *self.totals(told)[1:]], [offset, 0, 0])
 
+    def test_static_data_in_step(self):
+        """All ships' static data come again after 6 minutes to the second: 363 seconds would fit them as well."""
+        sent = traffic(random.Random(19), ships=40, count=60, minutes=125)
+        a = Receiver(sent, lambda t: True, minutes=125)
+        b = Receiver(sent, lambda t: True, clock=lambda when: 7203, minutes=125)
+        told = self.compare(a, b)
+        self.assertEqual([told["time"]["offset"], *self.totals(told)[1:]], [7203, 0, 0])
+
     def test_a_is_longer_and_repeats_the_beginning_of_b(self):
         """Three hours of static data that come again all the time must not mislead the search."""
         sent = traffic(random.Random(12), minutes=180, count=100)
