@@ -145,8 +145,12 @@ void Comparison::CountLevels(const Heard& tFirst, const Heard& tSecond, std::spa
     if (!tFirst.bLevels || !tSecond.bLevels) return;
     const ShownLevels t1 = m_tScale.Show(tFirst.tLevels);
     const ShownLevels t2 = m_tScale.Show(tSecond.tLevels);
-    tSignal.Add(tFirst.iShip, t1.dSignal - t2.dSignal);
     tThreshold.Add(tFirst.iShip, t1.dThreshold - t2.dThreshold);
+    if ((m_tDbm.Show(tFirst.tLevels).dSnr + m_tDbm.Show(tSecond.tLevels).dSnr) / 2 < LeastSnr) {
+        ++lWeakPairs;
+        return;
+    }
+    tSignal.Add(tFirst.iShip, t1.dSignal - t2.dSignal);
     tSnr.Add(tFirst.iShip, t1.dSnr - t2.dSnr);
     for (Tally* p : pTallies) p->tSignal.Add(tFirst.iShip, t1.dSignal - t2.dSignal);
 }

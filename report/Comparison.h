@@ -17,6 +17,9 @@ class Comparison {
 public:
     static constexpr int RingMiles = 5;
     static constexpr int NoPlace = -1;  // of messages without a range
+    // What would lie below the threshold is told as the threshold, or not heard: a difference is cut off there. Where
+    // the two levels lie so many dB above theirs in the mean, differences up to twice as much are whole.
+    static constexpr double LeastSnr = 3;
 
     // The paired differences of a level, the first's less the second's.
     struct LevelDifference {
@@ -44,6 +47,7 @@ public:
     std::array<std::int64_t, 2> lLeftOut{};             // messages at times at which the other did not record
     std::array<std::int64_t, 2> lLost{};                // messages in stretches without any that both heard
     std::vector<Recording::Gap> tLost;                  // these stretches
+    std::int64_t lWeakPairs = 0;                        // pairs of levels too near to their thresholds to be compared
     std::int64_t lJumps = 0;
     std::int64_t lPlacesOfSecond = 0;  // ranges from the second's position, the first's being unknown
     bool bSameThroughout = true;       // all that was counted was heard by both in the same second with the same levels
@@ -65,6 +69,7 @@ private:
 
     const int m_iSectorDegrees;
     const LevelScale m_tScale;
+    const LevelScale m_tDbm{false};
     const Recording& m_tFirst;
     const Recording& m_tSecond;
     const bool m_bReach;

@@ -47,6 +47,11 @@ void ComparisonTables::WriteNotes() const {
             "because a level is a whole step of the board; its interval is by the ranks of the ships (sign test), and "
             "there is none with fewer than 6. Pairs med: the middle one of all pairs.");
     }
+    if (m_tFigures.lWeakPairs > 0) {
+        m_tWriter.Note(std::to_string(m_tFigures.lWeakPairs) +
+                       " pairs are left out of signal and SNR: less than 3 dB above the thresholds in the mean of the "
+                       "two, where the weaker is cut off.");
+    }
     for (std::size_t i = 0; i < m_tRecordings.size(); ++i) {
         if (m_tFigures.lWithLevels[i] > 0) continue;
         m_tWriter.Note(std::string(i == 0 ? "A" : "B") +

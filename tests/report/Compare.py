@@ -271,6 +271,17 @@ class CountsTest(CompareCase):
             self.assertAlmostEqual(row["low"], math.floor(low * 10 + 1e-7) / 10, delta=0.001)
             self.assertAlmostEqual(row["high"], math.ceil(high * 10 - 1e-7) / 10, delta=0.001)
 
+    def test_pairs_near_the_threshold_are_left_out(self):
+        """By the mean of both, so that neither side is taken: 0 and 4.1 dB above it, and 12.1 and 0."""
+        a = Receiver(self.sent, lambda t: True, lambda t: (20 if t.ship < 6 else 26, 20))
+        b = Receiver(self.sent, lambda t: True, lambda t: (22 if t.ship < 6 else 20, 20))
+        told = self.compare(a, b)
+        weak, clear = (sum(1 for t in self.sent if 3 <= t.when < 3598 and (t.ship < 6) == side) for side in (True, False))
+        row = {r["group"]: r for r in told["levels"][:3]}
+        self.assertEqual([row["signal"]["pairs"], row["snr"]["pairs"], row["threshold"]["pairs"]], [clear, clear, weak + clear])
+        self.assertAlmostEqual(row["signal"]["median"], reader.dbm(26) - reader.dbm(20), delta=0.051)
+        self.notes(told, f"{weak} pairs are left out of signal and SNR")
+
     def test_raw_levels(self):
         told = self.compare(self.a, self.b, "--raw")
         row = next(r for r in told["levels"] if r["group"] == "threshold")
