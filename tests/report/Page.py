@@ -14,7 +14,7 @@ import xml.etree.ElementTree
 import rig
 from rig import position, program, record, result
 
-EVIL = "<SCRIPT>&'\"</SCRIPT>"
+EVIL = "<SCRIPT>&LT;'\"</B>"
 VOID = {"meta", "link", "br", "img"}
 COMMANDS = ("summary", "coverage", "range", "signal", "stations", "ships", "reports")
 
