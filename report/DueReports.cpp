@@ -1,6 +1,10 @@
 // Stretches of reports.
 #include "report/DueReports.h"
 
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
 #include "decoders/VdmBits.h"
 #include "report/StaticData.h"
 
@@ -11,10 +15,11 @@ namespace {
 // Sending times scatter by a tenth of the interval and stamps are whole seconds: from 5 seconds on both together are
 // less than half an interval, so that the number of reports within a time is a whole one; below, the scatter falls out
 // of the sum.
-constexpr double WholeFrom = 5;
-constexpr double AtRest = 180;        // seconds: the interval of ships that do not move
-constexpr double TurningDegrees = 5;  // another heading by more is a turn
-constexpr double SteeredFrom = 2;     // knots: below, the course of a ship is chance
+constexpr int WholeFrom = 5;
+constexpr int AtRest = 180;         // seconds: the interval of ships that do not move
+constexpr int TurningTenths = 50;   // of a degree: another heading by more is a turn
+constexpr int Circle = 3600;        // tenths
+constexpr int RawSteeredFrom = 20;  // tenths of a knot: below, the course of a ship is chance
 // The transponder sends more often from some 20 degrees a minute on; that is 21 on its rate-of-turn scale, 4.733 times
 // the root. Half of it is 5 degrees a minute.
 constexpr std::int32_t RawTurning = 11;
@@ -34,17 +39,18 @@ bool IsAssigned(const Report& t) {
     return t.lType == AssignedReport || (t.lType == ClassBReport && BitsOf(t.lData, 146, 1) != 0);
 }
 
-double ClassAInterval(double dSpeed, std::int32_t lStatus) {
-    if ((lStatus == AtAnchor || lStatus == Moored) && dSpeed <= 3) return AtRest;
-    if (dSpeed <= 14) return 10;
-    return dSpeed <= 23 ? 6 : 2;
+// By the speed in tenths of a knot.
+int ClassAInterval(std::int32_t lSpeed, std::int32_t lStatus) {
+    if ((lStatus == AtAnchor || lStatus == Moored) && lSpeed <= 30) return AtRest;
+    if (lSpeed <= 140) return 10;
+    return lSpeed <= 230 ? 6 : 2;
 }
 
 // Bit 141 tells the two kinds apart: those that reserve their slots send the faster the faster they go.
-double ClassBInterval(double dSpeed, bool bCarrierSense) {
-    if (dSpeed <= 2) return AtRest;
-    if (bCarrierSense || dSpeed <= 14) return 30;
-    return dSpeed <= 23 ? 15 : 5;
+int ClassBInterval(std::int32_t lSpeed, bool bCarrierSense) {
+    if (lSpeed <= 20) return AtRest;
+    if (bCarrierSense || lSpeed <= 140) return 30;
+    return lSpeed <= 230 ? 15 : 5;
 }
 
 // By the rate-of-turn indicator of a ship that has one.
@@ -54,26 +60,25 @@ bool TellsTurn(const Report& t) {
 }
 
 // The compass, or the course where there is none.
-double HeadingOf(const Report& t) {
-    const std::int32_t lHeading = BitsOf(t.lData, 128, 9);
-    if (lHeading < RawHeadingUnavailable) return lHeading;
+int HeadingOf(const Report& t) {
     const auto eLayout = decoders::LayoutOf(t.lType);
+    const std::int32_t lHeading = decoders::RawHeading(t.lData, eLayout);
+    if (lHeading < RawHeadingUnavailable) return lHeading * 10;
     const std::int32_t lCourse = decoders::RawCourse(t.lData, eLayout);
-    const bool bSteered = decoders::RawSpeed(t.lData, eLayout) >= SteeredFrom * 10;
-    return bSteered && lCourse < RawCourseUnavailable ? lCourse / 10.0 : 0;
+    const bool bSteered = decoders::RawSpeed(t.lData, eLayout) >= RawSteeredFrom;
+    return bSteered && lCourse < RawCourseUnavailable ? lCourse : 0;
 }
 
 }  // namespace
 
 bool IsPositionReport(const Report& t) { return IsClassA(t) || t.lType == AssignedReport || t.lType == ClassBReport; }
 
-std::optional<double> ExpectedInterval(const Report& t) {
+std::optional<int> ExpectedInterval(const Report& t) {
     const auto eLayout = decoders::LayoutOf(t.lType);
-    const std::int32_t lRaw = decoders::RawSpeed(t.lData, eLayout);
-    if (lRaw < 0 || lRaw >= RawSpeedUnavailable) return std::nullopt;
-    const double dSpeed = lRaw / 10.0;
-    if (IsClassA(t)) return ClassAInterval(dSpeed, BitsOf(t.lData, 38, 4));
-    if (t.lType == ClassBReport) return ClassBInterval(dSpeed, BitsOf(t.lData, 141, 1) != 0);
+    const std::int32_t lSpeed = decoders::RawSpeed(t.lData, eLayout);
+    if (lSpeed < 0 || lSpeed >= RawSpeedUnavailable) return std::nullopt;
+    if (IsClassA(t)) return ClassAInterval(lSpeed, BitsOf(t.lData, 38, 4));
+    if (t.lType == ClassBReport) return ClassBInterval(lSpeed, BitsOf(t.lData, 141, 1) != 0);
     return std::nullopt;
 }
 
@@ -86,46 +91,51 @@ ShareInterval WilsonInterval(double dHeard, double dSent) {
     return {std::max(0.0, dCentre - dHalf), std::min(1.0, dCentre + dHalf)};
 }
 
-bool DueReports::Belongs(const Report& t, Place& tNow) {
+bool DueReports::Belongs(const Report& t, Heard& tNow) {
     if (IsAssigned(t)) {
         ++m_tLeftOut.lAssigned;
         return false;
     }
-    const auto dInterval = ExpectedInterval(t);
-    if (!dInterval) {
+    tNow.dt = t.dt;
+    const auto iInterval = ExpectedInterval(t);
+    if (!iInterval) {
         ++m_tLeftOut.lNoInterval;
         return false;
     }
-    const bool bSteers = IsClassA(t) && *dInterval < AtRest;  // class B sends by its speed alone
+    const bool bSteers = IsClassA(t) && *iInterval < AtRest;  // class B sends by its speed alone
     if (bSteers && TellsTurn(t)) {
         ++m_tLeftOut.lTurning;
         return false;
     }
-    tNow = {t.dt, *dInterval, bSteers ? HeadingOf(t) : 0, t.tFromUs.Range()};
+    tNow.iInterval = *iInterval;
+    tNow.iHeading = bSteers ? HeadingOf(t) : 0;
     return true;
 }
 
 // By a repeater, or because it stands in two files.
-bool DueReports::IsRepeated(const Stretch& t, const Place& tNow) {
+bool DueReports::IsRepeated(const Stretch& t, const Heard& tNow) {
     const std::int64_t lSeconds = tNow.dt.lSeconds - t.tLast.dt.lSeconds;
-    return lSeconds == 0 || (lSeconds == 1 && t.tLast.dInterval >= WholeFrom);
+    return lSeconds == 0 || (lSeconds == 1 && t.tLast.iInterval >= WholeFrom);
 }
 
-bool DueReports::GoesOn(const Stretch& t, const Place& tNow) {
-    const auto dSeconds = static_cast<double>(tNow.dt.lSeconds - t.tLast.dt.lSeconds);
-    if (dSeconds < 0 || dSeconds > m_dGap * t.tLast.dInterval) {
+bool DueReports::GoesOn(const Stretch& t, const Heard& tNow) {
+    const std::int64_t lSeconds = tNow.dt.lSeconds - t.tLast.dt.lSeconds;
+    if (lSeconds < 0 || lSeconds > std::int64_t{m_iGap} * t.tLast.iInterval) {
         ++m_tLeftOut.lGaps;
         return false;
     }
-    if (t.tLast.dInterval != tNow.dInterval) return false;
+    if (t.tLast.iInterval != tNow.iInterval) return false;
     // A ship without an indicator that sends more often than it must is in a turn.
-    if (tNow.dInterval >= WholeFrom && dSeconds < tNow.dInterval / 2) return false;
-    return std::fabs(std::remainder(tNow.dHeading - t.dHeading, 360)) <= TurningDegrees;
+    if (tNow.iInterval >= WholeFrom && 2 * lSeconds < tNow.iInterval) return false;
+    const int iTurned = std::abs(tNow.iHeading - t.iHeading);
+    return std::min(iTurned, Circle - iTurned) <= TurningTenths;
 }
 
-double DueReports::MissedWithin(const Place& tLast, const Place& tNow) {
-    const double dSent = static_cast<double>(tNow.dt.lSeconds - tLast.dt.lSeconds) / tNow.dInterval;
-    return (tNow.dInterval < WholeFrom ? dSent : std::round(dSent)) - 1;
+double DueReports::MissedWithin(const Heard& tLast, const Heard& tNow) {
+    const std::int64_t lSeconds = tNow.dt.lSeconds - tLast.dt.lSeconds;
+    const std::int64_t lInterval = tNow.iInterval;
+    if (lInterval < WholeFrom) return static_cast<double>(lSeconds) / static_cast<double>(lInterval) - 1;
+    return static_cast<double>((2 * lSeconds + lInterval) / (2 * lInterval) - 1);
 }
 
 }  // namespace report

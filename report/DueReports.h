@@ -11,18 +11,17 @@
 // fault: each was sent and was heard or missed, and they alone count.
 #pragma once
 
-#include <algorithm>
-#include <cmath>
 #include <optional>
 #include <vector>
 
 #include "report/Event.h"
+#include "report/RingRates.h"
 
 namespace report {
 
 // Seconds between two position reports of the sender of a class A or B position report; nothing where the report does
 // not tell. Not for ships that turn.
-std::optional<double> ExpectedInterval(const Report& t);
+std::optional<int> ExpectedInterval(const Report& t);
 
 // A type 1, 2, 3 or 18.
 bool IsPositionReport(const Report& t);
@@ -42,15 +41,16 @@ public:
         std::int64_t lGaps = 0;  // silences longer than the gap, and steps of a clock that was set back
     };
 
-    // dGap: intervals of silence that end a stretch.
-    explicit DueReports(double dGap) : m_dGap(dGap) {}
+    // iGap: intervals of silence that end a stretch.
+    explicit DueReports(int iGap) : m_iGap(iGap) {}
 
-    // A ship's next position report. Calls Count(dFrom, dTo, dMissed, bHeard) when it goes on with a stretch: dMissed
-    // reports are missing between the ranges dFrom and dTo, and the one at dFrom counts as heard when bHeard.
+    // A ship's next position report, heard there. Calls Count(tFrom, tTo, dMissed, bHeard) when it goes on with a
+    // stretch: dMissed reports are missing between those places, and the one at tFrom counts as heard when bHeard.
     template <class Function>
-    void Take(const Report& t, const Function& Count) {
+    void Take(const Report& t, const RingPlace& tPlace, const Function& Count) {
         Stretch& tStretch = Of(t);
-        Place tNow;
+        Heard tNow;
+        tNow.tPlace = tPlace;
         if (!Belongs(t, tNow)) {
             tStretch.bKnown = false;
             return;
@@ -60,10 +60,10 @@ public:
             return;
         }
         if (!tStretch.bKnown || !GoesOn(tStretch, tNow)) {
-            tStretch = {true, false, tNow.dHeading, tNow};
+            tStretch = {true, false, tNow.iHeading, tNow};
             return;
         }
-        Count(tStretch.tLast.dRange, tNow.dRange, MissedWithin(tStretch.tLast, tNow), tStretch.bInner);
+        Count(tStretch.tLast.tPlace, tNow.tPlace, MissedWithin(tStretch.tLast, tNow), tStretch.bInner);
         tStretch.bInner = true;
         tStretch.tLast = tNow;
     }
@@ -74,17 +74,17 @@ public:
 
 private:
     // A report heard.
-    struct Place {
+    struct Heard {
         runtime::DateTime dt;
-        double dInterval = 0;
-        double dHeading = 0;  // of a class A ship under way; 0 for others and where it is not known
-        double dRange = 0;
+        int iInterval = 0;  // seconds
+        int iHeading = 0;   // tenths of a degree, of a class A ship under way; 0 for others and where it is not known
+        RingPlace tPlace{};
     };
     struct Stretch {
         bool bKnown = false;
         bool bInner = false;  // its last report is not its first
-        double dHeading = 0;  // of its first report
-        Place tLast;
+        int iHeading = 0;     // of its first report
+        Heard tLast;
     };
 
     Stretch& Of(const Report& t) {
@@ -92,12 +92,12 @@ private:
         if (iShip >= m_tStretches.size()) m_tStretches.resize(iShip + 1);
         return m_tStretches[iShip];
     }
-    bool Belongs(const Report& t, Place& tNow);
-    static bool IsRepeated(const Stretch& t, const Place& tNow);
-    bool GoesOn(const Stretch& t, const Place& tNow);
-    static double MissedWithin(const Place& tLast, const Place& tNow);
+    bool Belongs(const Report& t, Heard& tNow);
+    static bool IsRepeated(const Stretch& t, const Heard& tNow);
+    bool GoesOn(const Stretch& t, const Heard& tNow);
+    static double MissedWithin(const Heard& tLast, const Heard& tNow);
 
-    double m_dGap;
+    int m_iGap;
     std::vector<Stretch> m_tStretches;
     LeftOut m_tLeftOut;
 };

@@ -51,6 +51,13 @@ std::int64_t FromUs::RangeStep() const {
     return Distribution::StepOf(Range());
 }
 
+std::int64_t FromUs::Ring(int iMiles) const {
+    std::int64_t lRing = 0;
+    const double dRings = 1.0 / iMiles;  // in a mile
+    if (m_bNear && SurelyBelow(m_tNear.dRange * dRings, nav::RangeEstimate::RangeError * dRings, lRing)) return lRing;
+    return static_cast<std::int64_t>(Range() / iMiles);
+}
+
 bool FromUs::Beyond(double dMiles) const {
     if (m_bNear && m_tNear.dRange + nav::RangeEstimate::RangeError < dMiles) return false;
     return Range() > dMiles;

@@ -33,6 +33,8 @@ public:
     bool HasBearing() const { return m_bNear || m_tExact.dBearing == m_tExact.dBearing; }
     // The step of a Distribution that Range() falls into.
     std::int64_t RangeStep() const;
+    // Range() / iMiles without decimals.
+    std::int64_t Ring(int iMiles) const;
     // Range() > dMiles.
     bool Beyond(double dMiles) const;
     // Bearing() / iDegrees without decimals; 360 degrees may come out as a sector of their own.

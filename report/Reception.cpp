@@ -1,6 +1,9 @@
 // The table of rings, and the rule beside it.
 #include "report/Reception.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace report {
 
 Reception::Reception(const Options& tOptions, Writer& tWriter)
@@ -19,12 +22,13 @@ void Reception::Message(const Report& t) {
         m_tDue.End(t);
         return;
     }
-    m_tDue.Take(t, [&](double dFrom, double dTo, double dMissed, bool bHeard) {
-        m_tRates.Count(dFrom, dTo, dMissed, bHeard);
-        if (!bHeard) return;
-        ++m_lCounted;
-        CountVisit(static_cast<std::size_t>(t.iShip), m_tRates.RingOf(dFrom));
-    });
+    m_tDue.Take(t, m_tRates.PlaceOf(t.tFromUs),
+                [&](const RingPlace& tFrom, const RingPlace& tTo, double dMissed, bool bHeard) {
+                    m_tRates.Count(tFrom, tTo, dMissed, bHeard);
+                    if (!bHeard) return;
+                    ++m_lCounted;
+                    CountVisit(static_cast<std::size_t>(t.iShip), tFrom.iRing);
+                });
 }
 
 void Reception::CountVisit(std::size_t iShip, std::size_t iRing) {

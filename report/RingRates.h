@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "report/FromUs.h"
+
 namespace report {
 
 struct RingRate {
@@ -14,16 +16,27 @@ struct RingRate {
     bool Empty() const { return lHeard == 0 && dSent == 0; }
 };
 
+// Where a report came from.
+struct RingPlace {
+    std::size_t iRing = 0;
+    int iTenths = 0;  // of a mile, to the nearest
+};
+
 class RingRates {
 public:
     explicit RingRates(int iMiles = 5) : m_iMiles(iMiles) {}
 
-    // What DueReports::Take counts: dMissed reports between the ranges dFrom and dTo, and one heard at dFrom when
-    // bHeard.
-    void Count(double dFrom, double dTo, double dMissed, bool bHeard);
-    // Ring i reaches from i to i + 1 times Miles().
-    std::size_t RingOf(double dRange) const { return static_cast<std::size_t>(dRange) / m_iMiles; }
-    int Miles() const { return static_cast<int>(m_iMiles); }
+    // Where a report is that has a range. Ring i reaches from i to i + 1 times Miles().
+    RingPlace PlaceOf(const FromUs& t) const {
+        const int iTenths = static_cast<int>(t.RangeStep());
+        const int iRing = iTenths / (10 * m_iMiles);
+        // Only what was rounded to a border can lie on its other side.
+        const bool bBorder = iTenths == iRing * 10 * m_iMiles;
+        return {static_cast<std::size_t>(bBorder ? t.Ring(m_iMiles) : iRing), iTenths};
+    }
+    // What DueReports::Take counts.
+    void Count(const RingPlace& tFrom, const RingPlace& tTo, double dMissed, bool bHeard);
+    int Miles() const { return m_iMiles; }
     // From the inside, empty ones among them.
     const std::vector<RingRate>& Rings() const { return m_tRings; }
     // The outer border, in nautical miles, of the rings from the inside out up to the first of which less than the
@@ -31,9 +44,9 @@ public:
     double ReliableMiles(double dShare) const;
 
 private:
-    RingRate& At(double dRange);
+    RingRate& At(std::size_t iRing);
 
-    std::size_t m_iMiles;
+    int m_iMiles;
     std::vector<RingRate> m_tRings;
 };
 

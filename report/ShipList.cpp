@@ -10,6 +10,11 @@ namespace {
 Cell TextCell(const std::string& s) { return s.empty() ? Cell() : Cell(s); }
 Cell CountCell(std::int32_t l) { return l == 0 ? Cell() : Cell(std::int64_t{l}); }
 
+Cell FigureCell(bool bKnown, double d, int iDecimals) {
+    if (!bKnown) return {};
+    return Number{d, iDecimals};
+}
+
 }  // namespace
 
 ShipList::ShipList(const Options& tOptions, Writer& tWriter)
@@ -45,7 +50,7 @@ void ShipList::Message(const Report& t) {
 void ShipList::CountDue(const Report& t, bool bJump, Ship& tShip) {
     if (!IsPositionReport(t)) return;
     if (bJump) return m_tDue.End(t);
-    m_tDue.Take(t, [&](double, double, double dMissed, bool bHeard) {
+    m_tDue.Take(t, {}, [&](const RingPlace&, const RingPlace&, double dMissed, bool bHeard) {
         tShip.lHeard += bHeard ? 1 : 0;
         tShip.dDue += dMissed + (bHeard ? 1 : 0);
     });
@@ -85,15 +90,13 @@ bool ShipList::Finish() {
 }
 
 void ShipList::Row(const Ship& t) {
-    const auto dMean = t.lLevels == 0 ? Cell() : Cell(Number{t.dSnrSum / static_cast<double>(t.lLevels), 1});
-    const auto tRate =
-        t.dDue > 0 ? Cell(Number{std::min(100.0, 100 * static_cast<double>(t.lHeard) / t.dDue), 1}) : Cell();
     m_tWriter.Row({std::int64_t{t.lMmsi}, TextCell(t.tStatic.sName), TextCell(t.tStatic.sCallSign),
                    CountCell(t.tStatic.lShipType), CountCell(t.tStatic.lLength), CountCell(t.tStatic.lBeam),
-                   IsoText(t.dtFirst), IsoText(t.dtLast), t.lReports,
-                   t.lLevels == 0 ? Cell() : Cell(Number{t.dSnrBest, 1}), dMean,
-                   t.lPositions == 0 ? Cell() : Cell(Number{t.dGreatest, 1}), tRate,
-                   t.dDue > 0 ? Cell(Number{t.dDue, 0}) : Cell()});
+                   IsoText(t.dtFirst), IsoText(t.dtLast), t.lReports, FigureCell(t.lLevels > 0, t.dSnrBest, 1),
+                   FigureCell(t.lLevels > 0, t.dSnrSum / static_cast<double>(t.lLevels), 1),
+                   FigureCell(t.lPositions > 0, t.dGreatest, 1),
+                   FigureCell(t.dDue > 0, std::min(100.0, 100 * static_cast<double>(t.lHeard) / t.dDue), 1),
+                   FigureCell(t.dDue > 0, t.dDue, 0)});
 }
 
 }  // namespace report

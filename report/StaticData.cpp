@@ -58,14 +58,15 @@ void ReadDimensions(decoders::VdmView lData, std::int32_t lFirst, StaticData& t)
 }  // namespace
 
 std::int32_t BitsOf(decoders::VdmView lData, std::int32_t lFirst, std::int32_t lCount) {
-    std::uint32_t lValue = 0;
-    for (std::int32_t lBit = lFirst; lBit < lFirst + lCount; ++lBit) {
-        const std::int32_t lCharacter = lData[static_cast<std::size_t>(lBit / BitsPerCharacter + 1)];
-        const auto lOne =
-            static_cast<std::uint32_t>(lCharacter >> (BitsPerCharacter - 1 - lBit % BitsPerCharacter) & 1);
-        lValue = lValue << 1 | lOne;
+    const std::int32_t lEnd = lFirst + lCount;
+    const std::int32_t lLast = (lEnd - 1) / BitsPerCharacter;
+    std::uint64_t lValue = 0;  // of all characters that hold some of the bits
+    for (std::int32_t i = lFirst / BitsPerCharacter; i <= lLast; ++i) {
+        const auto lCharacter = static_cast<std::uint32_t>(lData[static_cast<std::size_t>(i) + 1]) & 63U;
+        lValue = lValue << BitsPerCharacter | lCharacter;
     }
-    return static_cast<std::int32_t>(lValue);
+    lValue >>= (lLast + 1) * BitsPerCharacter - lEnd;
+    return static_cast<std::int32_t>(lValue & ((std::uint64_t{1} << lCount) - 1));
 }
 
 bool ReadStaticData(decoders::VdmView lData, std::int32_t lLength, StaticData& t) {

@@ -97,10 +97,11 @@ void Summary::Message(const Report& t) {
 void Summary::CountDue(const Report& t, bool bJump, SummaryFigures* pPeriod) {
     if (!IsPositionReport(t)) return;
     if (!t.bRange || bJump) return m_tDue.End(t);
-    m_tDue.Take(t, [&](double dFrom, double dTo, double dMissed, bool bHeard) {
-        m_tAll.tRates.Count(dFrom, dTo, dMissed, bHeard);
-        if (pPeriod) pPeriod->tRates.Count(dFrom, dTo, dMissed, bHeard);
-    });
+    m_tDue.Take(t, m_tAll.tRates.PlaceOf(t.tFromUs),
+                [&](const RingPlace& tFrom, const RingPlace& tTo, double dMissed, bool bHeard) {
+                    m_tAll.tRates.Count(tFrom, tTo, dMissed, bHeard);
+                    if (pPeriod) pPeriod->tRates.Count(tFrom, tTo, dMissed, bHeard);
+                });
 }
 
 void Summary::CountMinute(const MinuteCounts::Minute& t) {

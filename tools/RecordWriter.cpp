@@ -20,7 +20,7 @@ std::array<RecordKind, 6> Kinds() {
         {"night", {1, 180, 35.0, 0.0, true, true, dtLate}, false},
         {"damaged", {1, 40, 5.0, 12.0, true, true, dtMorning}, true},
         {"mixed", {1, 150, 5.0, 0.0, true, true, dtMorning}, false},
-        {"sea", {1, 150, 0.0, 0.0, true, true, dtMorning, {40, true}}, false},
+        {"sea", {1, 150, 0.0, 0.0, true, true, dtMorning, 12, {40, true}}, false},
         {"reports", {1, 150, 5.0, 0.0, false, false, dtMorning}, false},
     }};
 }

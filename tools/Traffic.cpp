@@ -308,8 +308,7 @@ SentMessage Traffic::SentFrom(const Target& t, double dTime, char sChannel) cons
 double Traffic::SignalOf(const Target& t, double dTime) const {
     const double dMiles = DistanceMiles(t.tFix, m_tHarbour.Own(dTime).tFix);
     const int iWeaker = t.eStation == Station::ClassB ? ClassBWeaker : 0;
-    // Twenty decibels are some ten of the board's steps, and a tenfold distance costs a little more than that.
-    return 44.0 - 16.0 * std::log10(1.0 + dMiles) - iWeaker;
+    return 44.0 - m_tOptions.dFall * std::log10(1.0 + dMiles) - iWeaker;
 }
 
 void Traffic::SayGps(std::int64_t lSecond) {

@@ -28,6 +28,7 @@ struct TrafficOptions {
     bool bSignal = true;           // $PNMLS after each message
     bool bGps = true;              // GLL and RMC each second
     runtime::DateTime dtStart;     // UTC
+    double dFall = 16;             // steps of the board that a tenfold distance costs; twenty dB are some ten
     HarbourOptions tHarbour{};
     ReceptionRule tRule{};
     std::uint64_t lChance = 0;  // with the seed: of what the receiver loses

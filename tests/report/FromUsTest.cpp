@@ -70,6 +70,9 @@ void FromUsTest::answersAreThoseOfTheArithmetic() {
             continue;
         }
         QCOMPARE(tFromUs.RangeStep(), report::Distribution::StepOf(tExpected.dRange));
+        for (const int iMiles : {1, 5, 7}) {
+            QCOMPARE(tFromUs.Ring(iMiles), static_cast<std::int64_t>(tExpected.dRange / iMiles));
+        }
         for (const double dMiles : {0.0, tExpected.dRange, std::nextafter(tExpected.dRange, 0), 50.0}) {
             QCOMPARE(tFromUs.Beyond(dMiles), tExpected.dRange > dMiles);
         }
