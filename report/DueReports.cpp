@@ -132,10 +132,10 @@ bool DueReports::GoesOn(const Stretch& t, const Heard& tNow) {
 }
 
 double DueReports::MissedWithin(const Heard& tLast, const Heard& tNow) {
-    const std::int64_t lSeconds = tNow.dt.lSeconds - tLast.dt.lSeconds;
-    const std::int64_t lInterval = tNow.iInterval;
-    if (lInterval < WholeFrom) return static_cast<double>(lSeconds) / static_cast<double>(lInterval) - 1;
-    return static_cast<double>((2 * lSeconds + lInterval) / (2 * lInterval) - 1);
+    const auto iSeconds = static_cast<int>(tNow.dt.lSeconds - tLast.dt.lSeconds);  // within the gap
+    const int iInterval = tNow.iInterval;
+    if (iInterval < WholeFrom) return static_cast<double>(iSeconds) / iInterval - 1;
+    return (2 * iSeconds + iInterval) / (2 * iInterval) - 1;
 }
 
 }  // namespace report
