@@ -11,10 +11,8 @@ namespace toolkit {
 
 namespace {
 
-constexpr int CellPadding = 2;         // pixels left and right of a cell's text
-constexpr int GridLine = 1;            // pixels of its column that a cell does not have
-constexpr qsizetype MostWhole = 4096;  // a full table has some 2,000 different texts
-constexpr qsizetype MostCut = 1024;    // a screen full of cells
+constexpr int CellPadding = 2;  // pixels left and right of a cell's text
+constexpr int GridLine = 1;     // pixels of its column that a cell does not have
 
 QStaticText LaidOut(const QFont& tFont, const QString& sText) {
     QStaticText t(sText);
@@ -82,28 +80,29 @@ void CellDelegate::DrawText(QPainter& tPainter, const QRect& tCell, Qt::Alignmen
     tPainter.restore();
 }
 
+void CellDelegate::BeginPainting() {
+    if (++m_iPaintings < PaintingsToGeneration) return;
+    m_iPaintings = 0;
+    m_tWhole.Age();
+    m_tCut.Age();
+}
+
 void CellDelegate::ForgetOtherFonts(const QFont& tFont) const {
     if (tFont == m_tFont) return;
-    m_tWhole.clear();
-    m_tCut.clear();
+    m_tWhole.Clear();
+    m_tCut.Clear();
     m_tFont = tFont;
 }
 
 const QStaticText& CellDelegate::Whole(const QFont& tFont, const QString& sText) const {
     ForgetOtherFonts(tFont);
-    if (m_tWhole.size() >= MostWhole) m_tWhole.clear();
-    auto it = m_tWhole.find(sText);
-    if (it == m_tWhole.end()) it = m_tWhole.insert(sText, LaidOut(tFont, sText));
-    return *it;
+    return m_tWhole.Get(sText, [&] { return LaidOut(tFont, sText); });
 }
 
 const QStaticText& CellDelegate::Cut(const QFont& tFont, const QString& sText, int iWidth, bool bAtLeft) const {
     ForgetOtherFonts(tFont);
-    if (m_tCut.size() >= MostCut) m_tCut.clear();
     const std::pair<QString, int> tKey(sText, bAtLeft ? -iWidth : iWidth);
-    auto it = m_tCut.find(tKey);
-    if (it == m_tCut.end()) it = m_tCut.insert(tKey, LaidOut(tFont, Elided(tFont, sText, iWidth, bAtLeft)));
-    return *it;
+    return m_tCut.Get(tKey, [&] { return LaidOut(tFont, Elided(tFont, sText, iWidth, bAtLeft)); });
 }
 
 }  // namespace toolkit

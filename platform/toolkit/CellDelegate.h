@@ -14,12 +14,46 @@ namespace toolkit {
 // number in the next column.
 QString Elided(const QFont& tFont, const QString& sText, int iWidth, bool bAtLeft);
 
+// Things that are dear to make, kept while they are asked for. Two generations: what is asked for belongs to the young
+// one; when that is full, or at Age(), it becomes the old one and what was old is forgotten. So what nobody asks for
+// goes within two generations, and what is in use is never made anew all at once.
+template <class Key, class Value>
+class RecentlyUsed {
+public:
+    explicit RecentlyUsed(qsizetype iMost) : m_iMost(iMost) {}  // of a generation
+    // Until the next call.
+    template <class Make>
+    const Value& Get(const Key& tKey, Make tMake) {
+        if (const auto it = m_tYoung.constFind(tKey); it != m_tYoung.constEnd()) return *it;
+        if (m_tYoung.size() >= m_iMost) Age();
+        const auto it = m_tOld.constFind(tKey);
+        return *m_tYoung.insert(tKey, it == m_tOld.constEnd() ? tMake() : *it);
+    }
+    void Age() {
+        m_tOld.swap(m_tYoung);
+        m_tYoung.clear();
+    }
+    void Clear() {
+        m_tYoung.clear();
+        m_tOld.clear();
+    }
+    qsizetype Size() const { return m_tYoung.size() + m_tOld.size(); }
+
+private:
+    qsizetype m_iMost;
+    QHash<Key, Value> m_tYoung;
+    QHash<Key, Value> m_tOld;
+};
+
 class CellDelegate : public QStyledItemDelegate {
     Q_OBJECT
 public:
-    static constexpr int RowPadding = 4;  // pixels that a row is higher than its font
+    static constexpr int RowPadding = 4;               // pixels that a row is higher than its font
+    static constexpr int PaintingsToGeneration = 256;  // half a minute of beats
 
     using QStyledItemDelegate::QStyledItemDelegate;
+    // To be told before each painting: a text that has not been drawn for a while is forgotten.
+    void BeginPainting();
     // Draws a text with the painter's font and pen, cut where it must be; tCell is the cell without its grid lines.
     void DrawText(QPainter& tPainter, const QRect& tCell, Qt::Alignment eAlignment, const QString& sText) const;
     // The text with its padding.
@@ -28,9 +62,9 @@ public:
     bool IsCut(const QFont& tFont, const QString& sText, int iWidth) const;
 
 protected:
-    mutable QHash<QString, QStaticText> m_tWhole;
+    mutable RecentlyUsed<QString, QStaticText> m_tWhole{2048};  // a full table has some 2,000 different texts
     // By text and width; the width is negative for a text that is cut at the left.
-    mutable QHash<std::pair<QString, int>, QStaticText> m_tCut;
+    mutable RecentlyUsed<std::pair<QString, int>, QStaticText> m_tCut{512};
 
 private:
     void ForgetOtherFonts(const QFont& tFont) const;
@@ -38,6 +72,7 @@ private:
     const QStaticText& Cut(const QFont& tFont, const QString& sText, int iWidth, bool bAtLeft) const;
 
     mutable QFont m_tFont;  // of all that is kept
+    int m_iPaintings = 0;   // of this generation
 };
 
 }  // namespace toolkit

@@ -23,6 +23,7 @@ constexpr int GridLine = 1;  // pixels at the right and at the bottom of every c
 
 // The ground, too: Qt would fill that of the whole piece before, and the rows again.
 void Grid::paintEvent(QPaintEvent* pEvent) {
+    m_pDelegate->BeginPainting();
     QPainter tPainter(viewport());
     const int iRows = m_pModel->rowCount();
     const int iBottom = iRows > 0 ? rowViewportPosition(iRows - 1) + rowHeight(iRows - 1) : 0;

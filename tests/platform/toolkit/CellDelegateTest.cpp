@@ -84,6 +84,7 @@ private slots:
     void widerColumnShowsTheWholeTextAgain();
     void otherFontIsLaidOutAnew();
     void manyTextsAndWidthsAreForgotten();
+    void textsThatAreNotDrawnAreForgotten();
 };
 
 void CellDelegateTest::textThatFitsIsWhole_data() {
@@ -265,13 +266,35 @@ void CellDelegateTest::manyTextsAndWidthsAreForgotten() {
     qsizetype iMostWhole = 0, iMostCut = 0;
     for (int i = 0; i < 10000; ++i) {
         tPaint(QString::number(1000000 + i), 20 + i % 30);
-        iMostWhole = std::max(iMostWhole, tDelegate.m_tWhole.size());
-        iMostCut = std::max(iMostCut, tDelegate.m_tCut.size());
+        iMostWhole = std::max(iMostWhole, tDelegate.m_tWhole.Size());
+        iMostCut = std::max(iMostCut, tDelegate.m_tCut.Size());
     }
     QVERIFY(iMostWhole > 1000 && iMostWhole <= 4096);
     QVERIFY(iMostCut > 500 && iMostCut <= 1024);
     tPaint(QStringLiteral("4442.6"), 100);
     QCOMPARE(Ink(tImage), Ink(QStringLiteral("4442.6")));
+}
+
+// By the clock of the paintings: a table whose texts change slowly fills no store for hours.
+void CellDelegateTest::textsThatAreNotDrawnAreForgotten() {
+    struct OpenDelegate : toolkit::CellDelegate {
+        using CellDelegate::m_tCut;
+        using CellDelegate::m_tWhole;
+    } tDelegate;
+    QImage tImage(100, 20, QImage::Format_RGB32);
+    QPainter tPainter(&tImage);
+    for (int i = 0; i < 100; ++i) {
+        const QString sText = QString::number(1000000 + i);
+        tDelegate.DrawText(tPainter, QRect(0, 0, i % 2 == 0 ? 100 : 20, 20), Qt::AlignRight, sText);
+    }
+    QCOMPARE(tDelegate.m_tWhole.Size(), qsizetype{100});
+    QCOMPARE(tDelegate.m_tCut.Size(), qsizetype{50});
+    for (int i = 0; i < 2 * toolkit::CellDelegate::PaintingsToGeneration; ++i) {
+        tDelegate.BeginPainting();
+        tDelegate.DrawText(tPainter, QRect(0, 0, 100, 20), Qt::AlignRight, QStringLiteral("4442.6"));
+    }
+    QCOMPARE(tDelegate.m_tWhole.Size(), qsizetype{2});  // the same text, in both generations
+    QCOMPARE(tDelegate.m_tCut.Size(), qsizetype{0});
 }
 
 QTEST_MAIN(CellDelegateTest)
