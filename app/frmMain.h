@@ -59,6 +59,7 @@ public:
     // Start-up, profile and shutdown (app/frmMain_Start, _Profile)
     void Form_Load();    // before the window is shown; once
     void Form_Unload();  // closes what is open and saves the profile
+    void DisplayLost();  // the display has gone and the process is about to end: saves what would be lost
     void ProfileOpen();  // finds the profile and takes its text
     void ProfileLoad();
     void ProfileSave();

@@ -34,4 +34,14 @@ void frmMain::Form_Unload() {
     m_tProfileHold.Release();
 }
 
+// Touches no control: what one asks of a display that is gone may end the process on the spot.
+void frmMain::DisplayLost() {
+    if (m_bUnloaded) return;
+    m_bUnloaded = true;
+    m_tPlatform.ShowBusyPointer = [](bool) {};
+    RecordFinish();
+    ProfileSave();
+    MSCommOutput.ClosePort();
+}
+
 }  // namespace app

@@ -3,6 +3,7 @@
 #include <csignal>
 
 #include "app/frmMain.h"
+#include "platform/toolkit/DisplayEnd.h"
 #include "platform/toolkit/QuitSignals.h"
 
 int main(int argc, char* argv[]) {
@@ -14,6 +15,7 @@ int main(int argc, char* argv[]) {
     app::frmMain tWindow;
     tWindow.Form_Load();
     toolkit::OnQuitSignal(&tWindow, [&tWindow] { tWindow.close(); });
+    const toolkit::DisplayEnd tDisplayEnd([&tWindow] { tWindow.DisplayLost(); });
     tWindow.show();
     tWindow.UnattendedBegin();
     return QApplication::exec();

@@ -110,26 +110,15 @@ class Soak:
 
     def start(self):
         self.window = self.program.window()
-        time.sleep(1)
-        rig.xdotool("mousemove", "--window", self.window, 30, 20, "click", 1)
-        rig.await_that(lambda: all(line.listened() for line in self.lines), "the three ports are open")
+        self.program.press_start(self.lines)
 
     def press_stop(self):
-        rig.xdotool("mousemove", "--window", self.window, 120, 20, "click", 1)
+        self.program.press_stop()
         rig.await_that(lambda: not self.lines[1].listened(), "Stop has closed the ports")
 
     def record(self):
         file = os.path.join(self.folder, "soak.txt")
-        rig.xdotool("mousemove", "--window", self.window, 200, 20, "click", 1)
-        find = ["xdotool", "search", "--all", "--onlyvisible", "--pid", str(self.program.process.pid), "--name", "Save As"]
-        found = rig.await_that(lambda: rig.subprocess.run(find, capture_output=True, text=True).stdout.split(),
-                               "the file dialog is there")
-        rig.xdotool("windowfocus", found[0])
-        time.sleep(0.3)
-        rig.xdotool("key", "ctrl+a")
-        rig.xdotool("type", file)
-        rig.xdotool("key", "Return")
-        rig.await_that(lambda: self.program.has_open(file), "the recording has begun")
+        self.program.record(file)
         return file
 
     def show_tab(self, tab):

@@ -116,17 +116,18 @@ def started(command, **options):
 
 @contextlib.contextmanager
 def display():
-    """A virtual display; its number is chosen by the server itself, so that tests can run side by side."""
+    """A virtual display; its number is chosen by the server itself, so that tests can run side by side. Gives the server,
+    which a test may end."""
     near, far = os.pipe()
     command = ["Xvfb", "-displayfd", str(far), "-screen", "0", "1280x900x24", "-nolisten", "tcp", "-noreset"]
-    with started(command, pass_fds=[far], stderr=subprocess.DEVNULL):
+    with started(command, pass_fds=[far], stderr=subprocess.DEVNULL) as server:
         os.close(far)
         with open(near) as answer:
             number = answer.readline().strip()  # to the line end: the server writes that apart, and must find a reader
         check(number, "no virtual display")
         os.environ["DISPLAY"] = ":" + number
         os.environ["QT_QPA_PLATFORM"] = "xcb"
-        yield
+        yield server
 
 
 @contextlib.contextmanager
@@ -201,6 +202,41 @@ class Program:
             return subprocess.run(command, capture_output=True, text=True).stdout.split()
 
         return int(await_that(found, "the window is there")[0])
+
+    # The toolbar is the top of the window; by these places it can be used without the accessibility bus.
+
+    def press_start(self, lines):
+        """Presses Start, and waits until these ports are open."""
+        window = self.window()
+        time.sleep(1)  # until the window takes clicks: nothing tells
+        xdotool("mousemove", "--window", window, 30, 20, "click", 1)
+        await_that(lambda: all(line.listened() for line in lines), "the ports are open")
+
+    def press_stop(self):
+        xdotool("mousemove", "--window", self.window(), 120, 20, "click", 1)
+
+    def record(self, file):
+        """Presses Record and names the file in the dialog, whosever it is."""
+        xdotool("mousemove", "--window", self.window(), 200, 20, "click", 1)
+        find = ["xdotool", "search", "--all", "--onlyvisible", "--pid", str(self.process.pid), "--name", "Save As"]
+
+        def dialogs():
+            return subprocess.run(find, capture_output=True, text=True).stdout.split()
+
+        dialog = await_that(dialogs, "the file dialog is there")[0]
+        xdotool("windowfocus", "--sync", dialog)
+        time.sleep(0.3)
+        xdotool("key", "ctrl+a")
+        xdotool("type", file)
+
+        def named():
+            if self.has_open(file):
+                return True
+            if dialogs():
+                xdotool("key", "Return")  # more than once: GTK's dialog swallows it while it completes the name
+            return False
+
+        await_that(named, "the recording has begun", pause=0.5)
 
     def close(self):
         """Closes the window as its close button does, and returns the exit code."""
