@@ -7,6 +7,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <cerrno>
+#include <csignal>
 
 namespace toolkit {
 
@@ -26,11 +28,16 @@ QStringList OpenFiles(const QString& sProcess) {
     return sFiles;
 }
 
-// Who wrote the lock file of a device that is shared by all programs that keep to the custom; 0 where there is none.
-qint64 LockOwner(const QString& sCanonical) {
+// The lock file of a device that is shared by all programs that keep to the custom.
+QString LockFile(const QString& sCanonical) {
     QString sName = sCanonical.startsWith(QLatin1String("/dev/")) ? sCanonical.mid(5) : sCanonical;
     sName.replace(QLatin1Char('/'), QLatin1Char('_'));
-    QFile tLock(QStringLiteral("/run/lock/LCK..") + sName);
+    return QStringLiteral("/run/lock/LCK..") + sName;
+}
+
+// Who wrote it; 0 where there is none.
+qint64 LockOwner(const QString& sCanonical) {
+    QFile tLock(LockFile(sCanonical));
     if (!tLock.open(QIODevice::ReadOnly)) return 0;
     return tLock.readLine(32).trimmed().toLongLong();
 }
@@ -67,6 +74,14 @@ std::map<QString, QString> DeviceHolders(const QStringList& sDevices) {
         }
     }
     return sHolders;
+}
+
+LeftLock FindLeftLock(const QString& sDevice) {
+    const QString sCanonical = QFileInfo(sDevice).canonicalFilePath();
+    const qint64 lOwner = LockOwner(sCanonical);
+    // Asked of the system, because it may hide other users' processes from its list.
+    const bool bEnded = lOwner > 0 && ::kill(static_cast<pid_t>(lOwner), 0) != 0 && errno == ESRCH;
+    return bEnded ? LeftLock{LockFile(sCanonical), lOwner} : LeftLock{};
 }
 
 QString DeviceHolder(const QString& sDevice) {

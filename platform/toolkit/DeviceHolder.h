@@ -14,4 +14,12 @@ QString DeviceHolder(const QString& sDevice);
 // The same for several devices in one go, by the names given; those without a known holder are left out.
 std::map<QString, QString> DeviceHolders(const QStringList& sDevices);
 
+// A lock file whose program has ended without removing it. The next program removes one that it may; another user's it
+// may not.
+struct LeftLock {
+    QString sFile;  // empty: there is none
+    qint64 lProcess = 0;
+};
+LeftLock FindLeftLock(const QString& sDevice);
+
 }  // namespace toolkit

@@ -61,6 +61,13 @@ QString DeviceBusy(const QString& sDevice, const QString& sHolder) {
         .arg(sDevice, sHolder.isEmpty() ? QStringLiteral("another program") : sHolder);
 }
 
+QString LockLeft(const QString& sDevice, const QString& sLock, qint64 lProcess) {
+    return QStringLiteral("locked: %1 is free, but process %2 has ended without removing its lock; run \"sudo rm %3\"")
+        .arg(sDevice)
+        .arg(lProcess)
+        .arg(sLock);
+}
+
 QString OpenFailure(const QString& sDevice, const QString& sSystemText) {
     const QByteArray sPath = QFile::encodeName(sDevice);
     struct stat tStatus {};
@@ -91,6 +98,10 @@ QString OpenFailure(const QString& sDevice, const QString& sSystemText) {
     if (!bTerminal) return NotASerialDevice(sDevice);
     // A plain open passes, so it was the lock file of another program, or the device refused its settings.
     const QString sHolder = DeviceHolder(sDevice);
+    if (sHolder.isEmpty()) {
+        const LeftLock tLock = FindLeftLock(sDevice);
+        if (!tLock.sFile.isEmpty()) return LockLeft(sDevice, tLock.sFile, tLock.lProcess);
+    }
     if (!sHolder.isEmpty() || sSystemText.contains(QLatin1String("lock"))) return DeviceBusy(sDevice, sHolder);
     return QStringLiteral("%1: %2").arg(sSystemText, sDevice);
 }

@@ -16,4 +16,7 @@ QString PermissionDenied(const QString& sDevice, const QString& sGroup, const QS
 // sHolder: "gpsd (process 4711)", empty when not known.
 QString DeviceBusy(const QString& sDevice, const QString& sHolder);
 
+// sLock: the lock file that a process has left behind.
+QString LockLeft(const QString& sDevice, const QString& sLock, qint64 lProcess);
+
 }  // namespace toolkit
