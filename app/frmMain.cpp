@@ -11,6 +11,8 @@
 #include <QShortcut>
 #include <QStatusTipEvent>
 
+#include "nmea/CommNotice.h"
+
 namespace app {
 
 frmMain::frmMain(toolkit::Platform tPlatform) : FormDesign(std::move(tPlatform)) { ConnectEvents(); }
@@ -23,9 +25,14 @@ void frmMain::ConnectEvents() {
     connect(&tmrTime, &QTimer::timeout, this, &frmMain::tmrTime_Timer);
     for (PortIndex i = 0; i < runtime::PortCount; ++i) {
         connect(&MSComm(i), &toolkit::SerialPort::OnComm, this, [this, i] { MSComm_OnComm(i); });
+        connect(&MSComm(i), &toolkit::SerialPort::NotReopened, this,
+                [this, i](const QString& sReason) { CommNotReopened(i, sReason); });
         connect(&chkCommEnabled(i), &QCheckBox::toggled, this, [this, i] { chkCommEnabled_Click(i); });
     }
     connect(&MSCommOutput, &toolkit::SerialPort::OnComm, this, &frmMain::MSCommOutput_OnComm);
+    connect(&MSCommOutput, &toolkit::SerialPort::Dropped, this, &frmMain::OutputDropped);
+    connect(&MSCommOutput, &toolkit::SerialPort::NotReopened, this,
+            [this](const QString& s) { OutputData(nmea::NotOpenedNotice(toolkit::ToLatin1(s)), false); });
     connect(&cmdRxNasaChannel, &QPushButton::clicked, this, &frmMain::cmdRxNasaChannel_Click);
     connect(&cmdRxNasaInterval, &QPushButton::clicked, this, &frmMain::cmdRxNasaInterval_Click);
     for (toolkit::MaskedBox* pBox : {&txtGpsLat, &txtGpsLon}) {

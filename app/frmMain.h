@@ -286,8 +286,12 @@ protected:
     void PlaybackKeepLines(PortIndex Index);
     bool CommTake(PortIndex Index, std::string_view& sRest);
     void CommDropHalfLine(PortIndex Index);
-    void CommCheckSpeed(PortIndex Index);           // once a second
-    void OutputForward(std::string_view sLine);     // sends an accepted line and logs it, marked if it left
+    void CommCheckSpeed(PortIndex Index);  // once a second
+    void CommShowState(PortIndex Index);   // what is to be said of the port beside its clock
+    void CommNotReopened(PortIndex Index, const QString& sReason);
+    void OutputForward(std::string_view sLine);  // sends an accepted line and logs it, marked if it left
+    std::uint64_t& OutputLine(std::int64_t lText);
+    void OutputDropped(std::int64_t lText);
     void OutputTellDropped(std::int64_t lAtLeast);  // how many a full output has dropped, if so many are untold
     void OutputTellLeft(std::string_view sWhy);     // how many waited in vain
     void OutputClose();
@@ -323,6 +327,7 @@ protected:
 
     // Output port
     std::int64_t m_lOutputDropsTold = 0;  // of the sentences that it has dropped since it was opened
+    std::array<std::uint64_t, runtime::LogLines::Capacity> m_lOutputLines{};  // numbers of log lines, by text; 0: none
 
     // Recording and playback
     bool m_bRecording = false;

@@ -88,7 +88,7 @@ void frmMain::CommSetControls(bool bRunning) {
         txtCommPort(i).setEnabled(!bRunning);
         txtCommSettings(i).setEnabled(!bRunning);
         m_tSpeedWatch(i).Start(lstCommData(i).Lines);
-        StatusBar.SetPanelNote(ui::PanelSilence0 + i, {});
+        CommShowState(i);
     }
     chkOutputEnabled.setEnabled(!bRunning);
     txtOutputPort.setEnabled(!bRunning);

@@ -35,6 +35,10 @@ std::string OutputNotice(std::string_view sWhy, std::int64_t lSentences) {
     return std::string("<<Output ").append(sWhy) + " - " + Counted(lSentences, "sentence") + " dropped>>";
 }
 
+std::string NotOpenedNotice(std::string_view sReason) {
+    return std::string("<<Device not opened - ").append(sReason) + ">>";
+}
+
 std::string HalfLineNotice(std::size_t iCharacters) {
     return "<<Half line dropped - " + Counted(static_cast<std::int64_t>(iCharacters), "character") + ">>";
 }

@@ -14,6 +14,8 @@ std::string CommNotice(int iEvent);
 // Notices of our own, beside those of the events.
 // Sentences that did not leave; sWhy is "full", "lost" or "closed": "<<Output full - 816 sentences dropped>>".
 std::string OutputNotice(std::string_view sWhy, std::int64_t lSentences);
+// A device that is there again cannot be opened: "<<Device not opened - permission denied: /dev/ttyUSB0>>".
+std::string NotOpenedNotice(std::string_view sReason);
 // The beginning of a line whose end never comes: "<<Half line dropped - 23 characters>>".
 std::string HalfLineNotice(std::size_t iCharacters);
 // Characters come for a while and no sentence among them: "<<Bytes arrive but no sentence - is the speed right?>>".

@@ -23,7 +23,19 @@ void frmMain::OutputForward(std::string_view sLine) {
     m_sLogLine.assign(sLine).append("\r\n");
     const bool bSent = MSCommOutput.Output(m_sLogLine);
     OutputData(sLine, bSent);
-    if (!bSent) OutputTellDropped(DropsPerNotice);
+    if (bSent) OutputLine(MSCommOutput.TextsTaken()) = lstOutputData.Lines.Added();
+    OutputTellDropped(DropsPerNotice);
+}
+
+// Which line of the log tells of a text that the port has taken; as many as the log has lines.
+std::uint64_t& frmMain::OutputLine(std::int64_t lText) {
+    return m_lOutputLines[static_cast<std::size_t>(lText % runtime::LogLines::Capacity)];
+}
+
+// A line that was shown as sent and is not.
+void frmMain::OutputDropped(std::int64_t lText) {
+    if (MSCommOutput.TextsTaken() - lText >= runtime::LogLines::Capacity) return;  // another one's place by now
+    lstOutputData.Lines.Unmark(OutputLine(lText));
 }
 
 void frmMain::OutputTellDropped(std::int64_t lAtLeast) {
@@ -51,7 +63,8 @@ void frmMain::RmcFromGll() {
     if (m_sGllLatitude.empty() || m_sGllLongitude.empty() || m_sGllTime.empty()) return;
     nmea::MakeRmc(m_sLogLine, m_sGllTime, m_sGllLatitude, m_sGllLongitude, m_tPlatform.Now());
     const std::size_t iSentence = m_sLogLine.size();
-    MSCommOutput.Output(m_sLogLine.append("\r\n"));
+    const bool bSent = MSCommOutput.Output(m_sLogLine.append("\r\n"));
+    if (bSent) OutputLine(MSCommOutput.TextsTaken()) = 0;  // marked in every case
     OutputData(std::string_view(m_sLogLine).substr(0, iSentence), true);
 }
 

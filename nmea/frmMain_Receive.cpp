@@ -20,6 +20,7 @@ void frmMain::MSComm_OnComm(PortIndex Index) {
     if (iEvent != runtime::CommReceive) {
         CommData(Index, nmea::CommNotice(iEvent), false);
         if (iEvent == runtime::CommRestored) CommDropHalfLine(Index);
+        if (iEvent == runtime::CommRestored || iEvent == runtime::CommLost) CommShowState(Index);
         return;
     }
     std::string_view sRest = MSComm(Index).Input();
@@ -47,9 +48,28 @@ bool frmMain::CommTake(PortIndex Index, std::string_view& sRest) {
 
 void frmMain::CommCheckSpeed(PortIndex Index) {
     if (m_tSpeedWatch(Index).Tick(lstCommData(Index).Lines)) CommData(Index, nmea::SpeedNotice, false);
-    const bool bDoubts = m_tSpeedWatch(Index).Doubts();
-    StatusBar.SetPanelNote(ui::PanelSilence0 + Index,
-                           bDoubts ? QStringLiteral("Bytes arrive but no sentence: is the speed right?") : QString());
+    CommShowState(Index);
+}
+
+// In colour and tip of the port's clock, whose text is given.
+void frmMain::CommShowState(PortIndex Index) {
+    const int iPanel = ui::PanelSilence0 + Index;
+    QString sNote;
+    if (MSComm(Index).Away()) {
+        const QString sRefusal = MSComm(Index).Refusal();
+        sNote = sRefusal.isEmpty() ? QStringLiteral("The device has gone: it is opened again as soon as it is back.")
+                                   : QStringLiteral("The device is back and cannot be opened: ") + sRefusal;
+        StatusBar.SetPanelError(iPanel, false);
+    } else {
+        if (m_tSpeedWatch(Index).Doubts()) sNote = QStringLiteral("Bytes arrive but no sentence: is the speed right?");
+        StatusBar.ClearPanelError(iPanel);
+    }
+    StatusBar.SetPanelNote(iPanel, sNote);
+}
+
+void frmMain::CommNotReopened(PortIndex Index, const QString& sReason) {
+    CommData(Index, nmea::NotOpenedNotice(toolkit::ToLatin1(sReason)), false);
+    CommShowState(Index);
 }
 
 // The rest of the line was sent while the device was away; what comes now begins another one.

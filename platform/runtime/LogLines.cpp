@@ -35,4 +35,12 @@ void LogLines::Clear() {
     Changed.Mark();
 }
 
+void LogLines::Unmark(std::uint64_t lLine) {
+    const std::uint64_t lNewer = m_lAdded - lLine;
+    if (lLine == 0 || lNewer >= static_cast<std::uint64_t>(m_iCount)) return;
+    m_tSlots[Slot(m_iCount - 1 - static_cast<int>(lNewer))].bMark = false;
+    ++m_lUnmarked;
+    Changed.Mark();
+}
+
 }  // namespace runtime

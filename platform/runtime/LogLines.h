@@ -27,6 +27,9 @@ public:
     // Copies the views that are still among the lines; call it before what they look at goes.
     void KeepViews();
     void Clear();
+    // Takes the mark from the line that was the lLine-th ever added (Added() right after it); nothing when it is not
+    // among the lines any more.
+    void Unmark(std::uint64_t lLine);
 
     int Count() const { return m_iCount; }
     // i from 0 (oldest) to Count() - 1.
@@ -35,6 +38,7 @@ public:
     // Lines added and lists cleared since the start: what a view needs to know by how far the lines have moved.
     std::uint64_t Added() const { return m_lAdded; }
     std::uint64_t Cleared() const { return m_lCleared; }
+    std::uint64_t Unmarked() const { return m_lUnmarked; }  // marks taken since the start
 
     ChangeMark Changed;
 
@@ -65,6 +69,7 @@ private:
     int m_iCount = 0;
     std::uint64_t m_lAdded = 0;
     std::uint64_t m_lCleared = 0;
+    std::uint64_t m_lUnmarked = 0;
 };
 
 }  // namespace runtime

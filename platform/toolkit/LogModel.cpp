@@ -65,6 +65,10 @@ std::optional<int> LogModel::PublishLines() {
         m_lPublishedAdded = m_tLines.Added();
         endInsertRows();
     }
+    if (m_lPublishedUnmarked != m_tLines.Unmarked() && m_iPublished > 0) {
+        emit dataChanged(index(0), index(m_iPublished - 1), {MarkRole});
+    }
+    m_lPublishedUnmarked = m_tLines.Unmarked();
     return iGone;
 }
 

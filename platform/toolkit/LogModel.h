@@ -38,6 +38,7 @@ private:
     int m_iLongest = 0;
     std::uint64_t m_lPublishedAdded = 0;
     std::uint64_t m_lPublishedCleared = 0;
+    std::uint64_t m_lPublishedUnmarked = 0;
 };
 
 }  // namespace toolkit

@@ -3,6 +3,7 @@
 #include "platform/toolkit/NativeSerialDevice.h"
 
 #include <poll.h>
+#include <sys/ioctl.h>
 #include <termios.h>
 
 #include <algorithm>
@@ -16,6 +17,10 @@ constexpr int LineErrorPollMs = 100;
 // Errors in a row, without a character moving, after which a device counts as gone even though it does not say so.
 // Far more than chance can pile up, and still only an instant of a device that reports them without pause.
 constexpr int MostIdleErrors = 1000;
+constexpr int PacePollMs = 50;
+// What is handed over beyond what the line has sent. A driver takes seconds of a slow line, a pseudo-terminal most of a
+// minute, and what it has taken nobody can take back when it has become old.
+constexpr double MostSecondsAhead = 0.5;
 
 QSerialPort::Parity ParityOf(char cParity) {
     switch (cParity) {
@@ -60,9 +65,11 @@ void IgnoreBreakCharacters(int iDescriptor) {
 }
 }  // namespace
 
-NativeSerialDevice::NativeSerialDevice(LineCounters pCounters, QObject* pParent)
-    : SerialDevice(pParent), m_tLineErrors(pCounters) {
+NativeSerialDevice::NativeSerialDevice(LineCounters pCounters, ClockFunction pClock)
+    : m_tLineErrors(pCounters), m_pClock(pClock) {
     m_tmrLineErrors.setInterval(LineErrorPollMs);
+    m_tmrPace.setInterval(PacePollMs);
+    connect(&m_tmrPace, &QTimer::timeout, this, &NativeSerialDevice::PollPace);
     connect(&m_tmrLineErrors, &QTimer::timeout, this, &NativeSerialDevice::PollLineErrors);
     connect(&m_tPort, &QSerialPort::readyRead, this, &NativeSerialDevice::OnReadyRead);
     connect(&m_tPort, &QSerialPort::bytesWritten, this, [this] { m_iIdleErrors = 0; });
@@ -84,11 +91,17 @@ void NativeSerialDevice::Open(const QString& sDevice, const runtime::SerialSetti
     m_tPort.setStopBits(StopBitsOf(tSettings.eStopBits));
     m_tPort.setFlowControl(QSerialPort::NoFlowControl);
     // An empty name would open the folder of devices.
-    if (sDevice.isEmpty() || !m_tPort.open(QIODevice::ReadWrite))
-        throw CommError(OpenFailure(sDevice, m_tPort.errorString()));
+    if (sDevice.isEmpty() || !m_tPort.open(QIODevice::ReadWrite)) {
+        const QString sReason = OpenFailure(sDevice, m_tPort.errorString());
+        if (sReason == NoSuchDevice(sDevice)) throw DeviceMissing(sReason);
+        throw CommError(sReason);
+    }
 
     m_bLost = false;
     m_iIdleErrors = 0;
+    m_dRate = runtime::CharactersPerSecond(tSettings);
+    m_dAhead = 0;
+    m_tAheadAt = m_pClock();
     // Characters from before the open belong to no run. What a returning device has sent by now belongs to this one.
     if (!bReturning) m_tPort.clear();
     const int iDescriptor = static_cast<int>(m_tPort.handle());
@@ -110,6 +123,7 @@ void NativeSerialDevice::Close() {
 
 void NativeSerialDevice::ClosePort() {
     m_lLeft = m_tPort.bytesToWrite();
+    m_tmrPace.stop();
     m_tPort.close();
 }
 
@@ -136,10 +150,33 @@ void NativeSerialDevice::ReadAll(std::string& sInto) {
 
 void NativeSerialDevice::Write(std::string_view sData) {
     if (!m_tPort.isOpen()) return;
+    m_dAhead = CharactersAhead() + static_cast<double>(sData.size());
+    m_tAheadAt = m_pClock();
     m_tPort.write(sData.data(), static_cast<qint64>(sData.size()));
     m_bWriting = true;
     m_tPort.flush();
     m_bWriting = false;
+    if (m_tPort.isOpen() && !TakesMore() && !m_tmrPace.isActive()) m_tmrPace.start();
+}
+
+double NativeSerialDevice::CharactersAhead() const {
+    const std::chrono::duration<double> tSince = m_pClock() - m_tAheadAt;
+    return std::max(0.0, m_dAhead - tSince.count() * m_dRate);
+}
+
+// Some drivers tell what they hold, which counts where a line is slower than its rate says.
+bool NativeSerialDevice::TakesMore() const {
+    if (!m_tPort.isOpen() || m_tPort.bytesToWrite() > 0) return false;
+    const double dMost = MostSecondsAhead * m_dRate;
+    if (CharactersAhead() > dMost) return false;
+    int iHeld = 0;
+    return ::ioctl(static_cast<int>(m_tPort.handle()), TIOCOUTQ, &iHeld) != 0 || iHeld <= dMost;
+}
+
+void NativeSerialDevice::PollPace() {
+    if (!TakesMore()) return;
+    m_tmrPace.stop();
+    emit Ready();
 }
 
 void NativeSerialDevice::PollLineErrors() {

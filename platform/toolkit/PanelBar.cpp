@@ -78,6 +78,13 @@ void PanelBar::SetPanelError(int iPanel, bool bAlert) {
     m_pBeat->Mark();
 }
 
+void PanelBar::ClearPanelError(int iPanel) {
+    const auto i = static_cast<std::size_t>(iPanel) - 1;
+    if (!m_bErrors[i]) return;
+    m_bErrors[i] = false;
+    m_pBeat->Mark();
+}
+
 void PanelBar::SetPanelNote(int iPanel, const QString& sNote) {
     const QString& sTip = m_sTips[static_cast<std::size_t>(iPanel) - 1];
     Panel(iPanel).SetTip(sNote.isEmpty() ? sTip : sTip + QLatin1Char('\n') + sNote);

@@ -27,6 +27,7 @@ public:
     // The text that was set last is an error, until another one is set: it looks like one, and with bAlert a screen
     // reader is told of it, once it shows.
     void SetPanelError(int iPanel, bool bAlert);
+    void ClearPanelError(int iPanel);
     // What the panel's tip says below its own text; nothing when empty.
     void SetPanelNote(int iPanel, const QString& sNote);
     // Shows the text once synchronised.

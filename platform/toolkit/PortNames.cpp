@@ -128,7 +128,7 @@ QString PortDevice(const QString& sPort, const PortFolders& tFolders) {
     const QString sText = sPort.trimmed();
     if (sText.isEmpty()) throw CommError(QStringLiteral("no port is given"));
     if (const NumberText tNumber = ReadNumber(sText); tNumber.bNumber) return NumberedDevice(tNumber, sText, tFolders);
-    const CommError tUnknown(QStringLiteral("%1 names no serial port").arg(Quoted(sText)));
+    const DeviceMissing tUnknown(QStringLiteral("%1 names no serial port").arg(Quoted(sText)));
     if (sText.contains(QChar::Null)) throw tUnknown;
     if (sText.startsWith(QLatin1Char('/'))) return sText;
 

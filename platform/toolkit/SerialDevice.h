@@ -27,6 +27,12 @@ private:
     QString m_sText;
 };
 
+// There is no such device, or not yet again: nothing that the user has to be told while a device is waited for.
+class DeviceMissing : public CommError {
+public:
+    using CommError::CommError;
+};
+
 class SerialDevice : public QObject {
     Q_OBJECT
 public:
@@ -41,6 +47,8 @@ public:
     virtual void ReadAll(std::string& sInto) = 0;
     // Queues the bytes; never blocks. Dropped when closed.
     virtual void Write(std::string_view sData) = 0;
+    // Whether what is written now is on the line in an instant. When it was not, Ready tells that it is again.
+    virtual bool TakesMore() const = 0;
     // Queued and not taken yet. Once closed, or lost: what was left, until the next open.
     virtual std::int64_t BytesToWrite() const = 0;
     // Whether the driver counts line errors (known once open).
@@ -48,6 +56,7 @@ public:
 
 signals:
     void Received();             // characters wait
+    void Ready();                // TakesMore
     void LineEvent(int iEvent);  // runtime::CommEvent: 1001, 1004, 1006, 1008, 1009
     void Lost();                 // the device vanished; it is closed by now
 };

@@ -4,6 +4,7 @@
 
 #include <QFileInfo>
 #include <QScopedValueRollback>
+#include <deque>
 #include <utility>
 #include <vector>
 
@@ -75,17 +76,27 @@ struct SerialPort::Private {
     bool bAway = false;       // open, but the device has vanished
     bool bReceiving = false;  // within Receive
     bool bReceiveEvents = true;
-    bool bInputFull = false;  // characters have been thrown away since somebody asked last
-    bool bFull = false;       // texts have been dropped; ends when half of the queue is written
-    WaitingTexts tWaiting;
-    std::int64_t lDropped = 0;  // texts
+    bool bInputFull = false;         // characters have been thrown away since somebody asked last
+    bool bFull = false;              // texts have been dropped; ends when half of the queue is written
+    WaitingTexts tWaiting;           // of what the device has
+    std::deque<std::string> sQueue;  // what it does not have yet
+    std::size_t iQueued = 0;         // characters of these
+    std::int64_t lTaken = 0;         // texts
+    std::int64_t lDropped = 0;
+    QString sRefusal;  // why the latest try to open it again failed; empty when it is not there
+    QString sRefusalTold;
 
     void MakeDevice();
     void OpenDevice();
     void CheckSiblings(const QString& sCanonical) const;
     void Receive();
     void DeviceLost();
-    bool QueueTakes(std::size_t iSize);
+    void Refused(const QString& sReason);
+    bool MakeRoom(std::size_t iSize);
+    void DropOldest();
+    bool HandOver(std::string_view sText);
+    void SendQueue();
+    void ClearQueue();
 };
 
 SerialPort::SerialPort(QObject* pParent) : QObject(pParent), d(std::make_unique<Private>(*this)) {
@@ -126,8 +137,11 @@ void SerialPort::ClosePort() {
     d->bOpen = false;
     d->bAway = false;
     d->bFull = false;
+    d->lTaken = 0;
     d->lDropped = 0;
+    d->sRefusalTold.clear();
     d->tmrRetry.stop();
+    for (; !d->sQueue.empty() && d->pDevice->IsOpen(); d->sQueue.pop_front()) d->HandOver(d->sQueue.front());
     d->pDevice->Close();
     d->tWaiting.Keep(d->pDevice->BytesToWrite());
     d->bInputFull = false;
@@ -138,6 +152,8 @@ void SerialPort::ClosePort() {
 bool SerialPort::PortOpen() const { return d->bOpen; }
 
 bool SerialPort::Away() const { return d->bAway; }
+
+QString SerialPort::Refusal() const { return d->sRefusalTold; }
 
 QString SerialPort::Device() const { return d->sDevice; }
 
@@ -156,20 +172,23 @@ std::string_view SerialPort::Input() {
 
 bool SerialPort::Output(std::string_view sData) {
     if (!d->bOpen || d->bAway) return false;
-    if (!d->QueueTakes(sData.size())) {
-        ++d->lDropped;
-        if (!std::exchange(d->bFull, true)) RaiseEvent(runtime::CommTxFull);
-        return false;
+    d->SendQueue();
+    if (!d->MakeRoom(sData.size()) || !d->bOpen || d->bAway) return false;
+    if (d->sQueue.empty() && d->pDevice->TakesMore()) {
+        if (!d->HandOver(sData)) return false;
+    } else {
+        d->sQueue.emplace_back(sData);
+        d->iQueued += sData.size();
     }
-    d->pDevice->Write(sData);
-    if (!d->bOpen || d->bAway) return false;  // the loss was noticed just now
-    if (d->pDevice->BytesToWrite() > 0) d->tWaiting.Add(sData.size());
+    ++d->lTaken;
     return true;
 }
 
+std::int64_t SerialPort::TextsTaken() const { return d->lTaken; }
+
 std::size_t SerialPort::TextsWaiting() {
     if (d->bOpen && !d->bAway) d->tWaiting.Keep(d->pDevice->BytesToWrite());
-    return d->tWaiting.Count();
+    return d->tWaiting.Count() + d->sQueue.size();
 }
 
 std::int64_t SerialPort::TextsDropped() const { return d->lDropped; }
@@ -183,9 +202,15 @@ void SerialPort::Retry() {
     if (!d->bOpen || !d->bAway) return;
     try {
         d->OpenDevice();
-    } catch (const CommError&) {
+    } catch (const DeviceMissing&) {
+        d->sRefusal.clear();
+        d->sRefusalTold.clear();
         return;  // still away: nothing new to tell
+    } catch (const CommError& tError) {
+        d->Refused(tError.Text());
+        return;
     }
+    d->sRefusalTold.clear();
     d->bAway = false;
     d->tmrRetry.stop();
     RaiseEvent(runtime::CommRestored);
@@ -197,6 +222,7 @@ void SerialPort::Private::MakeDevice() {
     connect(pDevice.get(), &SerialDevice::Received, &tPort, [this] { Receive(); });
     connect(pDevice.get(), &SerialDevice::LineEvent, &tPort, [this](int iEvent) { tPort.RaiseEvent(iEvent); });
     connect(pDevice.get(), &SerialDevice::Lost, &tPort, [this] { DeviceLost(); });
+    connect(pDevice.get(), &SerialDevice::Ready, &tPort, [this] { SendQueue(); });
 }
 
 void SerialPort::Private::OpenDevice() {
@@ -204,7 +230,8 @@ void SerialPort::Private::OpenDevice() {
     CheckSiblings(sCanonical);
     MakeDevice();
     pDevice->Open(sCanonical, tSettings);
-    tWaiting.Clear();
+    ClearQueue();
+    sRefusal.clear();
     sDevice = sCanonical;
 }
 
@@ -243,16 +270,60 @@ void SerialPort::Private::DeviceLost() {
     tmrRetry.start();
     tWaiting.Keep(pDevice->BytesToWrite());
     tPort.RaiseEvent(runtime::CommLost);
-    tWaiting.Clear();  // told
+    ClearQueue();  // told
 }
 
-bool SerialPort::Private::QueueTakes(std::size_t iSize) {
-    const double dRoom = LongestWaitSeconds * runtime::CharactersPerSecond(tSettings);
-    const std::int64_t lWaiting = pDevice->BytesToWrite();
-    tWaiting.Keep(lWaiting);
-    const auto dWaiting = static_cast<double>(lWaiting);
-    if (dWaiting <= dRoom / 2) bFull = false;
-    return dWaiting + static_cast<double>(iSize) <= dRoom;
+void SerialPort::Private::Refused(const QString& sReason) {
+    if (std::exchange(sRefusal, sReason) != sReason || sReason == sRefusalTold) return;
+    sRefusalTold = sReason;
+    emit tPort.NotReopened(sReason);
+}
+
+// The newest is worth most to whoever listens: what waits makes room for it, the oldest first.
+bool SerialPort::Private::MakeRoom(std::size_t iSize) {
+    const auto dRoom = LongestWaitSeconds * runtime::CharactersPerSecond(tSettings);
+    const std::int64_t lDevice = pDevice->BytesToWrite();
+    tWaiting.Keep(lDevice);
+    const auto Waiting = [&] { return static_cast<double>(lDevice) + static_cast<double>(iQueued); };
+    if (Waiting() <= dRoom / 2) bFull = false;
+    const std::int64_t lBefore = lDropped;
+    const auto Fits = [&] { return Waiting() + static_cast<double>(iSize) <= dRoom; };
+    while (!Fits() && !sQueue.empty()) DropOldest();
+    const bool bFits = Fits();
+    if (!bFits) ++lDropped;
+    if (lDropped > lBefore && !std::exchange(bFull, true)) tPort.RaiseEvent(runtime::CommTxFull);
+    return bFits;
+}
+
+void SerialPort::Private::DropOldest() {
+    const auto lText = lTaken - static_cast<std::int64_t>(sQueue.size()) + 1;
+    iQueued -= sQueue.front().size();
+    sQueue.pop_front();
+    ++lDropped;
+    emit tPort.Dropped(lText);
+}
+
+// False when the device's loss is noticed by it.
+bool SerialPort::Private::HandOver(std::string_view sText) {
+    pDevice->Write(sText);
+    if (bAway) return false;
+    if (pDevice->BytesToWrite() > 0) tWaiting.Add(sText.size());
+    return true;
+}
+
+void SerialPort::Private::SendQueue() {
+    while (bOpen && !bAway && !sQueue.empty() && pDevice->TakesMore()) {
+        const std::string sText = sQueue.front();
+        if (!HandOver(sText)) return;  // its loss has been told with the rest
+        iQueued -= sText.size();
+        sQueue.pop_front();
+    }
+}
+
+void SerialPort::Private::ClearQueue() {
+    tWaiting.Clear();
+    sQueue.clear();
+    iQueued = 0;
 }
 
 }  // namespace toolkit

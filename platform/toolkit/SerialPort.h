@@ -39,21 +39,23 @@ public:
 
     // Opens. Raises CommError, also when a sibling port (same parent) has the device open ("already open as input #1").
     void OpenPort();
-    void ClosePort();                  // harmless when closed
-    bool PortOpen() const;             // true until ClosePort, also while the device is away
-    bool Away() const;                 // open, but its device has vanished
-    QString Device() const;            // path of the open device, empty when closed
+    void ClosePort();         // harmless when closed
+    bool PortOpen() const;    // true until ClosePort, also while the device is away
+    bool Away() const;        // open, but its device has vanished
+    QString Refusal() const;  // why the device, there again, cannot be opened; empty when there is nothing to say
+    QString Device() const;   // path of the open device, empty when closed
     SerialDevice* OpenDevice() const;  // what the port drives; null before the first open
     bool ReportsLineErrors() const;
 
     // All waiting characters (Latin-1), until the next call. While nobody asks, 64 KiB and a reception are kept; what
     // comes then is thrown away, and event 1008 tells of it once.
     std::string_view Input();
-    // Writes whole texts. What the device cannot take at once waits, up to ten seconds of the port's own line rate; a
-    // text that would go beyond is dropped whole, and event 1010 is raised once per episode (until the queue has
-    // drained to half). True when the text was handed to the device, false when it was dropped: for the full queue, or
-    // because the port is closed or its device away.
+    // Writes whole texts. What the line cannot take at once waits, up to ten seconds of its own rate. Of what would go
+    // beyond the oldest is dropped, whole: signal Dropped tells which, and event 1010 is raised once per episode (until
+    // the queue has drained to half). True when the text is on its way, false when this one was dropped: it has no room
+    // at all, or the port is closed or its device away.
     bool Output(std::string_view sData);
+    std::int64_t TextsTaken() const;  // how many were on their way since the port was opened; 0 when closed
     // Texts of which the device has not taken every character. When its loss is told (2001), and from a close to the
     // next open: those that it never will.
     std::size_t TextsWaiting();
@@ -65,6 +67,11 @@ public:
 
 signals:
     void OnComm();
+    // A text that was taken (the first since the open is 1) is not sent after all: newer ones take its place.
+    void Dropped(std::int64_t lText);
+    // The device is there again and cannot be opened. Told once a reason, when two tries in a row have met it: an
+    // instant after it has come the system has not yet given a device to its user.
+    void NotReopened(const QString& sReason);
 
 private:
     struct Private;

@@ -165,7 +165,7 @@ def main():
     rig.skip_without("Xvfb", "xdotool", "dbus-send", "gpsdecode", rig.AT_SPI_LAUNCHER)
     with tempfile.TemporaryDirectory() as folder, rig.display(), rig.accessibility():
         lines = [rig.SerialLine(os.path.join(folder, name)) for name in ("receiver", "gps", "plotter")]
-        with rig.Program(options.program, folder, rig.profile(*(line.link for line in lines))) as program:
+        with rig.Program(options.program, folder, rig.profile(*(line.link for line in lines), output_settings="921600,n,8,1")) as program:
             eyes = rig.Eyes(program)
             eyes.show_tab("Output")
             eyes.click(eyes.find("check box", "RMC from GLL"))

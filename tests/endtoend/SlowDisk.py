@@ -125,7 +125,7 @@ def main():
     rig.skip_without("Xvfb", "xdotool")
     with tempfile.TemporaryDirectory() as folder, rig.display():
         lines = [rig.SerialLine(os.path.join(folder, name)) for name in ("receiver", "second", "plotter")]
-        with SlowProgram(options, folder, rig.profile(*(line.link for line in lines))) as program:
+        with SlowProgram(options, folder, rig.profile(*(line.link for line in lines), output_settings="115200,n,8,1")) as program:
             window = Soak(options, folder, program, lines)
             window.start()
             record = window.record()

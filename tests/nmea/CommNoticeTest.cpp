@@ -39,6 +39,8 @@ void CommNoticeTest::eventReadsAsNotice() {
 void CommNoticeTest::ownNoticesCount() {
     QCOMPARE(support::Bytes(nmea::OutputNotice("full", 816)), QByteArray("<<Output full - 816 sentences dropped>>"));
     QCOMPARE(support::Bytes(nmea::OutputNotice("lost", 1)), QByteArray("<<Output lost - 1 sentence dropped>>"));
+    QCOMPARE(support::Bytes(nmea::NotOpenedNotice("permission denied: /dev/ttyUSB0")),
+             QByteArray("<<Device not opened - permission denied: /dev/ttyUSB0>>"));
     QCOMPARE(support::Bytes(nmea::HalfLineNotice(1)), QByteArray("<<Half line dropped - 1 character>>"));
     QCOMPARE(support::Bytes(nmea::HalfLineNotice(23)), QByteArray("<<Half line dropped - 23 characters>>"));
     QCOMPARE(support::Bytes(nmea::LongLineNotice(65536)),

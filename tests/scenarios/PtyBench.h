@@ -23,6 +23,7 @@ public:
     void Open(const QString& sDevice, const runtime::SerialSettings& tSettings) override;
     void ReadAll(std::string& sInto) override;
     void Write(std::string_view sData) override;
+    bool TakesMore() const override { return true; }  // a script's time stands still
 
     // Sends to the program and waits until it has read everything.
     void Feed(std::string_view sData);

@@ -1,7 +1,10 @@
 // Texts that travel through a serial port to a pseudo-terminal whose far end reads at once, late, or never.
 #include <QElapsedTimer>
 #include <QTest>
+#include <chrono>
+#include <cmath>
 
+#include "platform/toolkit/NativeSerialDevice.h"
 #include "platform/toolkit/SerialPort.h"
 #include "tests/support/PtyPort.h"
 
@@ -11,11 +14,35 @@ using toolkit::SerialPort;
 namespace {
 constexpr int QueueAt4800 = 4800;  // ten seconds of 480 characters
 
+using Clock = std::chrono::steady_clock;
+using Seconds = std::chrono::duration<double>;
+double g_dNow = 0;
+// Moved by the test.
+Clock::time_point HandClock() {
+    return Clock::time_point(std::chrono::duration_cast<Clock::duration>(Seconds(g_dNow)));
+}
+// Every look is an hour after the one before: a line that sends at once whatever it is given.
+Clock::time_point HastyClock() {
+    g_dNow += 3600;
+    return HandClock();
+}
+
 struct Sender {
     SerialPort tPort;
     std::vector<int> iEvents;
+    std::vector<std::int64_t> lDropped;
+    toolkit::NativeSerialDevice* pDevice = nullptr;
 
-    explicit Sender(const PtyPort& tPty, std::string_view sSettings = "4800,n,8,1") {
+    explicit Sender(const PtyPort& tPty, std::string_view sSettings = "4800,n,8,1",
+                    toolkit::NativeSerialDevice::ClockFunction pClock = HastyClock) {
+        tPort.SetAccess({[](const QString& s) { return s; },
+                         [this, pClock] {
+                             auto p =
+                                 std::make_unique<toolkit::NativeSerialDevice>(toolkit::DriverLineCounters, pClock);
+                             pDevice = p.get();
+                             return p;
+                         }});
+        QObject::connect(&tPort, &SerialPort::Dropped, &tPort, [this](std::int64_t l) { lDropped.push_back(l); });
         QObject::connect(&tPort, &SerialPort::OnComm, &tPort, [this] { iEvents.push_back(tPort.CommEvent()); });
         tPort.SetCommPort(tPty.Link());
         tPort.SetSettings(sSettings);
@@ -49,7 +76,10 @@ private slots:
     void CloseHandsOverWhatStillWaits();
     void SlowReaderGetsEverythingInOrder();
     void ReaderThatNeverReadsDoesNotBlockOrGrow();
-    void SentencesAreDroppedWhole();
+    void OldestSentencesAreDroppedWhole();
+    void WhatComesOutIsYoung_data();
+    void WhatComesOutIsYoung();
+    void LineInTimeGetsEveryTextAtOnce();
     void EverySentenceIsAccountedFor_data();
     void EverySentenceIsAccountedFor();
     void FullDeviceDoesNotCountAsVanished();
@@ -123,24 +153,86 @@ void SerialOutputTest::ReaderThatNeverReadsDoesNotBlockOrGrow() {
     QCOMPARE(t.iEvents, std::vector<int>{1010});
 }
 
-void SerialOutputTest::SentencesAreDroppedWhole() {
+void SerialOutputTest::OldestSentencesAreDroppedWhole() {
     PtyPort tPty;
     Sender t(tPty);
-    for (int i = 0; i < 5000; ++i) t.tPort.Output(Sentence(i));
-    // What was taken is an unbroken beginning: the queue of 4800 characters behind what the kernel holds.
+    for (int i = 1; i <= 5000; ++i) QVERIFY(t.tPort.Output(Sentence(i)));
+    // What arrives is a beginning that the system had taken, and the newest: ten seconds of the line.
     const std::string sArrived = Drain(tPty);
     const std::size_t iLength = Sentence(0).size();
     QCOMPARE(sArrived.size() % iLength, std::size_t{0});
-    const int iTaken = static_cast<int>(sArrived.size() / iLength);
-    QVERIFY(iTaken < 5000);
-    QVERIFY(sArrived.size() > QueueAt4800 - iLength);
-    for (int i = 0; i < iTaken; ++i)
-        QCOMPARE(sArrived.substr(static_cast<std::size_t>(i) * iLength, iLength), Sentence(i));
+    const auto iDropped = static_cast<int>(t.lDropped.size());
+    QVERIFY(iDropped > 0);
+    QCOMPARE(t.tPort.TextsDropped(), std::int64_t{iDropped});
+    const auto iFirst = static_cast<int>(t.lDropped.front());
+    for (int i = 0; i < iDropped; ++i) QCOMPARE(t.lDropped[static_cast<std::size_t>(i)], std::int64_t{iFirst + i});
+    std::string sExpected;
+    for (int i = 1; i <= 5000; ++i)
+        if (i < iFirst || i >= iFirst + iDropped) sExpected += Sentence(i);
+    QVERIFY(sArrived == sExpected);
+    QVERIFY(static_cast<std::size_t>(5000 - iFirst - iDropped + 1) * iLength > QueueAt4800 - 2 * iLength);
     // The way is free again; a new jam is a new episode.
     t.tPort.Output("free");
     QCOMPARE(tPty.ReadAtLeast(4), std::string("free"));
     for (int i = 0; i < 5000; ++i) t.tPort.Output(Sentence(i));
     QCOMPARE(t.iEvents, (std::vector<int>{1010, 1010}));
+}
+
+void SerialOutputTest::WhatComesOutIsYoung_data() {
+    QTest::addColumn<double>("dLoad");     // times what the line carries
+    QTest::addColumn<double>("dMostAge");  // seconds: ten of the line's rate, filled at that load, and one
+    QTest::newRow("a tenth too much") << 1.1 << 11.0;
+    QTest::newRow("two and a half times") << 2.5 << 5.0;
+    QTest::newRow("ten times") << 10.0 << 2.0;
+}
+
+// Eighty-eight seconds by a clock of the test's own. The far end reads whatever is there, so what it gets in a tick is
+// what the line was given.
+void SerialOutputTest::WhatComesOutIsYoung() {
+    QFETCH(double, dLoad);
+    QFETCH(double, dMostAge);
+    PtyPort tPty;
+    Sender t(tPty, "4800,n,8,1", HandClock);
+    const auto dLength = static_cast<double>(Sentence(0).size());
+    std::string sArrived;
+    std::vector<double> dSent;
+    double dOldest = 0;
+    int iLast = -1, iOut = 0;
+    const double dBegan = g_dNow;
+    while (g_dNow - dBegan < 88) {
+        g_dNow += 0.05;
+        while (static_cast<double>(dSent.size()) * dLength < (g_dNow - dBegan) * 480 * dLoad) {
+            QVERIFY(t.tPort.Output(Sentence(static_cast<int>(dSent.size()))));
+            dSent.push_back(g_dNow);
+        }
+        t.pDevice->PollPace();
+        sArrived += tPty.Read();
+        for (; sArrived.size() >= Sentence(0).size(); sArrived.erase(0, Sentence(0).size()), ++iOut) {
+            const int iNumber = std::stoi(sArrived.substr(15, 8));
+            QCOMPARE(sArrived.substr(0, Sentence(0).size()), Sentence(iNumber));
+            QVERIFY(iNumber > iLast);
+            iLast = iNumber;
+            dOldest = std::max(dOldest, g_dNow - dSent[static_cast<std::size_t>(iNumber)]);
+        }
+    }
+    QVERIFY2(dOldest < dMostAge, qPrintable(QString::number(dOldest)));
+    // And the line was used: all but half a second more than it carries may be in the system.
+    QVERIFY2(std::abs(iOut * dLength - 88 * 480) < 480, qPrintable(QString::number(iOut * dLength)));
+    QCOMPARE(t.iEvents.front(), 1010);
+}
+
+// Up to half a second of the line's rate at once goes out without a wait.
+void SerialOutputTest::LineInTimeGetsEveryTextAtOnce() {
+    PtyPort tPty;
+    Sender t(tPty, "38400,n,8,1", HandClock);
+    std::string sSent;
+    for (int i = 0; i < 66; ++i) {  // 1914 characters
+        QVERIFY(t.tPort.Output(Sentence(i)));
+        sSent += Sentence(i);
+    }
+    QCOMPARE(t.tPort.TextsWaiting(), std::size_t{0});
+    QVERIFY(tPty.ReadAtLeast(sSent.size()) == sSent);
+    QVERIFY(t.iEvents.empty());
 }
 
 void SerialOutputTest::EverySentenceIsAccountedFor_data() {
@@ -160,17 +252,16 @@ void SerialOutputTest::EverySentenceIsAccountedFor() {
     PtyPort tPty;
     Sender t(tPty);
     std::string sArrived;
-    std::size_t lTaken = 0;
     for (int i = 1; i <= Sent; ++i) {
-        if (t.tPort.Output(Sentence(i))) ++lTaken;
+        QVERIFY(t.tPort.Output(Sentence(i)));
         if (i % iReadEvery == 0) sArrived += tPty.ReadAtLeast(lLength * static_cast<std::size_t>(iReads));
     }
     const std::int64_t lDropped = t.tPort.TextsDropped();
-    QCOMPARE(static_cast<std::int64_t>(lTaken) + lDropped, std::int64_t{Sent});
+    QCOMPARE(t.tPort.TextsTaken(), std::int64_t{Sent});
     if (iReads == 0) QVERIFY(lDropped > 0);
     if (iReads == iReadEvery) QCOMPARE(lDropped, std::int64_t{0});
     t.tPort.ClosePort();
-    const std::size_t lWhole = lTaken - t.tPort.TextsWaiting();
+    const std::size_t lWhole = Sent - static_cast<std::size_t>(lDropped) - t.tPort.TextsWaiting();
     if (sArrived.size() < lWhole * lLength) sArrived += tPty.ReadAtLeast(lWhole * lLength - sArrived.size());
     sArrived += Drain(tPty);
     QCOMPARE(sArrived.size() / lLength, lWhole);

@@ -21,4 +21,9 @@ void MemoryDevice::Vanish() {
     emit Lost();
 }
 
+void MemoryDevice::Hold(bool bHold) {
+    m_bHeld = bHold;
+    if (!bHold) emit Ready();
+}
+
 }  // namespace support

@@ -23,6 +23,7 @@ public:
         m_sWaiting.clear();
     }
     void Write(std::string_view sData) override { m_sWritten += sData; }
+    bool TakesMore() const override { return !m_bHeld; }
     std::int64_t BytesToWrite() const override { return m_lStuck; }
     bool ReportsLineErrors() const override { return true; }
 
@@ -30,6 +31,7 @@ public:
     void Feed(std::string_view sData);
     void Vanish();
     void Stick(std::int64_t lBytes) { m_lStuck = lBytes; }  // as if the far end had not taken so many characters
+    void Hold(bool bHold);                                  // as if the line were behind
     const std::string& Written() const { return m_sWritten; }
     const runtime::SerialSettings& Settings() const { return m_tSettings; }
 
@@ -40,6 +42,7 @@ private:
     std::string m_sWritten;
     std::int64_t m_lStuck = 0;
     bool m_bOpen = false;
+    bool m_bHeld = false;
 };
 
 }  // namespace support

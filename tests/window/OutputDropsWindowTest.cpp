@@ -77,6 +77,7 @@ private slots:
     void stopTellsWhatStillWaits_data();
     void stopTellsWhatStillWaits();
     void nothingIsToldWhenAllLeft();
+    void oldestMakeRoomAndLoseTheirMark();
     void numberIsInSightWhileLinesAreDropped();
     void numberIsToldOnceASecondAtMostWhenFewAreDropped();
     void numberBeginsAnewWithEachRun();
@@ -96,10 +97,19 @@ void OutputDropsWindowTest::thousandLinesOfOneSecondAddUp() {
     const int iWhole = 1000 - iDropped - tPlaying.Told(Closed);
     const std::string sArrived = tPlaying.Arrived(iWhole, Length);
     QCOMPARE(static_cast<int>(sArrived.size() / Length), iWhole);
-    QVERIFY(Lines(1000, Length).starts_with(sArrived));
+    // In the order in which they came, the newest among them.
+    std::size_t iFrom = 0;
+    const std::string sSent = Lines(1000, Length);
+    for (std::size_t i = 0; i < sArrived.size(); i += Length) {
+        iFrom = sSent.find(sArrived.substr(i, Length), iFrom);
+        QVERIFY(iFrom != std::string::npos);
+        QCOMPARE(iFrom % Length, std::size_t{0});
+        iFrom += Length;
+    }
 }
 
-// Ten seconds of 480 characters wait, and not a character leaves.
+// Ten seconds of 480 characters wait, and not a character leaves. The line has been given the first; of the others the
+// oldest make room.
 void OutputDropsWindowTest::markedLinesAreThoseThatWereHandedOver() {
     Playing tPlaying(60, 100);
     tPlaying.tPty.Hold(true);
@@ -112,7 +122,8 @@ void OutputDropsWindowTest::markedLinesAreThoseThatWereHandedOver() {
     sExpected << QStringLiteral("<<Output full - 12 sentences dropped>>")
               << QStringLiteral("<<Output closed - 48 sentences dropped>>");
     QCOMPARE(tPlaying.Log(), sExpected);
-    QCOMPARE(Marks(tPlaying.t, tPlaying.t.lstOutputData), QByteArray(48, '+') + QByteArray(15, '-'));
+    QCOMPARE(Marks(tPlaying.t, tPlaying.t.lstOutputData),
+             "+" + QByteArray(12, '-') + QByteArray(35, '+') + "-" + QByteArray(12, '+') + "--");
     tPlaying.tPty.Hold(false);
     QCOMPARE(Bytes(tPlaying.Arrived(0, 100)), QByteArray());
 }
@@ -170,6 +181,22 @@ struct Forwarding {
 constexpr std::int64_t TenSeconds = 38400;
 
 }  // namespace
+
+// A line that is behind keeps what it has; ten seconds of it wait in the port, and no line of 10 characters more.
+void OutputDropsWindowTest::oldestMakeRoomAndLoseTheirMark() {
+    Forwarding tForwarding;
+    tForwarding.Feed(1);
+    tForwarding.Device().Hold(true);
+    tForwarding.Device().Stick(TenSeconds - 50);
+    tForwarding.Feed(8);
+    QCOMPARE(Marks(tForwarding.t, tForwarding.t.lstOutputData), QByteArray("+---++-+++"));
+    tForwarding.Device().Stick(0);
+    tForwarding.Device().Hold(false);
+    QCOMPARE(Bytes(tForwarding.Device().Written()),
+             QByteArray("$GPZDA,1\r\n$GPZDA,5\r\n$GPZDA,6\r\n$GPZDA,7\r\n$GPZDA,8\r\n$GPZDA,9\r\n"));
+    tForwarding.t.Advance(1);
+    QCOMPARE(tForwarding.Log().last(), QStringLiteral("<<Output full - 3 sentences dropped>>"));
+}
 
 void OutputDropsWindowTest::numberIsInSightWhileLinesAreDropped() {
     Forwarding tForwarding;

@@ -1,5 +1,7 @@
 // The device of an input that is pulled out and put back, as the user sees it: what stood half received, and receiver
 // commands that meet no device. The inputs are real pseudo-terminals that hang up.
+#include <QFile>
+#include <QImage>
 #include <QTest>
 
 #include "tests/support/PtyPort.h"
@@ -54,7 +56,40 @@ private slots:
     void commandIsRefusedWhileTheDeviceIsAway();
     void commandThatIsCutOffSaysSo();
     void commandThatIsEndedByStopSaysNothing();
+    void pulledPlugShowsAtItsClock();
+    void stopEndsTheSignOfAPulledPlug();
+    void deviceThatCannotBeOpenedSaysWhyOnceAChange();
+    void deviceThatComesAsAnotherThingSaysSo();
+    void outputThatCannotBeOpenedSaysWhy();
 };
+
+namespace {
+
+const QString Tip1 = QStringLiteral("Time since the last line on input #1");
+const QString Tip2 = QStringLiteral("Time since the last line on input #2");
+const QString Gone = QStringLiteral("\nThe device has gone: it is opened again as soon as it is back.");
+
+QString Tip(TestWindow& t, int iPanel) {
+    t.Synchronize();
+    QCoreApplication::processEvents();  // the layout
+    return t.StatusBar.Panel(iPanel).toolTip();
+}
+
+// Whether red is drawn in a panel; the palette's text colour is none.
+bool DrawnRed(TestWindow& t, int iPanel) {
+    t.Synchronize();
+    QCoreApplication::processEvents();
+    const QImage tImage = t.StatusBar.Panel(iPanel).grab().toImage();
+    for (int y = 0; y < tImage.height(); ++y) {
+        for (int x = 0; x < tImage.width(); ++x) {
+            const QColor tColour = tImage.pixelColor(x, y);
+            if (tColour.red() > tColour.green() + 100 && tColour.red() > tColour.blue() + 100) return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
 
 void UnplugWindowTest::halfLineIsDroppedWhenTheDeviceIsBack() {
     Plugged tPlugged;
@@ -152,6 +187,115 @@ void UnplugWindowTest::commandThatIsEndedByStopSaysNothing() {
     tPlugged.t.cmdRxNasaChannel.click();
     QCOMPARE(Panel(tPlugged.t, ui::PanelState), QByteArray("Stopped"));
     QCOMPARE(Panel(tPlugged.t, ui::PanelSummary), QByteArray());
+}
+
+// The clock's text is what it always was; tip and colour tell the rest.
+void UnplugWindowTest::pulledPlugShowsAtItsClock() {
+    Plugged tPlugged;
+    TestWindow& t = tPlugged.t;
+    t.Advance(1);
+    QCOMPARE(Tip(t, ui::PanelSilence0), Tip1);
+    QVERIFY(!DrawnRed(t, ui::PanelSilence0));
+    tPlugged.PullOut();
+    QCOMPARE(Tip(t, ui::PanelSilence0), Tip1 + Gone);
+    QVERIFY(DrawnRed(t, ui::PanelSilence0));
+    t.Advance(2);
+    QCOMPARE(Panel(t, ui::PanelSilence0), QByteArray("00:03"));
+    QCOMPARE(Tip(t, ui::PanelSilence0), Tip1 + Gone);
+    QVERIFY(DrawnRed(t, ui::PanelSilence0));
+    const toolkit::PanelLabel& tLabel = t.StatusBar.Panel(ui::PanelSilence0);
+    QCOMPARE(tLabel.Drawn(), QStringLiteral("00:03"));  // not cut, for the sign beside it
+    QCOMPARE(Tip(t, ui::PanelSilence1), Tip2);
+    QVERIFY(!DrawnRed(t, ui::PanelSilence1));
+    tPlugged.PutBack();
+    QCOMPARE(Panel(t, ui::PanelSilence0), QByteArray("00:03"));
+    QCOMPARE(Tip(t, ui::PanelSilence0), Tip1);
+    QVERIFY(!DrawnRed(t, ui::PanelSilence0));
+}
+
+void UnplugWindowTest::stopEndsTheSignOfAPulledPlug() {
+    Plugged tPlugged;
+    tPlugged.PullOut();
+    tPlugged.t.Advance(1);
+    QVERIFY(DrawnRed(tPlugged.t, ui::PanelSilence0));
+    tPlugged.t.Press(ui::KeyStop);
+    QCOMPARE(Tip(tPlugged.t, ui::PanelSilence0), Tip1);
+    QVERIFY(!DrawnRed(tPlugged.t, ui::PanelSilence0));
+}
+
+void UnplugWindowTest::deviceThatCannotBeOpenedSaysWhyOnceAChange() {
+    World tWorld;
+    TestWindow t(tWorld);
+    t.LoadAndShow();
+    t.StartBoth();
+    t.Device(t.MSComm(0))->Vanish();
+    const auto Try = [&](int iTimes) {
+        for (int i = 0; i < iTimes; ++i) t.MSComm(0).Retry();
+    };
+    QStringList sLog{QStringLiteral("<<Event 2001>>")};
+    tWorld.sBadPorts[1] = "permission denied: /dev/ttyS0";
+    Try(1);
+    QCOMPARE(Log(t, t.lstCommData(0)), sLog);  // for an instant a new device is nobody's
+    Try(5);
+    sLog << QStringLiteral("<<Device not opened - permission denied: /dev/ttyS0>>");
+    QCOMPARE(Log(t, t.lstCommData(0)), sLog);
+    QCOMPARE(Tip(t, ui::PanelSilence0),
+             Tip1 + QStringLiteral("\nThe device is back and cannot be opened: permission denied: /dev/ttyS0"));
+    t.Advance(1);
+    QVERIFY(DrawnRed(t, ui::PanelSilence0));
+    tWorld.sBadPorts[1] = "busy: /dev/ttyS0 is in use by gpsd (process 4711)";
+    Try(1);
+    QCOMPARE(Log(t, t.lstCommData(0)), sLog);
+    Try(5);
+    sLog << QStringLiteral("<<Device not opened - busy: /dev/ttyS0 is in use by gpsd (process 4711)>>");
+    QCOMPARE(Log(t, t.lstCommData(0)), sLog);
+    tWorld.sBadPorts.clear();
+    Try(1);
+    sLog << QStringLiteral("<<Event 2002>>");
+    QCOMPARE(Log(t, t.lstCommData(0)), sLog);
+    QCOMPARE(Marks(t, t.lstCommData(0)), QByteArray("----"));
+    QCOMPARE(Tip(t, ui::PanelSilence0), Tip1);
+    QCOMPARE(Log(t, t.lstCommData(1)), QStringList());
+    // The next time it is told again.
+    t.Device(t.MSComm(0))->Vanish();
+    tWorld.sBadPorts[1] = "permission denied: /dev/ttyS0";
+    Try(2);
+    sLog << QStringLiteral("<<Event 2001>>") << QStringLiteral("<<Device not opened - permission denied: /dev/ttyS0>>");
+    QCOMPARE(Log(t, t.lstCommData(0)), sLog);
+}
+
+// A real device, away, then under its name something that is none, then the device.
+void UnplugWindowTest::deviceThatComesAsAnotherThingSaysSo() {
+    Plugged tPlugged;
+    tPlugged.PullOut();
+    for (int i = 0; i < 3; ++i) tPlugged.t.MSComm(0).Retry();
+    QCOMPARE(tPlugged.Log(), Texts({"<<Event 2001>>"}));  // that it is away is known
+    QVERIFY(QFile::link(QStringLiteral("/dev/null"), tPlugged.tPty.Link()));
+    for (int i = 0; i < 3; ++i) tPlugged.t.MSComm(0).Retry();
+    const QStringList sTold = Texts({"<<Event 2001>>", "<<Device not opened - not a serial device: /dev/null>>"});
+    QCOMPARE(tPlugged.Log(), sTold);
+    QVERIFY(QFile::remove(tPlugged.tPty.Link()));
+    tPlugged.t.MSComm(0).Retry();
+    tPlugged.t.Advance(1);
+    QCOMPARE(Tip(tPlugged.t, ui::PanelSilence0), Tip1 + Gone);
+    tPlugged.PutBack();
+    tPlugged.Receive("$GPZDA,1\r\n$", "$");
+    QCOMPARE(tPlugged.Log(), sTold + Texts({"<<Event 2002>>", "$GPZDA,1"}));
+}
+
+void UnplugWindowTest::outputThatCannotBeOpenedSaysWhy() {
+    World tWorld;
+    TestWindow t(tWorld);
+    t.LoadAndShow();
+    t.chkOutputEnabled.setChecked(true);
+    t.txtOutputPort.SetText("3");
+    t.StartBoth();
+    t.Device(t.MSCommOutput)->Vanish();
+    tWorld.sBadPorts[3] = "permission denied: /dev/ttyS2";
+    for (int i = 0; i < 4; ++i) t.MSCommOutput.Retry();
+    QCOMPARE(Log(t, t.lstOutputData),
+             Texts({"<<Event 2001>>", "<<Device not opened - permission denied: /dev/ttyS2>>"}));
+    QCOMPARE(Marks(t, t.lstOutputData), QByteArray("--"));
 }
 
 QTEST_MAIN(UnplugWindowTest)

@@ -22,6 +22,7 @@ private slots:
     void linesMayHoldAnything();
     void addedAndClearedAreCounted();
     void viewsAreCopiedWhenTheyAreKept();
+    void markIsTakenFromOneLine();
     void changesAreMarkedOnce();
     void anyUseEqualsAPlainQueue_data();
     void anyUseEqualsAPlainQueue();
@@ -120,6 +121,34 @@ void LogLinesTest::viewsAreCopiedWhenTheyAreKept() {
     t.Add("one");
     t.KeepViews();
     QVERIFY(t.Line(0) == "one");
+}
+
+void LogLinesTest::markIsTakenFromOneLine() {
+    runtime::LogLines t;
+    const auto Marks = [&t] {
+        QByteArray sMarks;
+        for (int i = 0; i < t.Count(); ++i) sMarks += t.Mark(i) ? '+' : '-';
+        return sMarks;
+    };
+    for (int i = 0; i < 4; ++i) t.Add("line", true);
+    t.Unmark(2);
+    QCOMPARE(Marks(), QByteArray("+-++"));
+    t.Unmark(0);  // no line
+    t.Unmark(5);  // not yet
+    QCOMPARE(Marks(), QByteArray("+-++"));
+    QCOMPARE(t.Unmarked(), std::uint64_t{1});
+    for (int i = 0; i < 100; ++i) t.Add("line", true);  // the first three are gone
+    t.Unmark(3);
+    QCOMPARE(Marks(), QByteArray(101, '+'));
+    t.Unmark(4);
+    t.Unmark(104);
+    QCOMPARE(Marks(), "-" + QByteArray(99, '+') + "-");
+    t.Clear();
+    t.Add("line", true);
+    t.Unmark(104);
+    QCOMPARE(Marks(), QByteArray("+"));
+    t.Unmark(105);
+    QCOMPARE(Marks(), QByteArray("-"));
 }
 
 void LogLinesTest::changesAreMarkedOnce() {
