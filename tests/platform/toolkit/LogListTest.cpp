@@ -67,6 +67,7 @@ private slots:
     void clearEmptiesTheView();
     void copyTakesTheSelectedLines();
     void copyAfterATrafficRushTakesTheUsersLines();
+    void lineThatLosesItsMarkIsDrawnAnew();
     void longAndOddLinesArePainted();
     void nameStandsBesideTheLines();
     void modelKeepsItsPromises();
@@ -220,6 +221,33 @@ void LogListTest::copyAfterATrafficRushTakesTheUsersLines() {
     AddLines(t, 102, 110);
     QTest::keyClick(&t, Qt::Key_C, Qt::ControlModifier);
     QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("61\n"));
+}
+
+void LogListTest::lineThatLosesItsMarkIsDrawnAnew() {
+    struct Paintings : QObject {
+        bool eventFilter(QObject*, QEvent* pEvent) override {
+            iCount += pEvent->type() == QEvent::Paint ? 1 : 0;
+            return false;
+        }
+        int iCount = 0;
+    } tPaintings;
+    LogList t;
+    t.SetShowsMarks(true);
+    AddLines(t, 1, 4);
+    Show(t);
+    t.viewport()->installEventFilter(&tPaintings);
+    const auto PaintingsOf = [&](std::uint64_t lLine) {
+        tPaintings.iCount = 0;
+        t.Lines.Unmark(lLine);
+        t.Synchronize();
+        QCoreApplication::processEvents();
+        return tPaintings.iCount;
+    };
+    QCOMPARE(PaintingsOf(9), 0);  // no such line
+    const QImage tBefore = t.viewport()->grab().toImage();
+    QCOMPARE(PaintingsOf(4), 1);
+    QVERIFY(t.viewport()->grab().toImage() != tBefore);
+    QCOMPARE(PaintingsOf(9), 0);
 }
 
 void LogListTest::longAndOddLinesArePainted() {
