@@ -9,6 +9,8 @@ namespace report {
 
 namespace {
 
+constexpr const char* PageBegin = "<!DOCTYPE html>";
+
 // How much of the page's width a table takes: half, on paper the whole, always the whole.
 const char* WidthClass(std::size_t lColumns) {
     return lColumns > 8 ? "part wide" : lColumns > 5 ? "part middle" : "part";
@@ -33,17 +35,17 @@ std::string Inline(std::string sSvg, const std::string& sKey) {
 class PageWriter : public Writer {
 public:
     PageWriter(const std::string& sFile, const std::string& sTitle, const std::vector<std::string>& sSources)
-        : m_tFile(sFile), m_tPage(m_tFile.Descriptor()) {
+        : m_tFile(sFile, PageBegin), m_tPage(m_tFile.Descriptor()) {
         std::string sFiles;
         for (const std::string& s : sSources) {
             sFiles += (sFiles.empty() ? "" : ", ") + (s == "-" ? std::string("standard input") : FileNameOf(s));
         }
-        m_tPage.Write(
-            "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
-            "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n" +
-            Element("title", sTitle + " - " + sFiles) + "\n<style>" + PageStyle +
-            "</style>\n</head>\n<body>\n<header>\n" + Element("h1", sTitle) + "\n" + Element("p", sFiles, "files") +
-            "\n</header>\n");
+        m_tPage.Write(std::string(PageBegin) +
+                      "\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
+                      "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n" +
+                      Element("title", sTitle + " - " + sFiles) + "\n<style>" + PageStyle +
+                      "</style>\n</head>\n<body>\n<header>\n" + Element("h1", sTitle) + "\n" +
+                      Element("p", sFiles, "files") + "\n</header>\n");
     }
 
     bool Draws() const override { return true; }

@@ -26,7 +26,7 @@ public:
     void Draw(const Picture& t) override {
         const std::string sName = t.sKey + (m_eFormat == PlotFormat::Png ? ".png" : ".svg");
         if (!HasPoints(t)) return m_tNotes.Write("tidewatch-report: " + sName + ": there is nothing to draw\n");
-        WholeFile tFile(m_sFolder + "/" + sName);
+        WholeFile tFile(m_sFolder + "/" + sName, m_eFormat == PlotFormat::Png ? "\x89PNG" : "<?xml");
         Sink tPicture(tFile.Descriptor());
         tPicture.Write(Drawn(t, m_eFormat));
         tPicture.Flush();

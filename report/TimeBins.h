@@ -1,7 +1,8 @@
-// Figures over time in steps that grow with the time: a picture of ten minutes is one of minutes, that of a year one of
+// Figures over time in steps that grow with the time: a picture of an hour is one of minutes, that of a year one of
 // days, and neither takes more memory than it has steps.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <map>
@@ -20,7 +21,7 @@ public:
 
     // The step that dt lies in. The reference holds until the next call.
     T& At(runtime::DateTime dt) {
-        if (!m_eFixed && m_tBins.size() >= MostSteps && m_iStep + 1 < Steps.size()) Lengthen();
+        while (!m_eFixed && m_iStep + 1 < Steps.size() && SpanWith(dt) > Steps[m_iStep].lLongest) Lengthen();
         return m_tBins[StartOf(dt)];
     }
 
@@ -37,11 +38,17 @@ public:
 private:
     struct Step {
         std::int64_t lSeconds;
+        std::int64_t lLongest;  // seconds that are divided so
         const char* sName;
     };
+    static constexpr std::int64_t Hour = 3600, Day = 24 * Hour;
     static constexpr std::array<Step, 4> Steps = {
-        {{60, "minute"}, {600, "10 minutes"}, {3600, "hour"}, {86400, "day"}}};
-    static constexpr std::size_t MostSteps = 400;
+        {{60, 3 * Hour, "minute"}, {600, 12 * Hour, "10 minutes"}, {Hour, 31 * Day, "hour"}, {Day, 0, "day"}}};
+
+    std::int64_t SpanWith(runtime::DateTime dt) const {
+        if (m_tBins.empty()) return 0;
+        return std::max(dt, m_tBins.rbegin()->first).lSeconds - std::min(dt, m_tBins.begin()->first).lSeconds;
+    }
 
     runtime::DateTime StartOf(runtime::DateTime dt) const {
         if (m_eFixed) return report::StartOf(*m_eFixed, dt);

@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <stdexcept>
 #include <system_error>
 
@@ -19,12 +20,20 @@ namespace {
     throw std::runtime_error(sName + ": " + std::generic_category().message(iError));
 }
 
+bool BeginsWith(const std::string& sName, std::string_view sBegin) {
+    std::string s(sBegin.size(), '\0');
+    std::ifstream tFile(sName, std::ios::binary);
+    tFile.read(s.data(), static_cast<std::streamsize>(s.size()));
+    return s == sBegin;
+}
+
 }  // namespace
 
-WholeFile::WholeFile(std::string sName) : m_sName(std::move(sName)) {
+WholeFile::WholeFile(std::string sName, std::string_view sBegin) : m_sName(std::move(sName)) {
     struct stat tStatus;
-    if (stat(m_sName.c_str(), &tStatus) == 0 && !S_ISREG(tStatus.st_mode)) {
-        throw std::runtime_error(m_sName + ": is no file that could be replaced");
+    const bool bThere = stat(m_sName.c_str(), &tStatus) == 0;
+    if (bThere && !(S_ISREG(tStatus.st_mode) && BeginsWith(m_sName, sBegin))) {
+        throw std::runtime_error(m_sName + ": is another file, which is not replaced");
     }
     std::string sTemporary = m_sName + ".XXXXXX";
     m_iDescriptor = mkostemp(sTemporary.data(), O_CLOEXEC);

@@ -8,8 +8,9 @@ namespace report {
 
 class WholeFile {
 public:
-    // Begins a new file beside sName. All raise std::runtime_error with the name and the system's words.
-    explicit WholeFile(std::string sName);
+    // Begins a new file beside sName. What has that name now must begin with sBegin, so that a slip of the pen in the
+    // words replaces no recording. All raise std::runtime_error with the name and the system's words.
+    WholeFile(std::string sName, std::string_view sBegin);
     ~WholeFile();
     WholeFile(const WholeFile&) = delete;
     WholeFile& operator=(const WholeFile&) = delete;

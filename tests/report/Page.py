@@ -263,7 +263,7 @@ class PageTest(rig.Case):
     def test_whole_or_not_at_all(self):
         """No room, no right, no folder: a clear text, exit code 1, and what was there before stays."""
         page = self.folder / "page.html"
-        page.write_text("before")
+        page.write_text("<!DOCTYPE html>before")
         before = sorted(os.listdir(self.folder))
 
         def no_room():
@@ -272,19 +272,48 @@ class PageTest(rig.Case):
         code, _, err = program("ships", self.sample("night.txt"), "--html", page, preexec_fn=no_room)
         self.assertEqual(code, 1)
         self.assertIn("could not be written", err)
-        self.assertEqual(page.read_text(), "before")
+        self.assertEqual(page.read_text(), "<!DOCTYPE html>before")
         self.assertEqual(sorted(os.listdir(self.folder)), before)
         for option, target in (("--html", "none/page.html"), ("--png", "none/p"), ("--svg", "page.html"),
                                ("--html", ".")):
             code, out, err = program("coverage", self.sample("night.txt"), option, self.folder / target)
             self.assertEqual((code, out), (1, b""), option)
-            self.assertRegex(err, r"^tidewatch-report: .*(No such file|Not a directory|could be replaced)")
+            self.assertRegex(err, r"^tidewatch-report: .*(No such file|Not a directory|is another file)")
         if os.getuid() != 0:
             locked = self.folder / "locked"
             locked.mkdir(mode=0o555)
             code, _, err = program("coverage", self.sample("night.txt"), "--html", locked / "a.html")
             self.assertEqual(code, 1)
             self.assertIn("Permission denied", err)
+
+    def test_replaces_no_recording(self):
+        """A page's name forgotten: the first recording stands in its place."""
+        data = self.sample("night.txt").read_bytes()
+        first, second = self.file("first.txt", data), self.file("second.txt", data)
+        code, _, err = program("--html", first, second)
+        self.assertEqual(code, 1)
+        self.assertIn("another file", err)
+        self.assertEqual(first.read_bytes(), data)
+        page = self.folder / "page.html"
+        for _ in range(2):  # its own page it does replace
+            self.assertEqual(program("--html", page, second)[0], 0)
+
+    def test_the_steps_of_time(self):
+        """A report every 25 minutes: by minutes up to 3 hours, and so on; --by goes before."""
+        for reports, step in ((7, "minute"), (28, "10 minutes"), (60, "hour"), (1900, "day")):
+            lines = []
+            for i in range(reports):
+                minutes = i * 25
+                day, minute = divmod(minutes, 24 * 60)
+                month, day = (6, day + 1) if day < 30 else (7, day - 29)
+                lines.append((f"{month:02d}/{day:02d}/2025 {minute // 60:02d}:{minute % 60:02d}:00", rig.levels(30, 18)))
+                lines.append((lines[-1][0], position(211000001, 50, 1)))
+            path = self.file("a.txt", record(*lines))
+            page, text = self.page("summary", path)
+            self.assertIn(f"Messages per {step}", page.headings)
+            self.assertIn(f"n = {reports} messages", text)
+            page, _ = self.page("summary", path, "--by", "week")
+            self.assertIn("Messages per week", page.headings)
 
     def test_without_gnuplot(self):
         page = self.folder / "page.html"
