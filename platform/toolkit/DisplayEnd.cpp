@@ -9,6 +9,7 @@
 #include <QCoreApplication>
 #include <QString>
 #include <QThread>
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <cstdlib>
@@ -24,6 +25,7 @@ using SetIoErrorHandler = IoErrorHandler (*)(IoErrorHandler pHandler);
 
 constexpr std::chrono::seconds ThreadPatience{10};
 
+std::atomic<bool> g_bWatching = false;  // while there is a DisplayEnd
 std::function<void()> g_tSave;
 IoErrorHandler g_pFormerIoError = nullptr;
 QtMessageHandler g_pFormerMessage = nullptr;
@@ -42,6 +44,7 @@ void Save() {
 
 // The window belongs to the main thread, which meets the end as well: another one must not end the process before.
 void SaveOrWait() {
+    if (!g_bWatching) return;
     if (QThread::currentThread() == QCoreApplication::instance()->thread()) return Save();
     std::unique_lock tGuard(g_tLock);
     g_tSaved.wait_for(tGuard, ThreadPatience, [] { return g_bSaved; });
@@ -67,6 +70,7 @@ SetIoErrorHandler XlibSetter() {
 
 DisplayEnd::DisplayEnd(std::function<void()> tSave) {
     g_tSave = std::move(tSave);
+    g_bWatching = true;
     static const bool bRegistered = std::atexit(Save) == 0;
     static_cast<void>(bRegistered);
     if (const SetIoErrorHandler pSet = XlibSetter()) g_pFormerIoError = pSet(OnIoError);
@@ -74,6 +78,7 @@ DisplayEnd::DisplayEnd(std::function<void()> tSave) {
 }
 
 DisplayEnd::~DisplayEnd() {
+    g_bWatching = false;
     g_tSave = nullptr;
     qInstallMessageHandler(g_pFormerMessage);
 }
