@@ -16,12 +16,12 @@ cp "$STAND_INS/tidewatch-sim" build/release/tools/"""
 PROGRAM = f'echo $$ >> "$STAND_INS/started"\n{STAY} 3< "$(dirname "$0")/receiver"'
 SIMULATOR = f'echo $$ >> "$STAND_INS/started"\ntouch "$2" "$4"\n{STAY}'
 DISPLAY = f'echo $$ >> "$STAND_INS/started"\necho 99 >&3\n{STAY}'
-SOURCES = ("app", "decoders", "nav", "nmea", "packaging", "platform", "targets", "tools", "ui")
+SOURCES = ("app", "decoders", "nav", "nmea", "packaging", "platform", "report", "targets", "tools", "ui")
 
 
 class Commands(unittest.TestCase):
     def setUp(self):
-        self.machine = Machine("run", "test", "scripts/demo", "CMakeLists.txt", "CMakePresets.json", "packages.txt")
+        self.machine = Machine("run", "test", "scripts/demo", "scripts/two-antennas", "CMakeLists.txt", "CMakePresets.json", "packages.txt")
         self.addCleanup(self.machine.remove)
         self.stand_ins = self.machine.folder / "stand-ins"
         for folder in SOURCES:
@@ -97,7 +97,37 @@ class Run(Commands):
         self.check_failure(self.run_it("run"), "run", "no display", "./run demo")
 
     def test_unknown_word(self):
-        self.assertEqual(self.run_it("run", "fast"), (2, [], ["Usage: ./run [demo]"]))
+        usage = (2, [], ["Usage: ./run [demo [two-antennas [FOLDER]]]"])
+        for words in (("fast",), ("demo", "fast"), ("two-antennas",), ("demo", "two-antennas", "here", "there"), ("",)):
+            self.assertEqual(self.run_it("run", *words), usage, words)
+
+
+class TwoAntennas(Commands):
+    SAMPLES = """while [[ $# -gt 0 && "$1" != --out ]]; do shift; done
+echo recording > "$2"
+"""
+
+    def two_antennas(self, *words, samples=SAMPLES):
+        self.machine.script(self.stand_ins / "tidewatch", "exit 0")
+        self.machine.stand_in("cmake", BUILD + '\ncp "$STAND_INS/tidewatch-samples" build/release/tools/')
+        self.machine.script(self.stand_ins / "tidewatch-samples", samples)
+        return self.run_it("run", "demo", "two-antennas", *words)
+
+    def test_writes_two_files_into_the_folder(self):
+        folder = self.machine.folder / "my antennas"
+        nearby = pathlib.Path(os.path.relpath(self.machine.folder / "nearby"))  # from where the caller is
+        for words, where in (((), self.machine.tree / "build/two-antennas"), ((str(folder),), folder), ((str(nearby),), nearby)):
+            code, output, errors = self.two_antennas(*words)
+            self.assertEqual((code, errors), (0, []))
+            self.assertEqual(sorted(path.name for path in where.iterdir()), ["balcony.txt", "mast.txt"])
+            self.assertIn("mast.txt and ", output[0])
+
+    def test_a_file_cannot_be_written(self):
+        self.check_failure(self.two_antennas(samples="exit 2"), "two-antennas", "mast.txt", "could not be written")
+
+    def test_the_folder_cannot_be_made(self):
+        (self.machine.folder / "file").write_text("")
+        self.check_failure(self.two_antennas(str(self.machine.folder / "file/folder")), "two-antennas", "could not be made")
 
 
 class Test(Commands):
