@@ -90,15 +90,20 @@ public:
     std::int64_t Seconds() const { return m_tTrack.lAtEnd; }
     const ClockTrack& Track() const { return m_tTrack; }
 
+    // The second's clock, or the first's, was set.
+    void Shift(std::int64_t lSeconds) {
+        m_tTrack.lAtEnd += lSeconds;
+        m_tTrack.lLeast = std::min(m_tTrack.lLeast, m_tTrack.lAtEnd);
+        m_tTrack.lMost = std::max(m_tTrack.lMost, m_tTrack.lAtEnd);
+        m_lSum = m_lCount = 0;
+    }
+
     // By how much the second still seemed late for a message that both heard.
     void Take(std::int64_t lLate) {
         m_lSum += lLate;
         if (++m_lCount < PairsPerStep) return;
         const double dMean = static_cast<double>(m_lSum) / PairsPerStep;
-        if (std::fabs(dMean) > LeastStep) m_tTrack.lAtEnd += std::lround(dMean);
-        m_tTrack.lLeast = std::min(m_tTrack.lLeast, m_tTrack.lAtEnd);
-        m_tTrack.lMost = std::max(m_tTrack.lMost, m_tTrack.lAtEnd);
-        m_lSum = m_lCount = 0;
+        Shift(std::fabs(dMean) > LeastStep ? std::lround(dMean) : 0);
     }
 
 private:
@@ -126,6 +131,10 @@ void PlaySameTime(const Both& tBoth, Comparison& tComparison, OffsetFollower& tO
         const std::size_t i = bThere[0] && (!bThere[1] || tHeads[0].dt.lSeconds <= lSecond) ? 0 : 1;
         if (i == 1) tHeads[1].dt.lSeconds = lSecond;
         tMatcher.Take(i, tHeads[i]);
+        if (const std::int64_t lShift = tComparison.TakeShift()) {
+            tMatcher.Finish();  // what waits there bears times by the offset so far
+            tOffset.Shift(lShift);
+        }
         bThere[i] = tBoth[i]->Next(tHeads[i]);
         tReading.Step();
     }

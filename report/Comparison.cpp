@@ -29,6 +29,7 @@ Comparison::Comparison(const Options& tOptions, const Recording& tFirst, const R
 
 void Comparison::Take(const Heard* pFirst, const Heard* pSecond, std::int64_t lOffset) {
     const runtime::DateTime dt = pFirst ? pFirst->dt : pSecond->dt;
+    if (!m_bLost) m_dtSeen = std::max(m_dtSeen, dt);
     if (!m_tFirst.Covers(dt) || !m_tSecond.Covers({dt.lSeconds + lOffset})) {
         lLeftOut[0] += pFirst != nullptr;
         lLeftOut[1] += pSecond != nullptr;
@@ -40,6 +41,10 @@ void Comparison::Take(const Heard* pFirst, const Heard* pSecond, std::int64_t lO
 }
 
 void Comparison::TakePair(const Heard& tFirst, const Heard& tSecond) {
+    if (m_bLost && tFirst.dt <= m_dtSeen) {
+        TakeLost(HeardBy::First, tFirst);
+        return TakeLost(HeardBy::Second, tSecond);
+    }
     if (m_bLost) tLost.back().dtTo = tFirst.dt;
     m_bLost = false;
     Release();
@@ -48,14 +53,9 @@ void Comparison::TakePair(const Heard& tFirst, const Heard& tSecond) {
 }
 
 void Comparison::TakeAlone(HeardBy e, const Heard& t) {
-    const std::size_t iSide = SideOf(e);
-    if (m_bLost) {
-        ++lLost[iSide];
-        tLost.back().dtTo = t.dt;
-        return;
-    }
+    if (m_bLost) return TakeLost(e, t);
     m_tWaiting.push_back({e, t});
-    ++m_lWaiting[iSide];
+    ++m_lWaiting[SideOf(e)];
     if (IsLost()) return Lose();
     if (m_tWaiting.size() >= MostWaiting) Release();
 }
@@ -71,11 +71,31 @@ bool Comparison::IsLost() const {
 
 void Comparison::Lose() {
     const runtime::DateTime dtFrom = tTotal.Either() > 0 ? m_dtLast : m_tWaiting.front().t.dt;
-    tLost.push_back({dtFrom, m_tWaiting.back().t.dt});
-    for (std::size_t i = 0; i < lLost.size(); ++i) lLost[i] += m_lWaiting[i];
+    tLost.push_back({dtFrom, dtFrom});
+    m_bLost = true;
+    m_tLostSamples = {};
+    m_lInSamples = 0;
+    m_lNextLook = static_cast<std::int64_t>(m_tWaiting.size());
+    for (const Alone& tAlone : m_tWaiting) TakeLost(tAlone.e, tAlone.t);
     m_tWaiting.clear();
     m_lWaiting = {};
-    m_bLost = true;
+}
+
+// Looks for the new offset with what has come, and again each time when that is twice as much.
+void Comparison::TakeLost(HeardBy e, const Heard& t) {
+    const std::size_t iSide = SideOf(e);
+    ++lLost[iSide];
+    tLost.back().dtTo = std::max(tLost.back().dtTo, t.dt);
+    m_dtSeen = std::max(m_dtSeen, t.dt);
+    if (t.bOnce) m_tLostSamples[iSide].Add(t.lPayload, t.dt);
+    if (++m_lInSamples < m_lNextLook) return;
+    m_lNextLook *= 2;
+    const auto tOffset = EstimateOffset(m_tLostSamples[0], m_tLostSamples[1]);
+    if (!tOffset) return;
+    m_lShift = tOffset->lSeconds;
+    m_tLostSamples = {};
+    m_lInSamples = 0;
+    m_lNextLook = LeastLost;
 }
 
 void Comparison::Release() {

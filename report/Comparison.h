@@ -3,8 +3,10 @@
 #pragma once
 
 #include <map>
+#include <utility>
 #include <vector>
 
+#include "report/ClockOffset.h"
 #include "report/LevelFigures.h"
 #include "report/Options.h"
 #include "report/Recording.h"
@@ -38,6 +40,9 @@ public:
     void Take(const Heard* pFirst, const Heard* pSecond, std::int64_t lOffset);
     // After the last.
     void Finish();
+    // While nothing is heard by both because a clock was set: by how many seconds the second is ahead of what lOffset
+    // said, once that can be told. It is told once; what comes behind must go by it.
+    std::int64_t TakeShift() { return std::exchange(m_lShift, 0); }
 
     Tally tTotal;
     std::map<int, Tally> tRings, tSectors, tChannels, tTypes;  // by number; of a sector and a ring from 0 on
@@ -62,6 +67,7 @@ private:
     void TakeAlone(HeardBy e, const Heard& t);
     bool IsLost() const;
     void Lose();
+    void TakeLost(HeardBy e, const Heard& t);
     void Release();
     void Count(HeardBy e, const Heard& t, const Heard* pSecond);
     bool Place(const Heard& t, HeardBy e, const Heard* pSecond, nav::RangeAndBearing& tPlace);
@@ -79,6 +85,12 @@ private:
     std::vector<Alone> m_tWaiting;
     std::array<std::int64_t, 2> m_lWaiting{};
     bool m_bLost = false;
+    // Of the stretch that is lost, to find the clocks' new offset in.
+    std::array<PayloadSample, 2> m_tLostSamples;
+    std::int64_t m_lInSamples = 0;
+    std::int64_t m_lNextLook = 0;
+    runtime::DateTime m_dtSeen;  // the latest of what was taken, which may come again by another offset
+    std::int64_t m_lShift = 0;
     runtime::DateTime m_dtLast;  // of what was heard in common time
 };
 

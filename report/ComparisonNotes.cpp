@@ -92,7 +92,7 @@ void ComparisonTables::WriteNotesOfTime() const {
     for (const Recording::Gap& t : m_tFigures.tLost) {
         m_tWriter.Note("From " + IsoText(t.dtFrom) + " to " + IsoText(t.dtTo) +
                        " both heard messages, but none the same: a clock was set forward, or the receivers were apart. "
-                       "This time is left out. To compare it, cut the files there.");
+                       "This time is left out.");
     }
 }
 

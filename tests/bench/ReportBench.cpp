@@ -73,6 +73,7 @@ int main(int argc, char** argv) {
             if (!sAsked.empty() && std::ranges::count(sAsked, t.sName) == 0) continue;
             report::Asked tAsked{&t, {}};
             tAsked.tOptions.sFiles = {sFile};
+            if (!t.pMake) tAsked.tOptions.sFiles.push_back(sFile);  // one that reads two beside each other
             tAsked.tOptions.eFormat = report::Format::Csv;
             // "reports" recordings have no GPS.
             tAsked.tOptions.tPosition = nav::Position{50.8, -1.3};

@@ -254,6 +254,38 @@ class CountsTest(CompareCase):
                                    ("both", share_interval((ships, times), lambda c: c[0]))):
                 self.ends(next(r for r in self.told["totals"] if r["heard"] == name), "low", "high", expected)
 
+    def test_interval_where_a_receiver_is_deaf_at_times(self):
+        """To all ships alike: by the ships it would look certain."""
+        deaf = random.Random(8).sample(range(60), 20)
+        a = Receiver(self.sent, lambda t: True)
+        b = Receiver(self.sent, lambda t: t.when // 60 not in deaf)
+        told, heard = self.compare(a, b), shares(self.sent, a, b)
+        ships, times = clusters_of(heard, lambda n: self.sent[n].ship), clusters_of(heard, lambda n: a.heard[n][0] // 60)
+        expected = difference_interval(ships, times)
+        self.assertGreater(expected[1] - expected[0], 1.2 * 2 * student(freedom(ships)) * math.sqrt(
+            jackknife(ships, lambda c: c[1] - c[2])))
+        self.ends(next(r for r in told["totals"] if r["heard"] == "A less B"), "low", "high", expected)
+
+    def test_stretches_of_more_than_an_hour(self):
+        """90 minutes are 45 stretches of two, which begin at even minutes of the day."""
+        sent = traffic(random.Random(9), minutes=90)
+        a = Receiver(sent, lambda t: True, minutes=90)
+        b = Receiver(sent, lambda t: t.when // 120 % 3 != 1, minutes=90)
+        told, heard = self.compare(a, b), shares(sent, a, b)
+        ships, times = clusters_of(heard, lambda n: sent[n].ship), clusters_of(heard, lambda n: a.heard[n][0] // 120)
+        self.ends(next(r for r in told["totals"] if r["heard"] == "A less B"), "low", "high", difference_interval(ships, times))
+
+    def test_level_interval_by_the_number_of_ships(self):
+        for ships in (5, 6, 8, 9, 11, 17):
+            chance = random.Random(ships)
+            sent = traffic(chance, ships=ships, minutes=30)
+            strength = [chance.randint(30, 60) for _ in range(ships)]
+            a = Receiver(sent, lambda t: True, lambda t: (strength[t.ship], 20), minutes=30)
+            b = Receiver(sent, lambda t: True, lambda t: (45, 20), minutes=30)
+            row = self.compare(a, b, "--raw")["levels"][0]
+            low, high = rank_interval([s - 45 for s in strength])
+            self.assertEqual([row["median"], row["low"], row["high"]], [statistics.median(strength) - 45, low, high], ships)
+
     def test_levels(self):
         pairs = {}
         for n in self.heard[0]:
@@ -344,7 +376,7 @@ class MatchingTest(CompareCase):
         for a, b, expected in (([600], [603], (1, 0, 0)), ([600], [604], (0, 1, 1)), ([600, 602], [601], (1, 1, 0)),
                                ([600, 602], [603, 601], (2, 0, 0)), ([600, 600], [600], (1, 1, 0)),
                                ([600, 603], [602], (1, 1, 0)), ([600, 960], [600, 780], (1, 1, 1)),
-                               ([600, 605, 610], [602, 607, 613], (3, 0, 0)), ([600], [], (0, 1, 0)),
+                               ([600, 605, 610], [602, 607, 613], (3, 0, 0)), ([600, 602], [602, 604], (1, 1, 1)), ([600], [], (0, 1, 0)),
                                ([603], [600, 604], (1, 0, 1))):
             self.assertEqual(self.pair(a, b), expected, (a, b))
 
@@ -409,6 +441,9 @@ class ClocksTest(CompareCase):
                      (Receiver(sent, lambda t: True, clock=back), Receiver(sent, lambda t: True, clock=back))):
             told = self.compare(a, b)
             self.assertEqual(self.totals(told)[1:], [0, 0])
+            lost = max(told["time"]["a_lost"], told["time"]["b_lost"])
+            self.assertLess(lost, 400)
+            self.assertAlmostEqual(self.totals(told)[0], len(sent) - lost, delta=40)
             self.notes(told, "clock was set back 1 times")
 
     def test_clock_set_forward_is_told(self):
@@ -419,8 +454,11 @@ class ClocksTest(CompareCase):
         told = self.compare(a, b)
         self.assertEqual(self.totals(told)[1:], [0, 0])
         self.notes(told, "a clock was set forward")
-        self.assertGreater(told["time"]["a_lost"], 1000)
-        self.assertAlmostEqual(told["time"]["common_seconds"], 1800, delta=40)
+        self.assertEqual([told["time"]["offset_least"], told["time"]["offset_most"]], [0, 60])
+        # 300 of each are needed to see it, and a minute comes twice.
+        self.assertLess(max(told["time"]["a_lost"], told["time"]["b_lost"]), 800)
+        self.assertAlmostEqual(self.totals(told)[0], len(sent) - told["time"]["a_lost"], delta=80)
+        self.assertGreater(told["time"]["common_seconds"], 2700)
 
     def test_clock_set_right_at_the_beginning(self):
         """A small computer without a battery: the first minutes bear an old time, then the clock is set."""
