@@ -34,6 +34,8 @@ constexpr std::array Rows = {
             Make<StationCounts>},
     Command{"ships",    "A row for each ship and station", TakesRaw | TakesPosition, Make<ShipList>},
     Command{"reports",  "A row for each message", TakesRaw | TakesPosition, Make<ReportList>},
+    Command{"watch",    "Follows a growing file and says when it goes quiet, stops or has too few messages", TakesWatch,
+            nullptr},
 };
 // clang-format on
 

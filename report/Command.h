@@ -17,14 +17,15 @@ enum Takes : unsigned {
     TakesRaw = 4,
     TakesPosition = 8,
     TakesGap = 16,
-    TakesPictures = 32
+    TakesPictures = 32,
+    TakesWatch = 64
 };
 
 struct Command {
     const char* sName;
     const char* sHelp;
     unsigned iTakes;
-    // Of the files as one sequence; null for the command that reads two beside each other (Compare.h).
+    // Of the files as one sequence; null for the commands that read otherwise (Compare.h, Watch.h).
     std::unique_ptr<Collector> (*pMake)(const Options& tOptions, Writer& tWriter);
 };
 

@@ -22,7 +22,7 @@ constexpr const char* Footer =
 // What the options of all commands are read into.
 struct Words {
     std::vector<std::string> sFiles;
-    std::string sBy, sPosition, sPage, sPngFolder, sSvgFolder;
+    std::string sBy, sPosition, sPage, sPngFolder, sSvgFolder, sQuiet = "10m", sStopped;
     Options tNumbers;  // of these the numbers alone
     bool bCsv = false, bJson = false, bRaw = false;
 };
@@ -48,6 +48,17 @@ std::string CheckPosition(const std::string& s) {
     return "--position takes a latitude and a longitude such as \"50 21.40 N 004 08.60 W\", not \"" + s + "\"";
 }
 
+std::string CheckDuration(const std::string& s) {
+    if (ReadDuration(s)) return {};
+    return "a time is a number and s, m, h or d, such as 10m, not \"" + s + "\"";
+}
+
+// 50 and 50% alike.
+std::string DropPercent(std::string& s) {
+    if (s.ends_with('%')) s.pop_back();
+    return {};
+}
+
 void CheckFiles(const std::string& sCommand, std::size_t lFiles) {
     if (sCommand != "compare" || lFiles == 2) return;
     throw CLI::ValidationError(sCommand, "takes two recordings, not " + std::to_string(lFiles) +
@@ -55,10 +66,26 @@ void CheckFiles(const std::string& sCommand, std::size_t lFiles) {
                                              "compare - B");
 }
 
+void AddWatchOptions(CLI::App& tApp, Words& tWords) {
+    tApp.add_option("--quiet", tWords.sQuiet, "No AIS message for so long, though the file grows; 10m unless told")
+        ->check(CLI::Validator(CheckDuration, ""));
+    tApp.add_option("--stopped", tWords.sStopped, "The file has not grown for so long; as --quiet unless told")
+        ->check(CLI::Validator(CheckDuration, ""));
+    tApp.add_option("--below", tWords.tNumbers.tWatch.iBelow,
+                    "An hour has less than so many percent of its usual messages")
+        ->transform(CLI::Validator(DropPercent, ""))
+        ->check(CLI::Range(1, 100));
+    tApp.add_option("--days", tWords.tNumbers.tWatch.iDays,
+                    "Days from which on the median of the same hour is the usual, 3 unless told")
+        ->check(CLI::Range(1, WatchRules::LongestMemory));
+    tApp.add_option("--run", tWords.tNumbers.sRun, "Run this by the shell at each event, in place of a line");
+}
+
 void AddOptions(CLI::App& tApp, const Command& t, Words& tWords) {
     tApp.add_option("FILE", tWords.sFiles, "Record files, or - for standard input")->required();
     auto* pCsv = tApp.add_flag("--csv", tWords.bCsv, "Write CSV: one table, notes on standard error");
     tApp.add_flag("--json", tWords.bJson, "Write JSON")->excludes(pCsv);
+    if (t.iTakes & TakesWatch) return AddWatchOptions(tApp, tWords);
     tApp.add_option("--html", tWords.sPage, "Write a page with tables and pictures to this file too")->excludes(pCsv);
     if (t.iTakes & TakesPictures) {
         tApp.add_option("--png", tWords.sPngFolder, "Write the pictures to this folder too, as PNG");
@@ -98,6 +125,9 @@ Options OptionsOf(const Words& t) {
     tOptions.sPngFolder = t.sPngFolder;
     tOptions.sSvgFolder = t.sSvgFolder;
     tOptions.bRaw = t.bRaw;
+    tOptions.tWatch.dQuiet = static_cast<double>(ReadDuration(t.sQuiet).value_or(0));
+    tOptions.tWatch.dStopped =
+        static_cast<double>(ReadDuration(t.sStopped.empty() ? t.sQuiet : t.sStopped).value_or(0));
     return tOptions;
 }
 
@@ -124,6 +154,8 @@ std::optional<Asked> ReadCommandLine(int iCount, const char* const* sWords, std:
     try {
         tApp.parse(WithCommand(iCount, sWords));
         if (std::ranges::count(tWords.sFiles, "-") > 1) throw CLI::ValidationError("-", "can be read only once");
+        const bool bWatch = tApp.get_subcommands().front()->get_name() == "watch";
+        if (bWatch && tWords.sFiles.back() == "-") throw CLI::ValidationError("watch", "needs a file to follow, not -");
         CheckFiles(tApp.get_subcommands().front()->get_name(), tWords.sFiles.size());
     } catch (const CLI::ParseError& tError) {
         std::ostringstream tOut, tErr;

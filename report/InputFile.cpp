@@ -57,6 +57,8 @@ public:
         return iCount;
     }
 
+    int Descriptor() const { return m_iDescriptor; }
+
     std::int64_t lTaken = 0;
 
 private:
@@ -87,6 +89,8 @@ InputFile::InputFile(const std::string& sPath) : m_pFile(std::make_unique<RawFil
 InputFile::~InputFile() = default;
 
 std::int64_t InputFile::BytesTaken() const { return m_pFile->lTaken; }
+
+int InputFile::Descriptor() const { return m_pFile->Descriptor(); }
 
 std::int64_t RegularFileSize(const std::string& sPath) {
     struct stat t {};

@@ -36,6 +36,8 @@ public:
     std::size_t Read(std::span<char> tRoom) { return m_pStream->Read(tRoom); }
     // Bytes of it, as it lies there, that have been read.
     std::int64_t BytesTaken() const;
+    bool Packed() const { return m_pUnpacked != nullptr; }
+    int Descriptor() const;
 
 private:
     class RawFile;

@@ -24,7 +24,7 @@ public:
     Found Next(std::string_view& sLine);
     // After the end: something stands behind the last line end.
     bool Unfinished() const { return m_bSkipping || m_p < m_pStop; }
-    std::int64_t BytesTaken() const { return m_tFile.BytesTaken(); }
+    const InputFile& File() const { return m_tFile; }
 
 private:
     const char* FindEnd();

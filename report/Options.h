@@ -7,6 +7,7 @@
 
 #include "nav/PositionReading.h"
 #include "report/Period.h"
+#include "report/WatchRules.h"
 #include "report/Writer.h"
 
 namespace report {
@@ -24,6 +25,8 @@ struct Options {
     std::string sPngFolder{};  // where pictures go
     std::string sSvgFolder{};
     bool bRaw = false;  // levels in the board's numbers
+    WatchLimits tWatch{};
+    std::string sRun{};  // what the shell runs at an event of watch
 };
 
 }  // namespace report

@@ -1,6 +1,9 @@
 // Civil time has no zone, so every day has 24 hours.
 #include "report/Period.h"
 
+#include <array>
+#include <charconv>
+
 #include "platform/runtime/Format.h"
 
 namespace report {
@@ -43,6 +46,18 @@ std::string IsoText(runtime::DateTime dt) {
     s += ' ';
     runtime::AppendTime(s, dt);
     return s;
+}
+
+std::optional<std::int64_t> ReadDuration(std::string_view sText) {
+    constexpr std::string_view Units = "smhd";
+    constexpr std::array Lengths = {std::int64_t{1}, Minute, Hour, Day};
+    std::int64_t lCount = 0;
+    const char* pEnd = sText.data() + sText.size();
+    const auto [pUnit, eError] = std::from_chars(sText.data(), pEnd, lCount);
+    if (eError != std::errc() || pUnit + 1 != pEnd || lCount < 1 || lCount > 366 * Day) return std::nullopt;
+    const std::size_t iUnit = Units.find(*pUnit);
+    if (iUnit == std::string_view::npos || lCount * Lengths[iUnit] > 366 * Day) return std::nullopt;
+    return lCount * Lengths[iUnit];
 }
 
 std::string DurationText(std::int64_t lSeconds) {

@@ -24,7 +24,9 @@ public:
     bool Next(Record& t);
     // After the end: something stands behind the last line end and was left.
     bool Unfinished() const { return m_tLines.Unfinished(); }
-    std::int64_t BytesTaken() const { return m_tLines.BytesTaken(); }
+    std::int64_t BytesTaken() const { return m_tLines.File().BytesTaken(); }
+    bool Packed() const { return m_tLines.File().Packed(); }
+    int Descriptor() const { return m_tLines.File().Descriptor(); }
 
 private:
     LineReader m_tLines;

@@ -9,6 +9,7 @@
 #include "report/PictureWriter.h"
 #include "report/ProgressBar.h"
 #include "report/Sequence.h"
+#include "report/Watch.h"
 #include "report/WriterList.h"
 
 namespace report {
@@ -108,6 +109,10 @@ int Run(const Asked& tAsked, int iResult, int iNotes) {
     Sink tNotes(iNotes);
     const Options& tOptions = tAsked.tOptions;
     try {
+        if (tAsked.pCommand->iTakes & TakesWatch) {
+            return Watch(tOptions, *MakeWriter(tOptions.eFormat, tAsked.pCommand->sName, tResult, tNotes), tResult,
+                         tNotes);
+        }
         const auto pDrawing = DrawingWriters(tOptions, tNotes);
         WriterList tAll;
         tAll.Add(MakeWriter(tOptions.eFormat, tAsked.pCommand->sName, tResult, tNotes));

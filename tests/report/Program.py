@@ -12,7 +12,7 @@ import unittest
 import rig
 from rig import OPTIONS, levels, position, program, record, result
 
-COMMANDS = ["summary", "coverage", "range", "signal", "stations", "compare", "ships", "reports"]
+COMMANDS = ["summary", "coverage", "range", "signal", "stations", "compare", "ships", "reports", "watch"]
 
 
 class Ends(rig.Case):
