@@ -222,16 +222,15 @@ class PageTest(rig.Case):
         code, _, err = program("coverage", self.file("a.txt", record(*lines)), "--png", self.folder)
         self.assertEqual((code, err), (0, ""))
         pixels = Pixels(self.folder / "coverage.png")
-        blue = pixels.found((0x2f, 0x7f, 0xc1))  # the outline of the greatest range
-        blue = [(x, y) for x, y in blue if y > 110]  # below the legend
-        left, right = min(x for x, _ in blue), max(x for x, _ in blue)
-        top, bottom = min(y for _, y in blue), max(y for _, y in blue)
+        colours = (0x2f, 0x7f, 0xc1), (0xd5, 0x5e, 0x00), (0x0e, 0x9a, 0x6e)  # of the outlines, which cover each other
+        drawn = [(x, y) for colour in colours for x, y in pixels.found(colour) if y > 110]  # below the legend
+        left, right = min(x for x, _ in drawn), max(x for x, _ in drawn)
+        top, bottom = min(y for _, y in drawn), max(y for _, y in drawn)
         centre, radius = ((left + right) / 2, (top + bottom) / 2), (bottom - top) / 2
         self.assertAlmostEqual(right - left, bottom - top, delta=6)
 
         def reach(bearing):
-            a = math.radians(bearing)
-            spots = [math.hypot(x - centre[0], y - centre[1]) for x, y in blue
+            spots = [math.hypot(x - centre[0], y - centre[1]) for x, y in drawn
                      if abs((math.degrees(math.atan2(x - centre[0], centre[1] - y)) - bearing + 180) % 360 - 180) < 2]
             return max(spots) / radius * 20
         for bearing in (15, 45, 75, 135, 195, 255, 345):
@@ -306,8 +305,8 @@ class PageTest(rig.Case):
                 minutes = i * 25
                 day, minute = divmod(minutes, 24 * 60)
                 month, day = (6, day + 1) if day < 30 else (7, day - 29)
-                lines.append((f"{month:02d}/{day:02d}/2025 {minute // 60:02d}:{minute % 60:02d}:00", rig.levels(30, 18)))
-                lines.append((lines[-1][0], position(211000001, 50, 1)))
+                stamp = f"{month:02d}/{day:02d}/2025 {minute // 60:02d}:{minute % 60:02d}:00"
+                lines += [(stamp, position(211000001, 50, 1)), (stamp, rig.levels(30, 18))]
             path = self.file("a.txt", record(*lines))
             page, text = self.page("summary", path)
             self.assertIn(f"Messages per {step}", page.headings)
