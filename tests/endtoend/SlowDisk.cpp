@@ -1,4 +1,5 @@
-// Loaded in front of the system's library: every fdatasync takes SLOW_DISK_SECONDS longer than it would. The file
+// Loaded in front of the system's library: every fdatasync takes SLOW_DISK_SECONDS longer than it would, or with
+// SLOW_DISK_EVERY=N each Nth alone. The file
 // SLOW_DISK_NOTES gets a line for each, "sync" and when it began and ended, and one for every write to a regular file,
 // "write" and when: with a recording that is once at every tick of the wall clock.
 #include <dlfcn.h>
@@ -6,6 +7,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -30,6 +32,13 @@ void Note(const char* sWhat, double dBegan, double dEnded) {
     if (iNotes >= 0) ::dprintf(iNotes, "%s %.6f %.6f\n", sWhat, dBegan, dEnded);
 }
 
+bool IsSlow() {
+    static const char* const sEvery = std::getenv("SLOW_DISK_EVERY");
+    static std::atomic<int> iCount = 0;
+    const int iEvery = sEvery == nullptr ? 1 : std::atoi(sEvery);
+    return iEvery < 2 || ++iCount % iEvery == 0;
+}
+
 void Delay() {
     static const char* const sSeconds = std::getenv("SLOW_DISK_SECONDS");
     const double dSeconds = sSeconds == nullptr ? 0 : std::atof(sSeconds);
@@ -43,7 +52,7 @@ void Delay() {
 
 extern "C" int fdatasync(int iDescriptor) {
     const double dBegan = Seconds();
-    Delay();
+    if (IsSlow()) Delay();
     const int iResult = System<int (*)(int)>("fdatasync")(iDescriptor);
     Note("sync", dBegan, Seconds());
     return iResult;

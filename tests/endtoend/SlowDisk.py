@@ -15,33 +15,6 @@ from Soak import BYTES_PER_SECOND, QUIET, Soak
 TICK = 0.005  # seconds between two portions to each input
 
 
-class SlowProgram(rig.Program):
-    """The program with a slow disk put below it."""
-
-    def __init__(self, options, folder, profile):
-        super().__init__(options.program, folder, profile)
-        self.notes = os.path.join(folder, "notes")
-        self.around = {"LD_PRELOAD": options.slow_disk, "SLOW_DISK_SECONDS": str(options.sync_seconds),
-                       "SLOW_DISK_NOTES": self.notes,
-                       "ASAN_OPTIONS": os.environ.get("ASAN_OPTIONS", "") + ":verify_asan_link_order=0"}
-
-    def __enter__(self):
-        before = dict(os.environ)
-        os.environ.update(self.around)
-        try:
-            return super().__enter__()
-        finally:
-            os.environ.clear()
-            os.environ.update(before)
-
-    def noted(self, what, began, ended):
-        """When it did that, within these bounds: (begin, end)."""
-        with open(self.notes) as file:
-            words = [line.split() for line in file]
-        times = [(float(first), float(last)) for kind, first, last in words if kind == what]
-        return [(first, last) for first, last in times if began < first and last < ended]
-
-
 class Feed:
     """Sends whole sentences to one input, at its line rate on the average."""
 
@@ -125,7 +98,8 @@ def main():
     rig.skip_without("Xvfb", "xdotool")
     with tempfile.TemporaryDirectory() as folder, rig.display():
         lines = [rig.SerialLine(os.path.join(folder, name)) for name in ("receiver", "second", "plotter")]
-        with SlowProgram(options, folder, rig.profile(*(line.link for line in lines), output_settings="115200,n,8,1")) as program:
+        profile = rig.profile(*(line.link for line in lines), output_settings="115200,n,8,1")
+        with rig.SlowProgram(options.program, folder, profile, options.slow_disk, options.sync_seconds) as program:
             window = Soak(options, folder, program, lines)
             window.start()
             record = window.record()

@@ -1,9 +1,15 @@
 """The program over a long time: both inputs at the full rate of 38400 baud, the output at 4800, recording on, the device
 of input #1 vanishing and coming back, tabs being changed. Counts at both ends: every sentence that was sent while its
-device was there must stand in the record file once. Prints memory, descriptors and processor share as it goes."""
+device was there must stand in the record file once. Prints memory, descriptors and processor share as it goes.
+
+With --in-lines the plug is pulled in the middle of lines, without a silence before it. What the system had not handed to
+the program by then it throws away: that is counted at the pseudo-terminal, which only root may. With --slow-disk every
+tenth synchronisation of the disk takes two seconds. With --capture every byte is counted as well."""
 
 import collections
 import os
+import random
+import re
 import statistics
 import sys
 import tempfile
@@ -21,6 +27,8 @@ SETTLED = 0.5  # share of the time after which memory has to stay level
 MOST_GROWTH = 2048  # kilobytes from then on
 LONG_RUN = 180  # seconds: from this length on memory is judged, not only printed
 TARGETS_TAB = 4
+SLOW_SECONDS = 2  # that a slow disk takes longer
+SLOW_EVERY = 10  # of that many synchronisations one
 
 
 class Feed:
@@ -34,6 +42,10 @@ class Feed:
         self.credit = 0.0
         self.sent = []
         self.times = []  # when each was sent
+        self.ends = []  # where each ends among the bytes written
+        self.written = bytearray()
+        self.thrown = set()  # indices of those that went with the plug
+        self.unread = 0  # bytes that did
         self.quiet = False
 
     def send(self, seconds):
@@ -43,7 +55,7 @@ class Feed:
             if not self.pending and not self.take():
                 return
             portion = self.pending[: int(self.credit)]
-            self.line.write(portion)
+            self.write(portion)
             self.credit -= len(portion)
             self.pending = self.pending[len(portion):]
 
@@ -51,12 +63,31 @@ class Feed:
         self.pending = self.sentences[self.next] + b"\r\n"
         self.sent.append(self.sentences[self.next])
         self.times.append(time.monotonic())
+        self.ends.append(len(self.written) + len(self.pending))
         self.next = (self.next + 1) % len(self.sentences)
         return True
 
+    def write(self, data):
+        self.line.write(data)
+        self.written += data
+
     def finish_line(self):
-        self.line.write(self.pending)
+        self.write(self.pending)
         self.pending = b""
+
+    def lose(self, unread, tail):
+        """The plug is pulled now: sentences that the program has not had wholly are gone. Their tail comes first when
+        the device is back, or not at all."""
+        self.unread += unread
+        index = len(self.ends) - 1
+        while index >= 0 and self.ends[index] > len(self.written) - unread:
+            self.thrown.add(index)
+            index -= 1
+        if not tail:
+            self.pending = b""
+
+    def kept(self):
+        return [line for index, line in enumerate(self.sent) if index not in self.thrown]
 
 
 class Output:
@@ -78,6 +109,8 @@ class Output:
 class Soak:
     def __init__(self, options, folder, program, lines):
         self.seconds = options.minutes * 60
+        self.in_lines = getattr(options, "in_lines", False)
+        self.chance = random.Random(1)
         self.folder = folder
         self.program = program
         self.lines = lines
@@ -174,10 +207,13 @@ class Soak:
         stall of this process cannot shorten it."""
         feed, line = self.feeds[0], self.lines[0]
         if self.plug == "in" and now >= self.next_pull:
-            feed.finish_line()
+            if not self.in_lines:
+                feed.finish_line()
             feed.quiet = True
             self.turn_plug("silent", now)
-        elif self.plug == "silent" and now >= self.plug_since + QUIET:
+        elif self.plug == "silent" and now >= self.plug_since + (0 if self.in_lines else QUIET):
+            if self.in_lines:
+                feed.lose(line.unread(), tail=self.vanished % 2 == 0)
             line.hang_up()
             self.vanished += 1
             self.turn_plug("pulled", now)
@@ -188,7 +224,7 @@ class Soak:
             self.turn_plug("seen open", now)
         elif self.plug == "seen open" and now >= self.plug_since + QUIET:
             feed.quiet = False
-            self.next_pull = now + PULL_EVERY
+            self.next_pull = now + PULL_EVERY + self.chance.random()
             self.turn_plug("in", now)
 
     def turn_plug(self, state, now):
@@ -248,7 +284,8 @@ def gaps(feed, other, lines):
 def tell_gaps(soak, lines):
     began = soak.feeds[1].times[0]
     for number, feed in enumerate(soak.feeds):
-        for index in list(gaps(feed, soak.feeds[1 - number], lines))[:20]:
+        missing = [index for index in gaps(feed, soak.feeds[1 - number], lines) if index not in feed.thrown]
+        for index in missing[:20]:
             when = feed.times[index]
             before = [event for event in soak.story if event[0] < when][-1:]
             after = [event for event in soak.story if event[0] >= when][:1]
@@ -259,13 +296,15 @@ def tell_gaps(soak, lines):
 def judge(soak, record):
     """The figures, and what has to hold of them."""
     sent = collections.Counter()
+    thrown = collections.Counter()
     for feed in soak.feeds:
-        sent.update(feed.sent)
+        sent.update(feed.kept())
+        thrown.update(feed.sent[index] for index in feed.thrown)
     with open(record, "rb") as file:
         lines = [line.rstrip(b"\r\n")[20:] for line in file]
     recorded = collections.Counter(lines)
     lost = sent - recorded
-    strange = recorded - sent
+    strange = recorded - sent - thrown  # the program may have read on between the count and the pull
     forwarded, unfinished = soak.output.data.split(b"\r\n")[:-1], soak.output.data.split(b"\r\n")[-1]
     known = set(sent)
     damaged = [line for line in forwarded if line not in known]
@@ -278,6 +317,8 @@ def judge(soak, record):
     print(f"device vanished      {soak.vanished} times")
     print(f"sentences sent       {len(soak.feeds[0].sent)} + {len(soak.feeds[1].sent)}")
     print(f"sentences recorded   {len(lines)}")
+    if soak.in_lines:
+        print(f"thrown away          {sum(thrown.values())} sentences cut or not read, {soak.feeds[0].unread} bytes not read")
     print(f"lost, not sent       {sum(lost.values())}, {sum(strange.values())}")
     print(f"lines at the output  {len(forwarded)}, of them damaged {len(damaged)}")
     print(f"resident memory      first {kilobytes[0]} kB, most {max(kilobytes)} kB, last {kilobytes[-1]} kB, "
@@ -299,19 +340,51 @@ def judge(soak, record):
         rig.check(growth <= MOST_GROWTH, "memory grows")
 
 
+def captured(file, number):
+    """The bytes of an input that a capture holds."""
+    pieces = []
+    with open(file, "rb") as capture:
+        for line in capture:
+            if line[24:27] == b"%d <" % number:
+                pieces.append(line[28:].rstrip(b"\r\n"))
+    escapes = {b"\\\\": b"\\", b"\\r": b"\r", b"\\n": b"\n"}
+    return re.sub(rb"\\(?:x(..)|.)", lambda m: bytes([int(m[1], 16)]) if m[1] else escapes[m[0]], b"".join(pieces))
+
+
+def judge_capture(soak, file):
+    first, second = (captured(file, number) for number in (1, 2))
+    written, unread = len(soak.feeds[0].written), soak.feeds[0].unread
+    print(f"bytes captured       {len(first)} + {len(second)} of {written} + {len(soak.feeds[1].written)}")
+    rig.check(second == soak.feeds[1].written, "the capture of input #2 is not what was sent")
+    rig.check(written - unread <= len(first) <= written, f"of input #1 {written - len(first)} bytes are missing")
+
+
+def program_for(options, folder, profile):
+    if not options.slow_disk:
+        return rig.Program(options.program, folder, profile)
+    return rig.SlowProgram(options.program, folder, profile, options.slow_disk, SLOW_SECONDS, SLOW_EVERY)
+
+
 def main():
     parser = rig.arguments()
     parser.add_argument("--minutes", type=float, default=10)
+    parser.add_argument("--in-lines", action="store_true", help="pull the plug in the middle of lines")
+    parser.add_argument("--slow-disk", help="the built library that makes the disk slow")
+    parser.add_argument("--capture", action="store_true", help="capture beside the recording")
     options = parser.parse_args()
     rig.skip_without("Xvfb", "xdotool")
     with tempfile.TemporaryDirectory() as folder, rig.display():
         lines = [rig.SerialLine(os.path.join(folder, name)) for name in ("receiver", "second", "plotter")]
         profile = rig.profile(*(line.link for line in lines), output_settings="4800,n,8,1")
-        with rig.Program(options.program, folder, profile) as program:
+        if options.capture:
+            profile += "[Unattended]\nCapture=1\n"
+        with program_for(options, folder, profile) as program:
             soak = Soak(options, folder, program, lines)
             record = soak.run()
             rig.check(program.close() == 0, "the program ends with an error")
         judge(soak, record)
+        if options.capture:
+            judge_capture(soak, record.replace(".txt", ".capture"))
 
 
 if __name__ == "__main__":

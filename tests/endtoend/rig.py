@@ -11,6 +11,7 @@ import re
 import select
 import shutil
 import signal
+import struct
 import subprocess
 import sys
 import termios
@@ -259,6 +260,33 @@ def profile(port0="", port1="", output="", settings=("38400,n,8,1", "38400,n,8,1
         "[Window Data]", "Top=300", "Left=300", "Height=12000", "Width=18000", ""])
 
 
+class SlowProgram(Program):
+    """The program with a slow disk put below it: each Nth synchronisation takes those seconds longer."""
+
+    def __init__(self, file, folder, profile, library, seconds, every=1):
+        super().__init__(file, folder, profile)
+        self.notes = os.path.join(folder, "notes")
+        self.around = {"LD_PRELOAD": library, "SLOW_DISK_SECONDS": str(seconds),
+                       "SLOW_DISK_EVERY": str(every), "SLOW_DISK_NOTES": self.notes,
+                       "ASAN_OPTIONS": os.environ.get("ASAN_OPTIONS", "") + ":verify_asan_link_order=0"}
+
+    def __enter__(self):
+        before = dict(os.environ)
+        os.environ.update(self.around)
+        try:
+            return super().__enter__()
+        finally:
+            os.environ.clear()
+            os.environ.update(before)
+
+    def noted(self, what, began, ended):
+        """When it did that, within these bounds: (begin, end)."""
+        with open(self.notes) as file:
+            words = [line.split() for line in file]
+        times = [(float(first), float(last)) for kind, first, last in words if kind == what]
+        return [(first, last) for first, last in times if began < first and last < ended]
+
+
 # Mouse, keyboard and the close button
 
 
@@ -313,6 +341,15 @@ class SerialLine:
         os.unlink(self.link)
         os.close(self.master)
         self.master = -1
+
+    def unread(self):
+        """Bytes that have come to the near side and nobody has read: a hang-up throws them away. Only root may look
+        while a program has the device for itself."""
+        slave = os.open(self.device, os.O_RDWR | os.O_NOCTTY | os.O_NONBLOCK)
+        try:
+            return struct.unpack("i", fcntl.ioctl(slave, termios.FIONREAD, b"\0" * 4))[0]
+        finally:
+            os.close(slave)
 
     def listened(self):
         poll = select.poll()
