@@ -49,8 +49,11 @@ LineKind SentenceRoad::Dispatch() {
 }
 
 void SentenceRoad::Finish() {
-    if (m_bWaiting) m_tCollector.Message(m_tReport);
+    if (!m_bWaiting) return;
     m_bWaiting = false;
+    // Not before: a ship's first message may wait in one file while another's is given out.
+    m_tReport.iShip = m_tShips.Find(m_tReport.lMmsi, m_tReport.bNewShip);
+    m_tCollector.Message(m_tReport);
 }
 
 // Levels belong to the newest message; later ones take the place of earlier ones, as in its row of the table.
@@ -83,7 +86,6 @@ void SentenceRoad::Keep(std::string_view sChannel) {
     t.lLength = m_tVdmMessage.lLength;
     t.lType = m_lData[1];
     t.lMmsi = decoders::VdmMmsi(t.lData);
-    t.iShip = m_tShips.Find(t.lMmsi, t.bNewShip);
     t.bLevels = false;
     KeepPosition();
     m_bWaiting = true;

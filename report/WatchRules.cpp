@@ -16,6 +16,7 @@ constexpr double Grace = 60;  // seconds in which the lines of an hour that is o
 
 void WatchRules::Line(runtime::DateTime dt) {
     m_bLine = true;
+    m_bLive = m_bBegun;
     m_dtLast = dt;
     const std::int64_t lHour = dt.lSeconds / Hour;
     if (!m_bHour) OpenHour(lHour, false);
@@ -99,8 +100,8 @@ std::vector<WatchEvent> WatchRules::Tick(double dNow) {
         m_tStopped.bOn = true;
         Tell(Trouble::Stopped, false, dNow - m_tStopped.dLast);
     }
-    // An hour may end without a line behind it.
-    while (m_bHour && static_cast<double>(m_dtLast.lSeconds) + (dNow - m_dLastRead) >=
+    // An hour may end without a line behind it. While no line has come at all, nobody knows the recording's clock.
+    while (m_bLive && static_cast<double>(m_dtLast.lSeconds) + (dNow - m_dLastRead) >=
                           static_cast<double>((m_lHour + 1) * Hour) + Grace) {
         CloseHour();
         OpenHour(m_lHour + 1, true);

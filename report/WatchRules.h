@@ -83,6 +83,7 @@ private:
     runtime::DateTime m_dtLast;
     double m_dLastRead = 0;
     // The hour that is running, by the lines' times.
+    bool m_bLive = false;  // a line has come since Begin
     bool m_bHour = false;
     std::int64_t m_lHour = 0;
     bool m_bWhole = false;  // it was recorded from its beginning

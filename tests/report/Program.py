@@ -141,6 +141,17 @@ class Inputs(rig.Case):
         self.same(told)
         self.assertEqual(told["recording"]["set_back"], 0)
 
+    def test_a_ship_first_heard_in_two_files_at_once(self):
+        # The first file's message waits for its levels while the second ends.
+        report = position(211000001, 50, 1)
+        files = [self.file("a.txt", record(("08:00:00", report), ("08:00:05", "$GPZDA,080005,14,06,2025,00,00"))),
+                 self.file("b.txt", record(("08:00:01", report)))]
+        self.assertEqual(result(*files)["messages"]["ships"], 1)
+        self.assertEqual(result("summary", "--by", "hour", *files)["periods"][0]["ships"], 1)
+        (ship,) = result("ships", *files)["ships"]
+        self.assertEqual(ship["reports"], 2)
+        self.assertEqual(result("stations", *files, expect=1)["periods"][0]["ours_period"], 1)
+
     def test_parts_of_a_message_belong_together_within_a_file(self):
         first = ("08:00:00", rig.closed("!AIVDM,2,1,3,A,55P5TL01VIaAL@7WKO@mBplU@<PDhh000000001S;AJ::4A80?4i@E53,0"))
         second = ("08:00:02", rig.closed("!AIVDM,2,2,3,A,1@0000000000000,2"))

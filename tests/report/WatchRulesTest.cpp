@@ -61,6 +61,7 @@ private slots:
     void theTimesCountFromTheBeginning();
     void anHourBelowTheUsual();
     void anHourWithoutAnyLine();
+    void aFileThatWasOverBeforeIsNotJudged();
     void whatIsUsual_data();
     void whatIsUsual();
     void hoursThatCannotBeJudged_data();
@@ -154,12 +155,23 @@ void WatchRulesTest::anHourBelowTheUsual() {
 void WatchRulesTest::anHourWithoutAnyLine() {
     WatchRules t({100000, 100000, 50, 3});
     PlayDays(t, {100, 100, 100});
-    PlayHour(t, Midnight + 8 * Hour, 100);  // up to a second before 9
-    t.Begin(0);
-    QCOMPARE(Texts(t.Tick(60)), "");
+    t.Line({Midnight + 8 * Hour});
+    t.Begin(-100);
+    QCOMPARE(Texts(t.Tick(-50)), "");
+    t.Line({Midnight + 9 * Hour - 1});
+    QCOMPARE(Texts(t.Tick(0)), "");
     QCOMPARE(Texts(t.Tick(1 + Hour + 59)), "");
     QCOMPARE(Texts(t.Tick(1 + Hour + 60)), "below 0 of 100");
     QCOMPARE(Texts(t.Tick(1 + 2 * Hour + 60)), "");
+}
+
+void WatchRulesTest::aFileThatWasOverBeforeIsNotJudged() {
+    WatchRules t({100000, 100000, 50, 3});
+    PlayDays(t, {100, 100, 100});
+    PlayHour(t, Midnight + 8 * Hour, 100);
+    t.Line({Midnight + 9 * Hour});
+    t.Begin(0);
+    QCOMPARE(Texts(t.Tick(5 * Hour)), "");
 }
 
 void WatchRulesTest::whatIsUsual_data() {
