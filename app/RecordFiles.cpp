@@ -9,7 +9,6 @@
 namespace app {
 namespace {
 
-constexpr std::string_view Suffix = ".txt";
 constexpr std::size_t DigitsLength = 15;  // "20110515-120000"
 constexpr std::int64_t Hour = 3600;
 constexpr std::int64_t Day = 24 * Hour;
@@ -31,27 +30,28 @@ std::string StampOf(std::string_view sDigits) {
 
 }  // namespace
 
-std::string RecordFileName(std::string_view sProgram, const RecordFileAge& t) {
+std::string RecordFileName(std::string_view sProgram, const RecordFileAge& t, std::string_view sSuffix) {
     std::string s;  // "mm/dd/yyyy hh:nn:ss"
     runtime::AppendRecordStamp(s, t.dtFirst);
     std::string sName(sProgram);
     sName += '-' + s.substr(6, 4) + s.substr(0, 2) + s.substr(3, 2);
     sName += '-' + s.substr(11, 2) + s.substr(14, 2) + s.substr(17, 2);
     if (t.iSame > 1) sName += '-' + std::to_string(t.iSame);
-    return sName.append(Suffix);
+    return sName.append(sSuffix);
 }
 
-std::optional<RecordFileAge> RecordFileAgeOf(std::string_view sProgram, std::string_view sName) {
+std::optional<RecordFileAge> RecordFileAgeOf(std::string_view sProgram, std::string_view sName,
+                                             std::string_view sSuffix) {
     const std::size_t iDigits = sProgram.size() + 1;
-    if (sName.size() < iDigits + DigitsLength + Suffix.size()) return std::nullopt;
-    if (!sName.starts_with(sProgram) || !sName.ends_with(Suffix)) return std::nullopt;
+    if (sName.size() < iDigits + DigitsLength + sSuffix.size()) return std::nullopt;
+    if (!sName.starts_with(sProgram) || !sName.ends_with(sSuffix)) return std::nullopt;
     const auto dtFirst = runtime::FromRecordStamp(StampOf(sName.substr(iDigits, DigitsLength)));
     if (!dtFirst) return std::nullopt;
     RecordFileAge t{*dtFirst, 1};
     const std::string_view sSame =
-        sName.substr(iDigits + DigitsLength, sName.size() - iDigits - DigitsLength - Suffix.size());
+        sName.substr(iDigits + DigitsLength, sName.size() - iDigits - DigitsLength - sSuffix.size());
     if (!sSame.empty()) std::from_chars(sSame.data() + 1, sSame.data() + sSame.size(), t.iSame);
-    if (RecordFileName(sProgram, t) != sName) return std::nullopt;  // whatever else is not as we write it
+    if (RecordFileName(sProgram, t, sSuffix) != sName) return std::nullopt;  // whatever else is not as we write it
     return t;
 }
 

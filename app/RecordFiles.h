@@ -21,9 +21,11 @@ struct RecordFileAge {
 
 // "tidewatch-20110515-120000.txt", the second of that second "tidewatch-20110515-120000-2.txt". sProgram is the name
 // that the program was started by, so that two windows with profiles of their own do not mix their files.
-std::string RecordFileName(std::string_view sProgram, const RecordFileAge& t);
+inline constexpr std::string_view RecordSuffix = ".txt";
+std::string RecordFileName(std::string_view sProgram, const RecordFileAge& t, std::string_view sSuffix = RecordSuffix);
 // Nothing where the name is none of that program's.
-std::optional<RecordFileAge> RecordFileAgeOf(std::string_view sProgram, std::string_view sName);
+std::optional<RecordFileAge> RecordFileAgeOf(std::string_view sProgram, std::string_view sName,
+                                             std::string_view sSuffix = RecordSuffix);
 // The beginning of a file is a record line of that time.
 bool BeginsWithLineOf(std::string_view sBeginning, runtime::DateTime dtFirst);
 

@@ -13,6 +13,7 @@
 #include <memory>
 #include <utility>
 
+#include "app/CaptureLine.h"
 #include "app/RecordFiles.h"
 #include "app/RecordLine.h"
 #include "app/RunNote.h"
@@ -42,6 +43,7 @@ struct OwnFile {
     RecordFileAge tAge;
     std::string sName;
     std::int64_t lBytes;
+    bool bCapture;
 };
 
 int OpenFile(int iFolder, const std::string& sName) {
@@ -62,18 +64,25 @@ std::vector<OwnFile> List(int iFolder, const std::string& sProgram) {
     const std::unique_ptr<DIR, int (*)(DIR*)> pList(iCopy < 0 ? nullptr : ::fdopendir(iCopy), ::closedir);
     if (!pList) return tFiles;
     while (const dirent* pEntry = ::readdir(pList.get())) {
-        const auto tAge = RecordFileAgeOf(sProgram, pEntry->d_name);
+        const auto tRecordAge = RecordFileAgeOf(sProgram, pEntry->d_name);
+        const auto tAge = tRecordAge ? tRecordAge : RecordFileAgeOf(sProgram, pEntry->d_name, CaptureSuffix);
         struct stat tStatus {};
         if (!tAge || ::fstatat(iFolder, pEntry->d_name, &tStatus, AT_SYMLINK_NOFOLLOW) != 0) continue;
-        if (S_ISREG(tStatus.st_mode)) tFiles.push_back({*tAge, pEntry->d_name, tStatus.st_size});
+        if (S_ISREG(tStatus.st_mode)) tFiles.push_back({*tAge, pEntry->d_name, tStatus.st_size, !tRecordAge});
     }
     std::ranges::sort(tFiles, {}, &OwnFile::tAge);
     return tFiles;
 }
 
+bool BeginsAsOurs(int iFile, const OwnFile& t) {
+    const std::string sBeginning = ReadAt(iFile, BeginningSize, 0);
+    return t.bCapture ? IsCaptureHead(std::string_view(sBeginning).substr(0, sBeginning.find('\r')))
+                      : BeginsWithLineOf(sBeginning, t.tAge.dtFirst);
+}
+
 bool IsOurs(int iFolder, const OwnFile& t) {
     const Descriptor tFile(OpenFile(iFolder, t.sName));
-    return tFile >= 0 && BeginsWithLineOf(ReadAt(tFile, BeginningSize, 0), t.tAge.dtFirst);
+    return tFile >= 0 && BeginsAsOurs(tFile, t);
 }
 
 // The first line's, where the last one cannot be read.
@@ -88,7 +97,7 @@ runtime::DateTime LastStamp(int iFolder, const OwnFile& t) {
 bool Remove(int iFolder, const OwnFile& t) {
     const Descriptor tFile(OpenFile(iFolder, t.sName));
     if (tFile < 0 || ::flock(tFile, LOCK_EX | LOCK_NB) != 0) return false;
-    if (!BeginsWithLineOf(ReadAt(tFile, BeginningSize, 0), t.tAge.dtFirst)) return false;
+    if (!BeginsAsOurs(tFile, t)) return false;
     struct stat tOpened {};
     struct stat tNamed {};
     if (::fstat(tFile, &tOpened) != 0 || ::fstatat(iFolder, t.sName.c_str(), &tNamed, AT_SYMLINK_NOFOLLOW) != 0) {
@@ -132,11 +141,18 @@ private:
         const auto tRoom = m_t.tRoom(m_t.tFolder);
         return tRoom && IsNearlyFull(*tRoom);
     }
+    // The newest recording and the newest capture stay, and what is as new.
+    bool IsNewest(const OwnFile& t) const {
+        const auto Newer = [&t](const OwnFile& tOther) {
+            return tOther.bCapture == t.bCapture && t.tAge < tOther.tAge;
+        };
+        return std::ranges::none_of(m_tFiles, Newer);
+    }
     // From the oldest on as long as the first condition holds, never the newest.
     template <class GoOn, class Goes>
     void RemoveWhile(GoOn tGoOn, Goes tGoes) {
-        for (std::size_t i = 0; i + 1 < m_tFiles.size() && tGoOn(m_tFiles[i]);) {
-            if (tGoes(m_tFiles[i]) && Remove(m_iFolder, m_tFiles[i])) {
+        for (std::size_t i = 0; i < m_tFiles.size() && tGoOn(m_tFiles[i]);) {
+            if (!IsNewest(m_tFiles[i]) && tGoes(m_tFiles[i]) && Remove(m_iFolder, m_tFiles[i])) {
                 m_tReport.sRemoved.push_back(m_tFiles[i].sName);
                 m_tFiles.erase(m_tFiles.begin() + static_cast<std::ptrdiff_t>(i));
             } else {

@@ -70,6 +70,7 @@ UnattendedKeys ReadUnattendedKeys(const runtime::Profile& tProfile, std::vector<
     t.lKeepDays = Read("Keep days", ToCount, Count);
     t.lKeepBytes = Read("Keep MB", ToCount, Count);
     if (t.lKeepBytes) *t.lKeepBytes *= Megabyte;
+    t.bCapture = Read("Capture", ToSwitch, "is neither 0 nor 1").value_or(false);
     return t;
 }
 

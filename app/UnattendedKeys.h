@@ -19,6 +19,7 @@ struct UnattendedKeys {
     Rotation eRotation = Rotation::Daily;    // "Rotate": when a new file begins
     std::optional<std::int64_t> lKeepDays;   // "Keep days": older files are removed
     std::optional<std::int64_t> lKeepBytes;  // "Keep MB", of 1,000,000 bytes: the oldest files beyond are removed
+    bool bCapture = false;                   // "Capture": beside each recording, also by hand, all bytes
 };
 
 // A value that means nothing there. Its key counts as missing.

@@ -4,11 +4,13 @@
 
 #include <array>
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "app/CaptureLine.h"
 #include "app/RecordFolder.h"
 #include "app/RecordLine.h"
 #include "app/UnattendedKeys.h"
@@ -244,6 +246,13 @@ protected:
     bool IsNextFileDue(DateTime dt) const;
     void RecordNextFile(DateTime dt);  // begins with m_sRecordLine, a line of that time; raises runtime::FileError
     void RecordFinishFiles(bool bWait);
+    // app/frmMain_Capture; nothing while not recording, or when the profile does not ask for it
+    void Capture(PortIndex Index, char cKind, std::string_view sBytes);
+    void CaptureOpen(const CaptureMoment& tMoment);  // if another file is due; raises runtime::FileError
+    void CaptureFollow(bool bFirst);                 // the recording has a new file
+    void CaptureFlush();
+    void CaptureLeave();
+    void CaptureFailed(const runtime::FileError& tError);
     toolkit::FileText ReadProfile() const;  // raises runtime::FileError
     // Every value to be saved, in the order of the file.
     std::vector<ProfileValue> ProfileValues();
@@ -357,6 +366,11 @@ protected:
     DateTime m_dtRecordFirst;                    // stamp of the first line of its file
     std::vector<std::int16_t> m_iFinishedFiles;  // not on the disk yet
     runtime::Background<FolderReport> m_tFolderWork;
+    std::int16_t m_iCaptureFile = 0;
+    bool m_bCaptureFailed = false;
+    std::filesystem::path m_tCapturePath;
+    DateTime m_dtCaptureFirst;
+    std::string m_sCaptureLine;
 
     // Decoders
     PerPort<decoders::VdmMessage> m_tVdmMessage;

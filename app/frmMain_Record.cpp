@@ -32,6 +32,7 @@ void frmMain::RecordBegin(const QString& sFile) {
     Toolbar.SetEnabled(QLatin1String(ui::KeyRecord), false);
     Toolbar.SetPressed(QLatin1String(ui::KeyRecord), true);
     m_bRecording = true;
+    m_bCaptureFailed = false;
     m_sRunFile = sFile;
     m_dtRecordBegan = m_tPlatform.Now();
     StatusBar.SetPanelText(ui::PanelState, "Record");
@@ -53,6 +54,7 @@ void frmMain::RecordWrite(DateTime dt, std::string_view sSentence) {
 
 void frmMain::RecordFlush() {
     if (!m_bRecording) return;
+    CaptureFlush();
     try {
         m_tFiles.Flush(m_iRecordFile);
         m_tFiles.CheckInPlace(m_iRecordFile);
@@ -64,6 +66,7 @@ void frmMain::RecordFlush() {
 // Before the file is closed: closing tells neither of a full disk nor of one that failed.
 void frmMain::RecordFinish() {
     RecordFlush();
+    CaptureLeave();
     RecordFinishFiles(true);
     if (!m_bRecording) return;
     try {
@@ -83,6 +86,7 @@ void frmMain::RecordAwait(std::int16_t iFile) {
 // the log stays.
 void frmMain::RecordFailed(const runtime::FileError& tError) {
     m_tFiles.Close(m_iRecordFile);
+    CaptureLeave();
     m_bRecording = false;
     Toolbar.SetPressed(QLatin1String(ui::KeyRecord), false);
     Toolbar.SetEnabled(QLatin1String(ui::KeyRecord), true);

@@ -65,8 +65,8 @@ void frmMain::UnattendedStartAgain() {
 
 void frmMain::UnattendedTick() {
     if (m_bStartDue && ++m_lStartSeconds >= Minute) UnattendedStartAgain();
-    if (m_tUnattended.sFolder.empty()) return;
     RecordFinishFiles(false);
+    if (m_tUnattended.sFolder.empty()) return;
     if (const auto tReport = m_tFolderWork.Take()) UnattendedTended(*tReport);
     if (!UnattendedRecordWanted()) return;
     if (m_bRecording && ++m_lRecordSeconds == Minute) m_sCausesTold.clear();
@@ -144,11 +144,13 @@ void frmMain::RecordNextFile(DateTime dt) {
         tPath = toolkit::ToPath(UnattendedFolder()) / RecordFileName(ProgramName(), tAge);
         ++tAge.iSame;
     } while (!m_tFiles.Create(iFile, tPath));
-    if (m_tFiles.IsOpen(m_iRecordFile)) m_iFinishedFiles.push_back(m_iRecordFile);
+    const bool bFirst = !m_tFiles.IsOpen(m_iRecordFile);
+    if (!bFirst) m_iFinishedFiles.push_back(m_iRecordFile);
     m_iRecordFile = iFile;
     m_dtRecordFirst = dt;
     m_dtRecordBegan = m_tPlatform.Now();
     m_sRunFile = QFile::decodeName(tPath.c_str());
+    CaptureFollow(bFirst);
     try {
         m_tFiles.WriteLine(iFile, m_sRecordLine);
         m_tFiles.Flush(iFile);  // at once: by its first line the file is known as ours

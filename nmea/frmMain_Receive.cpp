@@ -19,11 +19,13 @@ void frmMain::MSComm_OnComm(PortIndex Index) {
     const int iEvent = MSComm(Index).CommEvent();
     if (iEvent != runtime::CommReceive) {
         CommData(Index, nmea::CommNotice(iEvent), false);
+        Capture(Index, CaptureEvent, std::to_string(iEvent));
         if (iEvent == runtime::CommRestored) CommDropHalfLine(Index);
         if (iEvent == runtime::CommRestored || iEvent == runtime::CommLost) CommShowState(Index);
         return;
     }
-    std::string_view sRest = MSComm(Index).Input();
+    const std::string_view sCame = MSComm(Index).Input();
+    std::string_view sRest = sCame;
     if (!sRest.empty()) m_tSpeedWatch(Index).Received();
     {
         const QScopedValueRollback tKeep(m_bKeepReports, true);
@@ -34,6 +36,7 @@ void frmMain::MSComm_OnComm(PortIndex Index) {
             m_sCommBuffer(Index).clear();
         }
     }
+    Capture(Index, CaptureReceived, sCame);  // behind the lines: the first of them may have begun a new file
     ShowKept();
 }
 
@@ -83,6 +86,7 @@ void frmMain::CommDropHalfLine(PortIndex Index) {
 bool frmMain::CommSendPaced(PortIndex Index, const std::string& sData) {
     for (const char c : sData) {
         if (!MSComm(Index).Output({&c, 1})) return false;  // stopped in the middle, or the device has gone
+        Capture(Index, CaptureSent, {&c, 1});
         const double dStart = m_tPlatform.SecondsSinceMidnight();
         double dElapsed = 0;
         while (dElapsed < CharacterPause) {

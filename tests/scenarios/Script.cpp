@@ -57,6 +57,7 @@ const std::map<QString, std::vector<KeyRule>>& Rules() {
          {{"file", Kind::TextOrNull}, {"content", Kind::TextOrNull, Optional}, {"burst", Kind::Flag, Optional}}},
         {QStringLiteral("button"), {{"name", Kind::OneOf, true, sButtons}}},
         {QStringLiteral("feed"), {{"port", Kind::Port}, {"data", Kind::Text}}},
+        {QStringLiteral("capture"), {{"content", Kind::Text}}},
         {QStringLiteral("event"), {{"port", Kind::Port}, {"code", Kind::Whole}}},
         {QStringLiteral("output_event"), {{"code", Kind::Whole}}},
         {QStringLiteral("caret"), {{"box", Kind::OneOf, true, sBoxes}, {"pos", Kind::Whole}}},

@@ -5,7 +5,9 @@
 #include <QJsonArray>
 #include <QKeyEvent>
 #include <map>
+#include <utility>
 
+#include "app/CaptureLine.h"
 #include "tests/scenarios/Controls.h"
 
 namespace scenarios {
@@ -151,11 +153,37 @@ app::PortIndex Port(const QJsonObject& t) { return static_cast<app::PortIndex>(W
 
 void Feed(Stage& tStage, const QJsonObject& t) { tStage.Feed(Port(t), Bytes(t, "data")); }
 
+void PassSecond(Stage& tStage) {
+    ++tStage.tWorld.dtNow.lSeconds;
+    if (tStage.Window().tmrComm.isActive()) tStage.Window().tmrComm_Timer();
+    tStage.Window().tmrTime_Timer();
+}
+
 void Raise(toolkit::SerialPort& tPort, int iEvent) {
     if (tPort.PortOpen()) tPort.RaiseEvent(iEvent);
 }
 
 void Event(Stage& tStage, const QJsonObject& t) { Raise(tStage.Window().MSComm(Port(t)), Whole(t, "code")); }
+
+// The clock goes the way of the stamps, with its ticks; set back, and at the beginning, it does so without. What the
+// program sent then it may send again, on the script's word.
+void PlayCapture(Stage& tStage, const QJsonObject& t) {
+    const QStringList sLines = Text(t, "content").split(QLatin1Char('\n'));
+    bool bBegun = false;
+    for (const QString& sLine : sLines) {
+        const std::string sText = toolkit::ToLatin1(sLine.endsWith(QLatin1Char('\r')) ? sLine.chopped(1) : sLine);
+        const auto tLine = app::ReadCaptureLine(sText);
+        if (!tLine) continue;
+        if (!std::exchange(bBegun, true)) tStage.tWorld.dtNow = tLine->tMoment.dt;
+        while (tStage.tWorld.dtNow < tLine->tMoment.dt) PassSecond(tStage);
+        tStage.tWorld.dtNow = tLine->tMoment.dt;
+        if (tLine->cKind == app::CaptureReceived) tStage.Feed(tLine->Index, tLine->sBytes);
+        if (tLine->cKind == app::CaptureEvent) {
+            Raise(tStage.Window().MSComm(tLine->Index), QString::fromLatin1(tLine->sBytes.c_str()).toInt());
+        }
+        tStage.Settle();
+    }
+}
 
 void OutputEvent(Stage& tStage, const QJsonObject& t) { Raise(tStage.Window().MSCommOutput, Whole(t, "code")); }
 
@@ -295,6 +323,7 @@ const std::map<QString, Action>& Actions() {
         {QStringLiteral("button"), Button},
         {QStringLiteral("feed"), Feed},
         {QStringLiteral("event"), Event},
+        {QStringLiteral("capture"), PlayCapture},
         {QStringLiteral("output_event"), OutputEvent},
         {QStringLiteral("caret"), Caret},
         {QStringLiteral("key"), Key},
