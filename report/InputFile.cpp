@@ -11,6 +11,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "report/InputName.h"
 #include "report/Unpack.h"
 
 namespace report {
@@ -94,7 +95,8 @@ int InputFile::Descriptor() const { return m_pFile->Descriptor(); }
 
 std::int64_t RegularFileSize(const std::string& sPath) {
     struct stat t {};
-    if (sPath == InputFile::StandardInput || ::stat(sPath.c_str(), &t) != 0 || !S_ISREG(t.st_mode)) return 0;
+    if (sPath == InputFile::StandardInput || ::stat(ReadInputName(sPath).sFile.c_str(), &t) != 0 || !S_ISREG(t.st_mode))
+        return 0;
     return t.st_size;
 }
 

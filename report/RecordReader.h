@@ -1,12 +1,15 @@
-// A record file as a row of stamped sentences. Where the window's playback ends at a line that it cannot read, this
-// one says so and goes on.
+// A record file, or a capture, as a row of stamped sentences. Where the window's playback ends at a line that it cannot
+// read, this one says so and goes on.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "app/RecordLine.h"
+#include "report/CaptureReader.h"
 #include "report/Event.h"
+#include "report/InputName.h"
 #include "report/LineReader.h"
 
 namespace report {
@@ -18,7 +21,8 @@ struct Record {
 
 class RecordReader {
 public:
-    explicit RecordReader(const std::string& sPath);  // raises InputError
+    // A file, or "FILE#1", the first input of a capture. Raises InputError.
+    explicit RecordReader(const std::string& sName);
 
     // False at the end. Views hold until the next call. Raises InputError.
     bool Next(Record& t);
@@ -29,7 +33,13 @@ public:
     int Descriptor() const { return m_tLines.File().Descriptor(); }
 
 private:
+    bool NextOfCapture(Record& t);
+    void Stamp(LineEvent& tLine, runtime::DateTime dt);
+
+    InputName m_tName;
     LineReader m_tLines;
+    std::optional<CaptureReader> m_tCapture;  // when the first line says so
+    bool m_bBegun = false;
     app::RecordStampReader m_tStamps;
     runtime::DateTime m_dtLast;
     bool m_bTimed = false;  // m_dtLast has been set

@@ -168,9 +168,10 @@ void Event(Stage& tStage, const QJsonObject& t) { Raise(tStage.Window().MSComm(P
 // The clock goes the way of the stamps, with its ticks; set back, and at the beginning, it does so without. What the
 // program sent then it may send again, on the script's word.
 void PlayCapture(Stage& tStage, const QJsonObject& t) {
-    const QStringList sLines = Text(t, "content").split(QLatin1Char('\n'));
+    QStringList sLines = Text(t, "content").split(QLatin1Char('\n'));
+    sLines.removeLast();  // empty, or cut
     bool bBegun = false;
-    for (const QString& sLine : sLines) {
+    for (const QString& sLine : qAsConst(sLines)) {
         const std::string sText = toolkit::ToLatin1(sLine.endsWith(QLatin1Char('\r')) ? sLine.chopped(1) : sLine);
         const auto tLine = app::ReadCaptureLine(sText);
         if (!tLine) continue;

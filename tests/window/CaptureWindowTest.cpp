@@ -154,7 +154,7 @@ void CaptureWindowTest::followsTheRecordingFromFileToFile() {
     QCOMPARE(BytesOf(u.Content(u.Files()[2]), 0, '<'), std::string("$GPGLL,2\r\n"));
     u.w.SetClock("2011-05-18T12:00:00");  // both go together
     t.FeedLine(0, "$GPGLL,3");
-    u.Pass(2);
+    u.Pass(62);
     QCOMPARE(u.Files(), (Names{"tidewatch-20110518-120000.capture", "tidewatch-20110518-120000.txt"}));
 }
 
