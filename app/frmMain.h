@@ -396,7 +396,7 @@ protected:
     double m_dLongitude = nav::PositionUnknown;
 
     // Target table
-    std::int32_t m_lMessageNumber = 0;  // sequence number of the last row added
+    std::int64_t m_lMessageNumber = 0;  // sequence number of the last row added; months go beyond 32 bits
     std::int32_t m_lMessageRow = 0;     // row of that message after the last sort
     std::int32_t m_iSortKeys = 0;
     std::array<targets::SortKey, 2> m_tSortKeys{};

@@ -19,8 +19,8 @@ constexpr MessageColumn MessageColumns[] = {
 constexpr int MessageRows = 35;
 constexpr int TotalRow = 34;  // row 33 stays empty: a spacer above the total
 
-void CountCell(runtime::GridCells& tCells, int iRow, std::int32_t lMessages) {
-    tCells.SetInteger(iRow, 1, static_cast<std::int32_t>(tCells.Number(iRow, 1)) + lMessages);
+void CountCell(runtime::GridCells& tCells, int iRow, std::int64_t lMessages) {
+    tCells.SetInteger(iRow, 1, static_cast<std::int64_t>(tCells.Number(iRow, 1)) + lMessages);
 }
 
 }  // namespace

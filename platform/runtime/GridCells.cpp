@@ -54,15 +54,15 @@ void GridCells::SetHidden(int iRow, bool bHidden) {
     Changed.Mark();
 }
 
-int GridCells::FindRowNumber(std::int32_t lNumber) const {
+int GridCells::FindRowNumber(std::int64_t lNumber) const {
     for (int iRow = Rows() - 1; iRow > 0; --iRow) {
         if (m_lNumbers[Index(iRow)] == lNumber) return iRow;
     }
     return -1;
 }
 
-void GridCells::RemoveNumbersUpTo(std::int32_t lNumber) {
-    const auto IsUpTo = [lNumber](std::int32_t l) { return l <= lNumber; };
+void GridCells::RemoveNumbersUpTo(std::int64_t lNumber) {
+    const auto IsUpTo = [lNumber](std::int64_t l) { return l <= lNumber; };
     // Counted first, without a way out of the loop: nearly always there is one to remove, anywhere.
     auto lLeft = std::count_if(m_lNumbers.begin() + 1, m_lNumbers.end(), IsUpTo);
     for (int iRow = Rows() - 1; lLeft > 0; --iRow) {
@@ -95,7 +95,7 @@ GridCells::Row* GridCells::NewRow() {
 
 void GridCells::MoveRow(int iFrom, int iTo) {
     Row* pRow = m_tRows[Index(iFrom)];
-    const std::int32_t lNumber = m_lNumbers[Index(iFrom)];
+    const std::int64_t lNumber = m_lNumbers[Index(iFrom)];
     std::copy_backward(m_tRows.begin() + iTo, m_tRows.begin() + iFrom, m_tRows.begin() + iFrom + 1);
     std::copy_backward(m_lNumbers.begin() + iTo, m_lNumbers.begin() + iFrom, m_lNumbers.begin() + iFrom + 1);
     m_tRows[Index(iTo)] = pRow;

@@ -52,10 +52,10 @@ public:
         SetText(iRow, iCol, sText);
         At(iRow, iCol).eAlignment = eAlignment;
     }
-    // A whole number in decimal; its text is made when it is asked for.
-    void SetInteger(int iRow, int iCol, std::int32_t lValue) {
+    // A whole number of up to 2^53 in decimal; its text is made when it is asked for.
+    void SetInteger(int iRow, int iCol, std::int64_t lValue) {
         Cell& tCell = At(iRow, iCol);
-        tCell.dNumber = lValue;
+        tCell.dNumber = static_cast<double>(lValue);
         tCell.bNumberKnown = true;
         tCell.bTextDue = true;
         Written(iRow, iCol);
@@ -71,11 +71,11 @@ public:
     void SetHidden(int iRow, bool bHidden);
 
     // A number beside the row that moves with it; 0 for a new row.
-    void SetRowNumber(int iRow, std::int32_t lNumber) { m_lNumbers[Index(iRow)] = lNumber; }
+    void SetRowNumber(int iRow, std::int64_t lNumber) { m_lNumbers[Index(iRow)] = lNumber; }
     // The last row with that number among rows 1 to Rows() - 1, or -1.
-    int FindRowNumber(std::int32_t lNumber) const;
+    int FindRowNumber(std::int64_t lNumber) const;
     // Removes every row from 1 on whose number is at most lNumber.
-    void RemoveNumbersUpTo(std::int32_t lNumber);
+    void RemoveNumbersUpTo(std::int64_t lNumber);
 
     // Tells a row apart from every other that ever was.
     std::uint64_t RowSerial(int iRow) const { return m_tRows[Index(iRow)]->lSerial; }
@@ -148,7 +148,7 @@ private:
     std::vector<std::unique_ptr<Row>> m_tOwned;  // every row ever made
     std::vector<Row*> m_tRows;                   // the rows of the grid, top to bottom
     std::vector<Row*> m_tSpare;                  // removed rows, used again with their strings
-    std::vector<std::int32_t> m_lNumbers;        // beside m_tRows: scanned for every message
+    std::vector<std::int64_t> m_lNumbers;        // beside m_tRows: scanned for every message
     int m_iCols = 0;
     std::uint64_t m_lNextSerial = 1;
     int m_iSorted = 1;  // rows 0 to m_iSorted - 1 are in order under the present keys

@@ -83,7 +83,7 @@ QJsonObject DumpMembers(const ScenarioWindow& t) {
         {QStringLiteral("m_sGllLatitude"), Text(t.m_sGllLatitude)},
         {QStringLiteral("m_sGllLongitude"), Text(t.m_sGllLongitude)},
         {QStringLiteral("m_sGllTime"), Text(t.m_sGllTime)},
-        {QStringLiteral("m_lMessageNumber"), t.m_lMessageNumber},
+        {QStringLiteral("m_lMessageNumber"), static_cast<qint64>(t.m_lMessageNumber)},
         {QStringLiteral("m_lMessageRow"), t.m_lMessageRow},
         {QStringLiteral("m_iSortKeys"), t.m_iSortKeys},
         {QStringLiteral("m_lSortCol"), QJsonArray{t.m_tSortKeys[0].lCol, t.m_tSortKeys[1].lCol}},

@@ -82,6 +82,7 @@ private slots:
     void everyIdCountsInItsRow();
     void rowsStayInIdOrder();
     void countsAddUp();
+    void countsGoOnBeyondTwoToThe31();
     void bothPortsCountTogether();
     void incompleteMessageIsNotCounted();
     void failedMessageIsNotCounted();
@@ -191,6 +192,18 @@ void MessagesWindowTest::countsAddUp() {
     }
     QCOMPARE(tListening.Shown(34, 1), QByteArray::number(iTotal));
     QCOMPARE(tListening.Shown(33, 0) + tListening.Shown(33, 1), QByteArray());
+}
+
+void MessagesWindowTest::countsGoOnBeyondTwoToThe31() {
+    World tWorld;
+    TestWindow t(tWorld);
+    t.LoadAndShow();
+    t.StartBoth();
+    t.MessageCount(1, 2147483647);
+    t.MessageCount(1, 2);
+    t.MessageCount(5, 3);
+    QCOMPARE(t.Cell(t.grdMessageData, 1, 1), std::string("2147483649"));
+    QCOMPARE(t.Cell(t.grdMessageData, 34, 1), std::string("2147483652"));
 }
 
 void MessagesWindowTest::bothPortsCountTogether() {

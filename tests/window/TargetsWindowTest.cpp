@@ -60,6 +60,7 @@ private slots:
     void markOfAFullTableComesEarly();
     void tableRollsAt256_data();
     void tableRollsAt256();
+    void numbersGoOnBeyondTwoToThe31();
     void summaryReplacesAnError();
     void cellsAreAligned();
     void emptyMotionIsNotWritten();
@@ -275,6 +276,22 @@ void TargetsWindowTest::tableRollsAt256() {
     for (int i = 258; i <= 400; ++i) tHear(i);
     QCOMPARE(tNumbers(), tRange(145, 400));
     QCOMPARE(t.grdTargetData.model()->rowCount(), 256);
+}
+
+// After months: the newest 256 stay, in every order, and the newest row is known.
+void TargetsWindowTest::numbersGoOnBeyondTwoToThe31() {
+    Listening tListening;
+    TestWindow& t = tListening.t;
+    t.m_lMessageNumber = 2147483647 - 300;
+    for (std::uint32_t i = 1; i <= 900; ++i) {
+        tListening.Hear(i);
+        QCOMPARE(t.grdTargetData.Cells.Rows() - 1, static_cast<int>(std::min(i, 256U)));
+        QCOMPARE(t.m_lMessageRow, static_cast<int>(std::min(i, 256U)));
+    }
+    QCOMPARE(Cell(t, 1, Mmsi), QByteArray("645"));
+    QCOMPARE(Cell(t, 256, Mmsi), QByteArray("900"));
+    QCOMPARE(Cell(t, 1, Number), QByteArray("2147483992"));
+    QCOMPARE(Cell(t, 256, Number), QByteArray("2147484247"));
 }
 
 void TargetsWindowTest::summaryReplacesAnError() {
