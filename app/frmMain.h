@@ -363,6 +363,7 @@ protected:
     bool m_bRecordAsked = false;                 // the dialog of a recording by hand is open
     std::int32_t m_lRecordSeconds = 0;           // of that recording
     std::int32_t m_lFolderSeconds = 0;           // since its folder was looked after
+    bool m_bTendedToRecord = false;              // and whether that was asked for to begin again
     DateTime m_dtRecordFirst;                    // stamp of the first line of its file
     std::vector<std::int16_t> m_iFinishedFiles;  // not on the disk yet
     runtime::Background<FolderReport> m_tFolderWork;

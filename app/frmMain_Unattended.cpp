@@ -109,13 +109,16 @@ void frmMain::UnattendedTend() {
     t.lKeepBytes = m_tUnattended.lKeepBytes;
     t.dtNow = m_tPlatform.Now();
     t.tRoom = m_tPlatform.DiskRoom;
-    if (m_tFolderWork.Start([tTask = std::move(t)] { return TendFolder(tTask); })) m_lFolderSeconds = 0;
+    if (!m_tFolderWork.Start([tTask = std::move(t)] { return TendFolder(tTask); })) return;
+    m_lFolderSeconds = 0;
+    m_bTendedToRecord = !m_bRecording;
 }
 
 void frmMain::UnattendedTended(const FolderReport& t) {
     if (!UnattendedRecordWanted()) return;
     if (t.iError == 0 && !t.bNearlyFull) {
-        if (!m_bRecording) UnattendedRecord();
+        // Not where a recording that failed meanwhile had asked: it would begin and fail again every second.
+        if (!m_bRecording && m_bTendedToRecord) UnattendedRecord();
         return;
     }
     const std::string sReason = t.iError != 0 ? runtime::SystemText(t.iError) : "The disk is nearly full";

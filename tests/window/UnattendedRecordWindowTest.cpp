@@ -70,6 +70,7 @@ private slots:
     void folderThatIsRemovedIsTold();
     void fileThatIsRemovedIsFollowedByAnother();
     void failingDiskLeavesNoEmptyFiles();
+    void failingDiskIsTriedOnceAMinute();
     void fullDiskTakesTheOldestThenStops();
     void fullDiskAtTheStart();
     void oldFilesGo();
@@ -360,6 +361,21 @@ void UnattendedRecordWindowTest::failingDiskLeavesNoEmptyFiles() {
     u.Pass(60);
     t.FeedLine(0, Sentence(1));
     QCOMPARE(u.Files().size(), std::size_t{1});
+}
+
+// Lines come all the time, the first one before the folder's report is there.
+void UnattendedRecordWindowTest::failingDiskIsTriedOnceAMinute() {
+    Unattended u("Start=1\nRecord=$F\n");
+    TestWindow& t = u.Begin();
+    const support::FullDisk tFull(0);
+    int iBegun = 0;
+    for (int i = 0; i < 600; ++i) {
+        if (t.Panel(1) == "Record") ++iBegun;
+        t.FeedLine(0, Sentence(i));
+        QCOMPARE(t.Panel(1), std::string("Running"));
+        u.Pass(1);
+    }
+    QCOMPARE(iBegun, 10);
 }
 
 void UnattendedRecordWindowTest::fullDiskTakesTheOldestThenStops() {
