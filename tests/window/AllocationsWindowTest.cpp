@@ -2,70 +2,18 @@
 // wait at the port and the rows, logs and counts that they end in. The views take over later, at their beat, and what
 // that takes must not grow with the sentences.
 #include <QTest>
-#include <cstdlib>
 #include <functional>
 #include <memory>
 
+#include "tests/support/Allocations.h"
 #include "tests/support/PtyPort.h"
 #include "tests/support/TestWindow.h"
 #include "tools/Traffic.h"
 
+using support::Allocations;
 using support::PtyPort;
 using support::TestWindow;
 using support::World;
-
-namespace {
-
-thread_local bool bCounting = false;  // other threads allocate as they like
-thread_local std::int64_t lAllocations = 0;
-
-void Allocated() {
-    if (bCounting) ++lAllocations;
-}
-
-// How often memory was asked for meanwhile.
-template <class Do>
-std::int64_t Allocations(const Do& tDo) {
-    lAllocations = 0;
-    bCounting = true;
-    tDo();
-    bCounting = false;
-    return lAllocations;
-}
-
-}  // namespace
-
-// In place of the system's own: operator new, Qt's strings and lists all come by here.
-#ifdef __SANITIZE_ADDRESS__
-extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*tMalloc)(const volatile void*, std::size_t),
-                                                         void (*tFree)(const volatile void*));
-static void CountAllocation(const volatile void*, std::size_t) { Allocated(); }
-[[maybe_unused]] static const int iHooked =
-    __sanitizer_install_malloc_and_free_hooks(CountAllocation, [](const volatile void*) {});
-#else
-extern "C" {
-void* __libc_malloc(std::size_t lSize);
-void* __libc_calloc(std::size_t lCount, std::size_t lSize);
-void* __libc_realloc(void* p, std::size_t lSize);
-void* __libc_memalign(std::size_t lAlignment, std::size_t lSize);
-void* malloc(std::size_t lSize) {
-    Allocated();
-    return __libc_malloc(lSize);
-}
-void* calloc(std::size_t lCount, std::size_t lSize) {
-    Allocated();
-    return __libc_calloc(lCount, lSize);
-}
-void* realloc(void* p, std::size_t lSize) {
-    Allocated();
-    return __libc_realloc(p, lSize);
-}
-void* aligned_alloc(std::size_t lAlignment, std::size_t lSize) {
-    Allocated();
-    return __libc_memalign(lAlignment, lSize);
-}
-}
-#endif
 
 namespace {
 
