@@ -1,0 +1,192 @@
+// The table of what must hold.
+#include "tests/simulation/Invariants.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <algorithm>
+#include <set>
+#include <string>
+
+#include "tests/simulation/Failure.h"
+
+namespace simulation {
+
+namespace {
+
+constexpr int MostLines = 101;
+constexpr int MostRows = 257;  // the header and 256 messages
+constexpr int TotalRow = 34;
+constexpr int LastCounted = 32;
+constexpr int DescriptorsOfRecording = 2;  // the file's, and the one that brings it to the disk
+constexpr std::int64_t Megabyte = 1'000'000;
+constexpr std::int64_t Laying = 8 * Megabyte;  // what views take until every text has been laid out once
+constexpr std::int64_t Noise = 2 * Megabyte;   // of a level
+constexpr int UsualWidth = 900, UsualHeight = 700;
+constexpr int FirstHours = 24;  // after which every view has been seen and every store is as large as it gets
+
+void Demand(bool b, const std::string& sWhat) {
+    if (!b) throw Failure(sWhat);
+}
+std::string Number(double d) { return std::to_string(d); }
+
+std::int64_t Count(Scene& t, int iRow) {
+    return static_cast<std::int64_t>(t.pWindow->grdMessageData.Cells.Number(iRow, 1));
+}
+
+void LogsAreBounded(Scene& t) {
+    Window& w = *t.pWindow;
+    for (const toolkit::LogList* p :
+         {&w.lstCommData(0), &w.lstCommData(1), &w.lstRxData, &w.lstAisData, &w.lstGpsData, &w.lstOutputData}) {
+        Demand(p->Lines.Count() <= MostLines, "a log holds " + std::to_string(p->Lines.Count()) + " lines");
+        Demand(p->model()->rowCount() == p->Lines.Count(), "a log's view shows another number of lines");
+    }
+}
+
+void TotalIsSumOfCounts(Scene& t) {
+    std::int64_t lSum = 0;
+    for (int iRow = 1; iRow <= LastCounted; ++iRow) lSum += Count(t, iRow);
+    Demand(lSum == Count(t, TotalRow),
+           "the total is " + std::to_string(Count(t, TotalRow)) + ", the counts make " + std::to_string(lSum));
+    Demand(lSum == t.tLedger.Messages(),
+           "counted are " + std::to_string(lSum) + " messages, sent were " + std::to_string(t.tLedger.Messages()));
+}
+
+void TableHoldsTheNewest(Scene& t) {
+    const runtime::GridCells& tCells = t.pWindow->grdTargetData.Cells;
+    Demand(tCells.Rows() <= MostRows, "the table has " + std::to_string(tCells.Rows()) + " rows");
+    Demand(tCells.Rows() - 1 == std::min<std::int64_t>(t.tLedger.Messages(), MostRows - 1),
+           "the table has " + std::to_string(tCells.Rows()) + " rows after " + std::to_string(t.tLedger.Messages()) +
+               " messages");
+    const std::int64_t lNewest = t.tSetting.lFirstNumber + t.tLedger.Messages();
+    std::set<std::string> sWanted, sThere;
+    for (int iRow = 1; iRow < tCells.Rows(); ++iRow) {
+        sThere.insert(tCells.Text(iRow, targets::ColNumber));
+        sWanted.insert(std::to_string(lNewest - iRow + 1));
+    }
+    Demand(sThere == sWanted, "the table does not hold the newest messages: " +
+                                  (sThere.empty() ? std::string() : *sThere.begin() + " to " + *sThere.rbegin()));
+}
+
+void TableIsInOrder(Scene& t) {
+    Window& w = *t.pWindow;
+    if (w.cmbTargetSort.ListIndex() != targets::SortByMmsi) return;
+    for (int iRow = 2; iRow < w.grdTargetData.Cells.Rows(); ++iRow) {
+        Demand(w.grdTargetData.Cells.Number(iRow - 1, targets::ColMmsi) <=
+                   w.grdTargetData.Cells.Number(iRow, targets::ColMmsi),
+               "the table is not in order at row " + std::to_string(iRow));
+    }
+}
+
+// A target that is chosen while others are tracked hides nothing before the next message: asked of rows that came
+// later.
+void TrackedAloneShows(Scene& t) {
+    Window& w = *t.pWindow;
+    for (int iRow = 1; iRow < w.grdTargetData.Cells.Rows(); ++iRow) {
+        Demand(w.chkTargetTrack.isChecked() || !w.grdTargetData.Cells.Hidden(iRow),
+               "a row is hidden and nothing is tracked");
+    }
+}
+
+void TargetsAreFew(Scene& t) {
+    const int iTargets = t.pWindow->cmbTargetTarget.Items.Count();
+    Demand(iTargets <= t.tSetting.iTargets,
+           "the list has " + std::to_string(iTargets) + " targets of " + std::to_string(t.tSetting.iTargets));
+}
+
+void NobodyIsAsked(Scene& t) {
+    Demand(t.tWorld.iUnanswered == 0 && t.tWorld.sMessages.isEmpty(), "a dialog or a message box was shown");
+    t.tWorld.tDialogs.clear();
+    t.tWorld.bBusyPointer.clear();
+}
+
+void RecordingsAreComplete(Scene& t) { t.VerifyRecordings(); }
+
+// What the keep rule leaves: the bytes, what a minute brings, and never less than the newest file. A foreign file
+// stays.
+void FolderIsKept(Scene& t) {
+    const QDir tFolder(t.sFolder);
+    if (!t.tSetting.bUnattended || !tFolder.exists() || t.tNotices.Recent(TroubleDisk, t.lSecond, 200)) return;
+    Demand(tFolder.exists(QStringLiteral("notes.txt")), "a foreign file has gone");
+    if (t.tSetting.lKeepMegabytes == 0 || !t.pWindow->m_bRecording) return;
+    std::int64_t lBytes = 0;
+    for (const QFileInfo& tFile : tFolder.entryInfoList({QStringLiteral("tidewatch-*.txt")}, QDir::Files)) {
+        lBytes += tFile.size();
+    }
+    Demand(lBytes <= (t.tSetting.lKeepMegabytes + 1) * Megabyte,
+           "the folder holds " + std::to_string(lBytes) + " bytes");
+}
+
+struct Invariant {
+    const char* sName;
+    void (*Check)(Scene&);
+};
+constexpr Invariant Table[] = {
+    {"bounded logs", LogsAreBounded},
+    {"total of the counts", TotalIsSumOfCounts},
+    {"newest messages in the table", TableHoldsTheNewest},
+    {"order of the table", TableIsInOrder},
+    {"tracking", TrackedAloneShows},
+    {"list of targets", TargetsAreFew},
+    {"no questions", NobodyIsAsked},
+    {"complete recordings", RecordingsAreComplete},
+    {"kept files", FolderIsKept},
+};
+
+}  // namespace
+
+void Invariants::Check(Scene& t) {
+    t.pWindow->resize(UsualWidth, UsualHeight);  // a picture's memory is not what grows
+    t.TakeOver();
+    t.pWindow->FinishFiles();
+    for (const Invariant& tRow : Table) {
+        try {
+            tRow.Check(t);
+        } catch (const Failure& tFailure) {
+            throw Failure(std::string(tRow.sName) + ": " + tFailure.what());
+        }
+    }
+    Measure(t);
+    Digest(t);
+}
+
+// Levels: what the first hours needed must do for all that follow.
+void Invariants::Measure(Scene& t) {
+    const bool bFile = t.pWindow->m_bRecording && t.pWindow->m_tFiles.IsOpen(t.pWindow->m_iRecordFile);
+    m_tLast = {t.tMeter.PerSentence(), t.tMeter.PerTick(), MemoryInUse(),
+               OpenDescriptors() - (bFile ? DescriptorsOfRecording : 0)};
+    t.tMeter.BeginHour();
+    if (m_iHours++ == 0) m_tFirst = m_tLast;
+    if (m_tFirst.dPerTick == 0) m_tFirst.dPerTick = m_tLast.dPerTick;
+    Demand(m_tLast.iDescriptors == m_tFirst.iDescriptors, "descriptors: " + std::to_string(m_tLast.iDescriptors) +
+                                                              ", at first " + std::to_string(m_tFirst.iDescriptors));
+    Demand(
+        m_tLast.dPerSentence <= m_tFirst.dPerSentence + 0.1,
+        "allocations for a sentence: " + Number(m_tLast.dPerSentence) + ", at first " + Number(m_tFirst.dPerSentence));
+    Demand(m_tLast.dPerTick <= m_tFirst.dPerTick * 1.5 + 5,
+           "allocations for a tick: " + Number(m_tLast.dPerTick) + ", at first " + Number(m_tFirst.dPerTick));
+    if (m_iHours <= FirstHours) m_lMostMemory = std::max(m_lMostMemory, m_tLast.lMemory);
+    const std::int64_t lBound = m_iHours <= FirstHours ? m_tFirst.lMemory + Laying : m_lMostMemory + Noise;
+    Demand(m_tLast.lMemory <= lBound,
+           "memory: " + std::to_string(m_tLast.lMemory) + " bytes, bound " + std::to_string(lBound));
+}
+
+void Invariants::Digest(Scene& t) {
+    const std::string sHere = t.tWorld.Folder().toStdString();  // another one in every run
+    const auto Take = [this, &sHere](std::string s) {
+        if (const auto iAt = s.find(sHere); iAt != std::string::npos) s.erase(iAt, sHere.size());
+        for (const char c : s + "\n") m_lDigest = (m_lDigest ^ static_cast<unsigned char>(c)) * 1099511628211ULL;
+    };
+    Window& w = *t.pWindow;
+    for (const toolkit::LogList* p : {&w.lstCommData(0), &w.lstCommData(1), &w.lstAisData, &w.lstOutputData}) {
+        for (int i = 0; i < p->Lines.Count(); ++i) Take(p->Lines.Line(i));
+    }
+    for (int iRow = 1; iRow < w.grdTargetData.Cells.Rows(); ++iRow) {
+        for (int iCol = 0; iCol < w.grdTargetData.Cells.Cols(); ++iCol) Take(w.grdTargetData.Cells.Text(iRow, iCol));
+    }
+    for (int i = 1; i <= 5; ++i) Take(w.StatusBar.PanelText(i));
+    for (const QFileInfo& tFile : QDir(t.sFolder).entryInfoList(QDir::Files, QDir::Name)) {
+        Take(tFile.fileName().toStdString() + ' ' + std::to_string(tFile.size()));
+    }
+}
+
+}  // namespace simulation
