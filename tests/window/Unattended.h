@@ -31,6 +31,11 @@ struct Unattended {
             t->m_tFolderWork.Wait();
         }
     }
+    // All that was recorded is on the disk: at the next second files that another one has followed are closed, and may
+    // be removed then.
+    void AwaitDisk() {
+        for (std::int16_t iFile = 1; iFile < 10; ++iFile) t->m_tFiles.AwaitDisk(iFile);
+    }
     std::vector<std::string> Files() const {
         std::vector<std::string> sNames;
         for (const QString& s : QDir(sFolder).entryList(QDir::Files, QDir::Name)) sNames.push_back(s.toStdString());

@@ -392,6 +392,7 @@ void UnattendedRecordWindowTest::fullDiskTakesTheOldestThenStops() {
     for (int i = 12; i < 18; ++i) {
         u.w.SetClock("2011-05-15T" + std::to_string(i) + ":00:00");
         t.FeedLine(0, Sentence(i));
+        u.AwaitDisk();
         u.Pass(2);
     }
     QCOMPARE(u.Files(), (Names{"tidewatch-20110515-160000.txt", "tidewatch-20110515-170000.txt"}));
@@ -430,6 +431,7 @@ void UnattendedRecordWindowTest::oldFilesGo() {
     for (int iDay = 10; iDay < 16; ++iDay) {
         u.w.SetClock("2011-05-" + std::to_string(iDay) + "T12:00:00");
         t.FeedLine(0, Sentence(iDay));
+        u.AwaitDisk();
         u.Pass(2);
     }
     QCOMPARE(u.Files(), (Names{"tidewatch-20110513-120000.txt", "tidewatch-20110514-120000.txt",
@@ -449,6 +451,7 @@ void UnattendedRecordWindowTest::thousandForeignFilesStay() {
     for (int i = 12; i < 20; ++i) {
         u.w.SetClock("2011-05-15T" + std::to_string(i) + ":00:00");
         t.FeedLine(0, Sentence(i));
+        u.AwaitDisk();
         u.Pass(2);
     }
     const Names sFiles = u.Files();
