@@ -22,7 +22,7 @@ constexpr std::int64_t Megabyte = 1'000'000;
 constexpr std::int64_t Laying = 8 * Megabyte;  // what views take until every text has been laid out once
 constexpr std::int64_t Noise = 2 * Megabyte;   // of a level
 constexpr int UsualWidth = 900, UsualHeight = 700;
-constexpr int FirstHours = 24;  // after which every view has been seen and every store is as large as it gets
+constexpr int FirstHours = 96;  // after which every view has been seen often and every store is as large as it gets
 
 void Demand(bool b, const std::string& sWhat) {
     if (!b) throw Failure(sWhat);

@@ -78,10 +78,8 @@ void Recordings::Moved(const std::string& sFrom, const std::string& sTo) {
 
 void Recordings::Verify() {
     if (m_bAway) return;
-    for (auto& [sName, tFile] : m_tFiles) {
-        const bool bGone = m_bMayGo && !std::filesystem::exists(tFile.sPath);
-        if (!bGone) Compare(tFile);
-    }
+    std::erase_if(m_tFiles, [this](const auto& t) { return m_bMayGo && !std::filesystem::exists(t.second.sPath); });
+    for (auto& [sName, tFile] : m_tFiles) Compare(tFile);
     std::erase_if(m_tFiles, [this](const auto& t) { return t.first != m_sNewest; });
 }
 
