@@ -23,6 +23,7 @@ OUTPUT_BYTES_PER_SECOND = 480
 QUIET = 0.4  # seconds without a character before a plug is pulled, and after it is back
 AWAY = 1.3  # seconds that the device is away
 PULL_EVERY = 6.0  # seconds that it is there
+BEGUN = 3  # seconds after which recording and capture have their files
 SETTLED = 0.5  # share of the time after which memory has to stay level
 MOST_GROWTH = 2048  # kilobytes from then on
 LONG_RUN = 180  # seconds: from this length on memory is judged, not only printed
@@ -334,7 +335,8 @@ def judge(soak, record):
     rig.check(forwarded and not damaged, f"damaged lines at the output, such as {damaged[:3]}")
     cut = unfinished.rstrip(b"\r")  # Stop may come anywhere in a line
     rig.check(not cut or any(line.startswith(cut) for line in known), f"rubbish at the output's end: {unfinished!r}")
-    rig.check(descriptors[-1] <= soak.samples[0][2], "more descriptors than at the beginning")
+    first = next(row[2] for row in soak.samples if row[3] and row[0] >= BEGUN)
+    rig.check(descriptors[-1] <= first, "more descriptors than at the beginning")
     rig.check(soak.vanished > 0, "the device never vanished")
     if soak.seconds >= LONG_RUN:
         rig.check(growth <= MOST_GROWTH, "memory grows")
