@@ -34,6 +34,7 @@ struct MemoryDevice : toolkit::SerialDevice {
     }
     bool IsOpen() const override { return bOpen; }
     void ReadAll(std::string& sInto) override { sInto += std::exchange(sWaiting, {}); }
+    bool TakesMore() const override { return true; }
     void Write(std::string_view sData) override {
         sWritten += sData;
         lQueued += static_cast<std::int64_t>(sData.size());
