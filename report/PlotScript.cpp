@@ -146,7 +146,8 @@ std::string Terminal(const Picture& t, PlotFormat e, int iTextLines) {
         return " size " + std::to_string(Width * iTimes) + "," + std::to_string(iHeight * iTimes);
     };
     const std::string sFont = " noenhanced font 'DejaVu Sans,13'";
-    if (e == PlotFormat::Png) return "set terminal pngcairo" + Size(2) + sFont + " fontscale 1.5 linewidth 2 dashlength 0.6\n";
+    if (e == PlotFormat::Png)
+        return "set terminal pngcairo" + Size(2) + sFont + " fontscale 1.5 linewidth 2 dashlength 0.6\n";
     return "set terminal svg" + Size(1) + " dynamic" + sFont +
            (e == PlotFormat::Svg ? " background '#ffffff'\n" : "\n");
 }
