@@ -6,10 +6,6 @@
 
 namespace report {
 
-std::int64_t Distribution::StepOf(double dValue) {
-    return std::lround(std::clamp(dValue, -Limit, Limit) * StepsPerOne);
-}
-
 void Distribution::Add(const Distribution& t) {
     for (std::size_t i = 0; i < t.m_lCounts.size(); ++i) {
         if (t.m_lCounts[i] > 0) CountOf(t.m_lFirst + static_cast<std::int64_t>(i)) += t.m_lCounts[i];

@@ -1,6 +1,7 @@
 // How often each value came, in steps of a tenth: enough for quantiles of any number of values in little memory.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <vector>
 
@@ -15,7 +16,12 @@ public:
     void Add(const Distribution& t);
 
     // The same in two steps.
-    static std::int64_t StepOf(double dValue);
+    static std::int64_t StepOf(double dValue) {
+        const double dSteps = std::clamp(dValue, -Limit, Limit) * StepsPerOne;
+        const auto lWhole = static_cast<std::int64_t>(dSteps);
+        const double dRest = dSteps - static_cast<double>(lWhole);  // exact
+        return dRest >= 0.5 ? lWhole + 1 : dRest <= -0.5 ? lWhole - 1 : lWhole;
+    }
     void AddStep(std::int64_t lStep) {
         const auto iPlace = static_cast<std::size_t>(lStep - m_lFirst);  // enormous for a step before the first
         ++(iPlace < m_lCounts.size() ? m_lCounts[iPlace] : CountOf(lStep));

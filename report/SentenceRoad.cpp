@@ -22,6 +22,13 @@ Channel ChannelOf(std::string_view sChannel) {
     return sChannel == "B" ? Channel::B : Channel::Other;
 }
 
+// Boards send whole numbers of two digits.
+double LevelOf(std::string_view s) {
+    const auto Digit = [s](std::size_t i) { return static_cast<unsigned>(s[i]) - '0'; };
+    if (s.size() == 2 && Digit(0) <= 9 && Digit(1) <= 9) return Digit(0) * 10 + Digit(1);
+    return runtime::LeadingNumber(s);
+}
+
 }  // namespace
 
 void SentenceRoad::Take(LineEvent& tLine, std::string_view sSentence) {
@@ -63,7 +70,7 @@ void SentenceRoad::PnmlsDecode(runtime::PortIndex) {
     m_eKind = bGood ? LineKind::Signal : LineKind::BadSignal;
     if (!bGood || !m_bLastVdm || !m_bWaiting) return;
     m_tReport.bLevels = true;
-    m_tReport.tLevels = {runtime::LeadingNumber(t.sSignal), runtime::LeadingNumber(t.sThreshold)};
+    m_tReport.tLevels = {LevelOf(t.sSignal), LevelOf(t.sThreshold)};
 }
 
 void SentenceRoad::VdmDecode(runtime::PortIndex) {

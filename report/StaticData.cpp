@@ -9,8 +9,6 @@ namespace report {
 
 namespace {
 
-constexpr std::int32_t BitsPerCharacter = 6;
-
 // The first bit of each field, 0 where a type does not have it.
 struct Layout {
     std::int32_t lType;
@@ -56,18 +54,6 @@ void ReadDimensions(decoders::VdmView lData, std::int32_t lFirst, StaticData& t)
 }
 
 }  // namespace
-
-std::int32_t BitsOf(decoders::VdmView lData, std::int32_t lFirst, std::int32_t lCount) {
-    const std::int32_t lEnd = lFirst + lCount;
-    const std::int32_t lLast = (lEnd - 1) / BitsPerCharacter;
-    std::uint64_t lValue = 0;  // of all characters that hold some of the bits
-    for (std::int32_t i = lFirst / BitsPerCharacter; i <= lLast; ++i) {
-        const auto lCharacter = static_cast<std::uint32_t>(lData[static_cast<std::size_t>(i) + 1]) & 63U;
-        lValue = lValue << BitsPerCharacter | lCharacter;
-    }
-    lValue >>= (lLast + 1) * BitsPerCharacter - lEnd;
-    return static_cast<std::int32_t>(lValue & ((std::uint64_t{1} << lCount) - 1));
-}
 
 bool ReadStaticData(decoders::VdmView lData, std::int32_t lLength, StaticData& t) {
     const std::int32_t lType = lData[1];
