@@ -10,6 +10,7 @@ import collections
 import os
 import random
 import re
+import signal
 import statistics
 import sys
 import tempfile
@@ -214,8 +215,9 @@ class Soak:
             self.turn_plug("silent", now)
         elif self.plug == "silent" and now >= self.plug_since + (0 if self.in_lines else QUIET):
             if self.in_lines:
-                feed.lose(line.unread(), tail=self.vanished % 2 == 0)
-            line.hang_up()
+                self.pull_in_line(feed, line)
+            else:
+                line.hang_up()
             self.vanished += 1
             self.turn_plug("pulled", now)
         elif self.plug == "pulled" and now >= self.plug_since + AWAY:
@@ -227,6 +229,15 @@ class Soak:
             feed.quiet = False
             self.next_pull = now + PULL_EVERY + self.chance.random()
             self.turn_plug("in", now)
+
+    def pull_in_line(self, feed, line):
+        """The program is held meanwhile, so that it reads nothing between the count and the pull."""
+        os.kill(self.program.process.pid, signal.SIGSTOP)
+        try:
+            feed.lose(line.unread(), tail=self.vanished % 2 == 0)
+            line.hang_up()
+        finally:
+            os.kill(self.program.process.pid, signal.SIGCONT)
 
     def turn_plug(self, state, now):
         self.plug = state
@@ -305,7 +316,7 @@ def judge(soak, record):
         lines = [line.rstrip(b"\r\n")[20:] for line in file]
     recorded = collections.Counter(lines)
     lost = sent - recorded
-    strange = recorded - sent - thrown  # the program may have read on between the count and the pull
+    strange = recorded - sent - thrown  # of those thrown away some were whole but for their line feed
     forwarded, unfinished = soak.output.data.split(b"\r\n")[:-1], soak.output.data.split(b"\r\n")[-1]
     known = set(sent)
     damaged = [line for line in forwarded if line not in known]

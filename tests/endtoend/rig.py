@@ -343,11 +343,15 @@ class SerialLine:
         self.master = -1
 
     def unread(self):
-        """Bytes that have come to the near side and nobody has read: a hang-up throws them away. Only root may look
-        while a program has the device for itself."""
+        """Bytes that have come to the near side and nobody has read: a hang-up throws them away. Exact while nobody
+        reads. Only root may look while a program has the device for itself."""
         slave = os.open(self.device, os.O_RDWR | os.O_NOCTTY | os.O_NONBLOCK)
         try:
-            return struct.unpack("i", fcntl.ioctl(slave, termios.FIONREAD, b"\0" * 4))[0]
+            counts = [-1]
+            while len(counts) < 4 or len(set(counts[-3:])) > 1:  # what was written is on its way for a moment
+                time.sleep(0.01)
+                counts.append(struct.unpack("i", fcntl.ioctl(slave, termios.FIONREAD, b"\0" * 4))[0])
+            return counts[-1]
         finally:
             os.close(slave)
 
