@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 
 #include "decoders/VdmBits.h"
 #include "report/StaticData.h"
@@ -12,13 +11,7 @@ namespace report {
 
 namespace {
 
-// Sending times scatter by a tenth of the interval and stamps are whole seconds: from 5 seconds on both together are
-// less than half an interval, so that the number of reports within a time is a whole one; below, the scatter falls out
-// of the sum.
-constexpr int WholeFrom = 5;
 constexpr int AtRest = 180;         // seconds: the interval of ships that do not move
-constexpr int TurningTenths = 50;   // of a degree: another heading by more is a turn
-constexpr int Circle = 3600;        // tenths
 constexpr int RawSteeredFrom = 20;  // tenths of a knot: below, the course of a ship is chance
 // The transponder sends more often from some 20 degrees a minute on; that is 21 on its rate-of-turn scale, 4.733 times
 // the root. Half of it is 5 degrees a minute.
@@ -91,51 +84,24 @@ ShareInterval WilsonInterval(double dHeard, double dSent) {
     return {std::max(0.0, dCentre - dHalf), std::min(1.0, dCentre + dHalf)};
 }
 
-bool DueReports::Belongs(const Report& t, Heard& tNow) {
+bool DueReports::Belongs(const Report& t, int& iInterval, int& iHeading) {
     if (IsAssigned(t)) {
         ++m_tLeftOut.lAssigned;
         return false;
     }
-    tNow.dt = t.dt;
-    const auto iInterval = ExpectedInterval(t);
-    if (!iInterval) {
+    const auto iExpected = ExpectedInterval(t);
+    if (!iExpected) {
         ++m_tLeftOut.lNoInterval;
         return false;
     }
-    const bool bSteers = IsClassA(t) && *iInterval < AtRest;  // class B sends by its speed alone
+    const bool bSteers = IsClassA(t) && *iExpected < AtRest;  // class B sends by its speed alone
     if (bSteers && TellsTurn(t)) {
         ++m_tLeftOut.lTurning;
         return false;
     }
-    tNow.iInterval = *iInterval;
-    tNow.iHeading = bSteers ? HeadingOf(t) : 0;
+    iInterval = *iExpected;
+    iHeading = bSteers ? HeadingOf(t) : 0;
     return true;
-}
-
-// By a repeater, or because it stands in two files.
-bool DueReports::IsRepeated(const Stretch& t, const Heard& tNow) {
-    const std::int64_t lSeconds = tNow.dt.lSeconds - t.tLast.dt.lSeconds;
-    return lSeconds == 0 || (lSeconds == 1 && t.tLast.iInterval >= WholeFrom);
-}
-
-bool DueReports::GoesOn(const Stretch& t, const Heard& tNow) {
-    const std::int64_t lSeconds = tNow.dt.lSeconds - t.tLast.dt.lSeconds;
-    if (lSeconds < 0 || lSeconds > std::int64_t{m_iGap} * t.tLast.iInterval) {
-        ++m_tLeftOut.lGaps;
-        return false;
-    }
-    if (t.tLast.iInterval != tNow.iInterval) return false;
-    // A ship without an indicator that sends more often than it must is in a turn.
-    if (tNow.iInterval >= WholeFrom && 2 * lSeconds < tNow.iInterval) return false;
-    const int iTurned = std::abs(tNow.iHeading - t.iHeading);
-    return std::min(iTurned, Circle - iTurned) <= TurningTenths;
-}
-
-double DueReports::MissedWithin(const Heard& tLast, const Heard& tNow) {
-    const auto iSeconds = static_cast<int>(tNow.dt.lSeconds - tLast.dt.lSeconds);  // within the gap
-    const int iInterval = tNow.iInterval;
-    if (iInterval < WholeFrom) return static_cast<double>(iSeconds) / iInterval - 1;
-    return (2 * iSeconds + iInterval) / (2 * iInterval) - 1;
 }
 
 }  // namespace report

@@ -11,6 +11,8 @@
 // fault: each was sent and was heard or missed, and they alone count.
 #pragma once
 
+#include <algorithm>
+#include <cstdlib>
 #include <optional>
 #include <vector>
 
@@ -49,12 +51,13 @@ public:
     template <class Function>
     void Take(const Report& t, const RingPlace& tPlace, const Function& Count) {
         Stretch& tStretch = Of(t);
-        Heard tNow;
-        tNow.tPlace = tPlace;
-        if (!Belongs(t, tNow)) {
+        int iInterval = 0, iHeading = 0;
+        if (!Belongs(t, iInterval, iHeading)) {
             tStretch.bKnown = false;
             return;
         }
+        // What follows is in this header, so that no report is put together in memory: that is most of the time.
+        const Heard tNow{t.dt, iInterval, iHeading, tPlace};
         if (tStretch.bKnown && IsRepeated(tStretch, tNow)) {
             ++m_tLeftOut.lRepeated;
             return;
@@ -92,10 +95,37 @@ private:
         if (iShip >= m_tStretches.size()) m_tStretches.resize(iShip + 1);
         return m_tStretches[iShip];
     }
-    bool Belongs(const Report& t, Heard& tNow);
-    static bool IsRepeated(const Stretch& t, const Heard& tNow);
-    bool GoesOn(const Stretch& t, const Heard& tNow);
-    static double MissedWithin(const Heard& tLast, const Heard& tNow);
+    bool Belongs(const Report& t, int& iInterval, int& iHeading);
+    // By a repeater, or because it stands in two files.
+    static bool IsRepeated(const Stretch& t, const Heard& tNow) {
+        const std::int64_t lSeconds = tNow.dt.lSeconds - t.tLast.dt.lSeconds;
+        return lSeconds == 0 || (lSeconds == 1 && t.tLast.iInterval >= WholeFrom);
+    }
+    bool GoesOn(const Stretch& t, const Heard& tNow) {
+        const std::int64_t lSeconds = tNow.dt.lSeconds - t.tLast.dt.lSeconds;
+        if (lSeconds < 0 || lSeconds > std::int64_t{m_iGap} * t.tLast.iInterval) {
+            ++m_tLeftOut.lGaps;
+            return false;
+        }
+        if (t.tLast.iInterval != tNow.iInterval) return false;
+        // A ship without an indicator that sends more often than it must is in a turn.
+        if (tNow.iInterval >= WholeFrom && 2 * lSeconds < tNow.iInterval) return false;
+        const int iTurned = std::abs(tNow.iHeading - t.iHeading);
+        return std::min(iTurned, Circle - iTurned) <= TurningTenths;
+    }
+    static double MissedWithin(const Heard& tLast, const Heard& tNow) {
+        const auto iSeconds = static_cast<int>(tNow.dt.lSeconds - tLast.dt.lSeconds);  // within the gap
+        const int iInterval = tNow.iInterval;
+        if (iInterval < WholeFrom) return static_cast<double>(iSeconds) / iInterval - 1;
+        return (2 * iSeconds + iInterval) / (2 * iInterval) - 1;
+    }
+
+    // Sending times scatter by a tenth of the interval and stamps are whole seconds: from 5 seconds on both together
+    // are less than half an interval, so that the number of reports within a time is a whole one; below, the scatter
+    // falls out of the sum.
+    static constexpr int WholeFrom = 5;
+    static constexpr int TurningTenths = 50;  // of a degree: another heading by more is a turn
+    static constexpr int Circle = 3600;       // tenths
 
     int m_iGap;
     std::vector<Stretch> m_tStretches;
