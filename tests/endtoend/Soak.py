@@ -395,9 +395,9 @@ def main():
             soak = Soak(options, folder, program, lines)
             record = soak.run()
             rig.check(program.close() == 0, "the program ends with an error")
-        judge(soak, record)
         if options.capture:
             judge_capture(soak, record.replace(".txt", ".capture"))
+        judge(soak, record)
 
 
 if __name__ == "__main__":
