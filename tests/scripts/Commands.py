@@ -157,6 +157,23 @@ class Test(Commands):
                 self.check_failure(self.run_it("test"), "test", "tests failed", "builds: " + preset)
         self.assertEqual(len(self.machine.calls("ctest")), 4)
 
+    def test_quick(self):
+        self.assertEqual(self.run_it("test", "--quick")[0], 0)
+        self.assertEqual([words.split()[1] for words in self.machine.calls("cmake")], ["release", "--preset"])
+        self.assertEqual(self.machine.calls("ctest"), ["--preset release -j2 --no-tests=error --label-exclude endtoend"])
+
+    def test_quick_fails(self):
+        self.machine.stand_in("ctest", "exit 8")
+        self.check_failure(self.run_it("test", "--quick"), "test", "tests failed")
+
+    def test_unknown_words(self):
+        for words in (("--fast",), ("--quick", "again"), ("",), ("quick",)):
+            code, output, errors = self.run_it("test", *words)
+            self.assertEqual((code, output), (2, []), words)
+            self.assertIn("Usage: ./test ", errors[0])
+            self.assertEqual(errors[-1], "test: unknown words: " + " ".join(words))
+        self.assertEqual(self.machine.calls("cmake"), [])
+
 
 class Demo(Commands):
     def demo(self, **variables):
