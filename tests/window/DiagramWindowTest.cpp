@@ -2,6 +2,7 @@
 #include <QImage>
 #include <QTest>
 #include <algorithm>
+#include <set>
 
 #include "tests/support/PrintString.h"
 #include "tests/support/TestWindow.h"
@@ -17,14 +18,39 @@ bool Inked(const QImage& tImage, int iX, int iY, QRgb tGround) {
     return tImage.valid(iX, iY) && tImage.pixel(iX, iY) != tGround;
 }
 
+// A box with its line.
+bool At(const QLabel& tBox, const QPoint& t) { return tBox.geometry().adjusted(-1, -1, 1, 1).contains(t); }
+
+// The boxes that one connection of drawn lines joins, as it is followed from pixel to pixel outside of all boxes; the
+// pixels that are followed lose their ink.
+QStringList Joined(QImage& tImage, QPoint tFrom, QRgb tGround, const QList<QLabel*>& pBoxes) {
+    std::set<const QLabel*> pJoined;
+    std::vector<QPoint> tOpen = {tFrom};
+    while (!tOpen.empty()) {
+        const QPoint t = tOpen.back();
+        tOpen.pop_back();
+        const auto itBox = std::find_if(pBoxes.begin(), pBoxes.end(), [&t](const QLabel* p) { return At(*p, t); });
+        if (itBox != pBoxes.end()) {
+            pJoined.insert(*itBox);
+        } else if (Inked(tImage, t.x(), t.y(), tGround)) {
+            tImage.setPixel(t, tGround);
+            for (const QPoint& tStep : {QPoint(1, 0), QPoint(-1, 0), QPoint(0, 1), QPoint(0, -1)}) {
+                tOpen.push_back(t + tStep);
+            }
+        }
+    }
+    QStringList sJoined;
+    for (const QLabel* p : pJoined) sJoined << p->text();
+    sJoined.sort();
+    return sJoined;
+}
+
 }  // namespace
 
 class DiagramWindowTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void boxesCarryTheirCaptions();
-    void boxesDoNotOverlap();
     void everyArrowEndsAtABox();
     void nothingCrossesACaption();
     void headFollowsTheTag_data();
@@ -32,40 +58,10 @@ private slots:
     void headsAreDrawnInTheOrderOfTheLines();
     void headsAreDrawnAnewWithEachLayout();
     void headsCanBeSeen();
+    void linesJoinWhatBelongsTogether();
+    void linesAreStraightAndOfOneColour();
     void picturesDrawInTheTextColour();
 };
-
-void DiagramWindowTest::boxesCarryTheirCaptions() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
-    t.SSTab.SetTab(ui::TabDiagram);
-    QStringList sCaptions;
-    for (const QLabel* pBox : t.pctDiagram.findChildren<QLabel*>()) {
-        QVERIFY(pBox->isVisible());
-        sCaptions << pBox->text();
-    }
-    QStringList sExpected = {QStringLiteral("Input"),     QStringLiteral("Comm"),     QStringLiteral("Comm"),
-                             QStringLiteral("Comm"),      QStringLiteral("Receiver"), QStringLiteral("Decoders"),
-                             QStringLiteral("Messages"),  QStringLiteral("Targets"),  QStringLiteral("AIS Targets"),
-                             QStringLiteral("Record"),    QStringLiteral("Playback"), QStringLiteral("Output"),
-                             QStringLiteral("Real Time"), QStringLiteral("Mode")};
-    sCaptions.sort();
-    sExpected.sort();
-    QCOMPARE(sCaptions, sExpected);
-}
-
-void DiagramWindowTest::boxesDoNotOverlap() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
-    const auto pBoxes = t.pctDiagram.findChildren<QLabel*>();
-    for (const QLabel* pA : pBoxes) {
-        QVERIFY(t.pctDiagram.rect().contains(pA->geometry()));
-        QVERIFY2(pA->fontMetrics().horizontalAdvance(pA->text()) <= pA->width(), qPrintable(pA->text()));
-        for (const QLabel* pB : pBoxes) QVERIFY(pA == pB || !pA->geometry().intersects(pB->geometry()));
-    }
-}
 
 void DiagramWindowTest::everyArrowEndsAtABox() {
     World tWorld;
@@ -182,6 +178,58 @@ void DiagramWindowTest::headsCanBeSeen() {
         }
         // The line that the head ends.
         QVERIFY(Inked(tWithout, bRight ? iX - 4 : iX, bRight ? iY : iY - 4, tGround));
+    }
+}
+
+void DiagramWindowTest::linesJoinWhatBelongsTogether() {
+    World tWorld;
+    TestWindow t(tWorld);
+    t.LoadAndShow();
+    t.resize(1200, 700);
+    t.SSTab.SetTab(ui::TabDiagram);
+    QImage tImage = t.pctDiagram.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    const QRgb tGround = tImage.pixel(1, 1);
+    const auto pBoxes = t.pctDiagram.findChildren<QLabel*>();
+    QStringList sAll;
+    for (int iY = 0; iY < tImage.height(); ++iY) {
+        for (int iX = 0; iX < tImage.width(); ++iX) {
+            const QPoint tAt(iX, iY);
+            const bool bBox = std::any_of(pBoxes.begin(), pBoxes.end(), [&](const QLabel* p) { return At(*p, tAt); });
+            if (bBox || !Inked(tImage, iX, iY, tGround)) continue;
+            sAll << Joined(tImage, tAt, tGround, pBoxes).join(QLatin1String(", "));
+        }
+    }
+    sAll.sort();
+    QCOMPARE(sAll.join(QLatin1String("; ")),
+             QStringLiteral("AIS Targets, Targets; Comm, Comm, Input; Comm, Comm, Receiver; Comm, Output; "
+                            "Decoders, Messages, Targets; Decoders, Mode; Mode, Output; Mode, Playback, Real Time; "
+                            "Real Time, Receiver, Record"));
+}
+
+// Along and across, each line to the middle of a box's side, as dark as the text.
+void DiagramWindowTest::linesAreStraightAndOfOneColour() {
+    World tWorld;
+    TestWindow t(tWorld);
+    t.LoadAndShow();
+    t.resize(1200, 700);
+    t.SSTab.SetTab(ui::TabDiagram);
+    t.pctDiagram.ClearDrawing();
+    const QImage tImage = t.pctDiagram.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    const QRgb tGround = tImage.pixel(1, 1);
+    const int iText = t.palette().color(QPalette::WindowText).lightness();
+    const int iGround = QColor::fromRgb(tGround).lightness();
+    for (const runtime::Stroke& l : t.pctDiagram.Lines()) {
+        QVERIFY(l.lX1 == l.lX2 || l.lY1 == l.lY2);
+        const int iSteps = (std::abs(l.lX2 - l.lX1) + std::abs(l.lY2 - l.lY1)) / 15;
+        QVERIFY(iSteps > 3);
+        for (int i = 1; i < iSteps; ++i) {
+            const int iX = (l.lX1 + (l.lX2 - l.lX1) * i / iSteps) / 15;
+            const int iY = (l.lY1 + (l.lY2 - l.lY1) * i / iSteps) / 15;
+            // A line of 1.4 pixels on the border of two: each has most of the ink.
+            const int iInk = std::min(tImage.pixelColor(iX, iY).lightness(),
+                                      tImage.pixelColor(iX - (l.lX1 == l.lX2), iY - (l.lY1 == l.lY2)).lightness());
+            QVERIFY2(std::abs(iInk - iText) < std::abs(iGround - iText) / 2, qPrintable(QString::number(iInk)));
+        }
     }
 }
 

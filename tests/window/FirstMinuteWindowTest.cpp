@@ -66,7 +66,6 @@ private slots:
     void anOutputThatIsOffSaysSo();
     void playbackIsARun();
     void trackedRowsThatAreGoneAreExplained();
-    void theTargetBoxSaysThatThereIsNone();
     void positionsSayHowToTypeThem();
     void columnsOfTheChosenDetailStandBeforeStart_data();
     void columnsOfTheChosenDetailStandBeforeStart();
@@ -163,12 +162,6 @@ void FirstMinuteWindowTest::trackedRowsThatAreGoneAreExplained() {
     f.t.chkTargetTrack.setChecked(false);
     f.t.Synchronize();
     QCOMPARE(f.t.grdTargetData.EmptyHint(), QString());
-}
-
-void FirstMinuteWindowTest::theTargetBoxSaysThatThereIsNone() {
-    Fresh f;
-    QCOMPARE(f.t.cmbTargetTarget.lineEdit()->placeholderText(), QStringLiteral("none yet"));
-    QCOMPARE(f.t.cmbTargetTarget.Text(), std::string());
 }
 
 void FirstMinuteWindowTest::positionsSayHowToTypeThem() {

@@ -57,7 +57,6 @@ private slots:
     void uncheckingAndCheckingABoxStacksAnew();
     void receiverFramesStandAtTheRight_data();
     void receiverFramesStandAtTheRight();
-    void channelLegendIsShown();
     void fieldsOfARowStandInLine();
     void onlyTheShowingTabIsLaidOut();
     void choosingATabLaysItOut();
@@ -66,7 +65,6 @@ private slots:
     void aboutStaysWhereItIs();
     void diagramKeepsItsSize();
     void timingPictureFollowsTheWidth();
-    void everyNamedControlIsOnItsTab();
 };
 
 void LayoutWindowTest::tabControlFillsTheWindow_data() { AddSizes(); }
@@ -227,19 +225,6 @@ void LayoutWindowTest::receiverFramesStandAtTheRight() {
     QCOMPARE(tList.height(), t.SSTab.height() - tList.top() - ListGap);
 }
 
-void LayoutWindowTest::channelLegendIsShown() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
-    t.SSTab.SetTab(ui::TabReceiver);
-    QStringList sTexts;
-    for (const QLabel* pLabel : t.frmRxLabel.findChildren<QLabel*>()) {
-        QVERIFY(pLabel->isVisible());
-        sTexts << pLabel->text();
-    }
-    QCOMPARE(sTexts, (QStringList{QStringLiteral("A = VHF 87 161.975 MHz"), QStringLiteral("B = VHF 88 162.025 MHz")}));
-}
-
 void LayoutWindowTest::fieldsOfARowStandInLine() {
     World tWorld;
     TestWindow t(tWorld);
@@ -355,38 +340,6 @@ void LayoutWindowTest::timingPictureFollowsTheWidth() {
         QVERIFY(iWidth > iBar);
         iBar = iWidth;
     }
-}
-
-void LayoutWindowTest::everyNamedControlIsOnItsTab() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
-    const std::vector<std::vector<QWidget*>> pTabs = {
-        {&t.chkCommEnabled(0), &t.txtCommPort(0), &t.txtCommSettings(0), &t.chkCommEnabled(1), &t.txtCommPort(1),
-         &t.txtCommSettings(1), &t.lstCommData(0)},
-        {&t.frmRxNasa, &t.lstRxData, &t.frmRxLabel, &t.txtRxNasaChannel, &t.txtRxNasaInterval, &t.cmdRxNasaChannel,
-         &t.cmdRxNasaInterval, &t.chkRxNasaPower},
-        {&t.lstAisData},
-        {&t.lstGpsData, &t.txtGpsLat, &t.txtGpsLon},
-        {&t.cmbTargetDetail, &t.cmbTargetSort, &t.chkTargetTrack, &t.cmbTargetTarget, &t.grdTargetData},
-        {&t.grdMessageData},
-        {&t.pctDiagram},
-        {&t.picAboutIcon, &t.lblAboutTitle, &t.lblAboutDescription, &t.lblAboutDisclaimer},
-        {&t.grdSpecData},
-        {&t.pctTiming, &t.txtTimingRateTx, &t.txtTimingRateRc, &t.txtTimingTimeSpan, &t.cmdTimingApply,
-         &t.lblTimingChA.Name, &t.lblTimingChB.Percentage, &t.lblTimingSummary},
-        {&t.chkOutputEnabled, &t.txtOutputPort, &t.txtOutputSettings, &t.chkOutputRMC, &t.lstOutputData},
-    };
-    for (std::size_t iTab = 0; iTab < pTabs.size(); ++iTab) {
-        t.SSTab.SetTab(static_cast<int>(iTab));
-        for (const auto& pControls : pTabs) {
-            for (const QWidget* p : pControls) {
-                QVERIFY2(p->isVisible() == (&pControls == &pTabs[iTab]), qPrintable(p->objectName()));
-            }
-        }
-    }
-    QCOMPARE(QString(t.chkTargetTrack.text()).remove(QLatin1Char('&')), QStringLiteral("Track"));
-    QCOMPARE(QString(t.chkOutputRMC.text()).remove(QLatin1Char('&')), QStringLiteral("RMC from GLL"));
 }
 
 QTEST_MAIN(LayoutWindowTest)

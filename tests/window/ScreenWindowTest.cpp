@@ -37,16 +37,6 @@ QByteArray SavedWindowData(const World& tWorld) {
 // Everything of a widget can be seen: nothing cuts it off.
 bool WhollySeen(const QWidget& t) { return t.visibleRegion().boundingRect() == t.rect(); }
 
-// What takes part in a tab's layout: the children of its page that show.
-std::vector<QWidget*> ControlsOf(TestWindow& t, int iTab) {
-    std::vector<QWidget*> pControls;
-    for (QObject* pChild : t.Page(iTab).children()) {
-        auto* pWidget = qobject_cast<QWidget*>(pChild);
-        if (pWidget != nullptr && pWidget->isVisible()) pControls.push_back(pWidget);
-    }
-    return pControls;
-}
-
 }  // namespace
 
 class ScreenWindowTest : public QObject {
@@ -64,8 +54,6 @@ private slots:
     void boundedPlaceIsNotSaved();
     void sizeThatTheUserGivesIsSaved();
     void placeThatTheUserGivesIsSaved();
-    void leastSizeShowsAllControls_data();
-    void leastSizeShowsAllControls();
     void leastSizeNeverPassesTheScreen();
     void diagramIsScrolledOnlyWhereItMust();
     void diagramIsScrolledByKeys();
@@ -174,43 +162,6 @@ void ScreenWindowTest::placeThatTheUserGivesIsSaved() {
     t.move(40, 30);
     t.close();
     QCOMPARE(SavedWindowData(tWorld), support::Bytes(WindowData(40, 30, 1600, 1000)));
-}
-
-void ScreenWindowTest::leastSizeShowsAllControls_data() {
-    QTest::addColumn<double>("points");
-    QTest::newRow("as it comes") << 0.0;
-    QTest::newRow("12.5 pt") << 12.5;
-    QTest::newRow("20 pt") << 20.0;
-}
-
-void ScreenWindowTest::leastSizeShowsAllControls() {
-    QFETCH(double, points);
-    const QFont tUsual = QApplication::font();
-    if (points > 0) {
-        QFont tFont = tUsual;
-        tFont.setPointSizeF(points);
-        QApplication::setFont(tFont);
-    }
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
-    t.chkCommEnabled(1).setChecked(true);
-    t.resize(1, 1);
-    QCoreApplication::processEvents();
-    QCOMPARE(t.size(), t.minimumSize());
-    for (int iTab = 0; iTab < t.SSTab.Count(); ++iTab) {
-        t.SSTab.SetTab(iTab);
-        QCoreApplication::processEvents();
-        for (const QWidget* p : ControlsOf(t, iTab)) {
-            QVERIFY2(WhollySeen(*p), qPrintable(t.SSTab.Bar().tabText(iTab) + QLatin1Char(' ') + p->objectName()));
-            // No control stands on another.
-            for (const QWidget* pOther : ControlsOf(t, iTab)) {
-                QVERIFY2(p == pOther || !p->geometry().intersects(pOther->geometry()), qPrintable(p->objectName()));
-            }
-        }
-    }
-    QVERIFY(WhollySeen(t.StatusBar));
-    QApplication::setFont(tUsual);
 }
 
 void ScreenWindowTest::leastSizeNeverPassesTheScreen() {

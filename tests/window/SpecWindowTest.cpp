@@ -20,46 +20,11 @@ QStringList RowOf(TestWindow& t, int iRow) {
 class SpecWindowTest : public QObject {
     Q_OBJECT
 private slots:
-    void rowsAreAsListed_data();
-    void rowsAreAsListed();
     void cellsAreAligned();
     void columnsAreAsWideAsTheirTemplates();
     void trafficChangesNothing();
     void allRowsShow();
 };
-
-void SpecWindowTest::rowsAreAsListed_data() {
-    QTest::addColumn<int>("iRow");
-    QTest::addColumn<QStringList>("sRow");
-    const auto tRow = [](int iRow, const char* sType, const char* sClassA, const char* sClassB) {
-        QTest::addRow("%d", iRow) << iRow << Texts({sType, sClassA, sClassB});
-    };
-    tRow(0, "Type of Ship", "Class A Rates", "Class B Rates");
-    tRow(1, "Ship at Anchor", "180 sec", "180 sec");
-    tRow(2, "", "", "");
-    tRow(3, "Ship 0-14 knots", "10 sec", "30 sec");
-    tRow(4, "Ship 0-14 knots and Changing Course", "3 sec", "30 sec");
-    tRow(5, "Ship 14-23 knots", "6 sec", "15 sec");
-    tRow(6, "Ship 14-23 knots and Changing Course", "2 sec", "15 sec");
-    tRow(7, "Ship >23 knots", "2 sec", "5 sec");
-    tRow(8, "Ship >23 knots and Changing Course", "2 sec", "5 sec");
-    tRow(9, "", "", "");
-    tRow(10, "Static Information", "360 sec", "");
-    tRow(11, "Voyage Related Information", "360 sec", "");
-    tRow(12, "", "", "");
-    tRow(13, "Mssage Type", "1,2,3,4,5,11,21", "18,19,24");
-}
-
-void SpecWindowTest::rowsAreAsListed() {
-    QFETCH(int, iRow);
-    QFETCH(QStringList, sRow);
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
-    QCOMPARE(RowOf(t, iRow), sRow);
-    QCOMPARE(t.grdSpecData.Cells.Rows(), 14);
-    QCOMPARE(t.grdSpecData.Cells.Cols(), 3);
-}
 
 void SpecWindowTest::cellsAreAligned() {
     World tWorld;

@@ -18,12 +18,8 @@ private slots:
     void profileStandsBesideTheProgram_data();
     void profileStandsBesideTheProgram();
     void profileMovesToTheUsersFolderWhenTheProgramsCannotBeWritten();
-    void portsHaveTheirFirstTexts();
-    void ownPositionShowsFirstTextsAndIsUnknown();
-    void targetControlsHaveTheirFirstEntries();
+    void ownPositionIsUnknown();
     void chosenSortIsLeftAlone();
-    void aboutTellsVersionAndPurpose();
-    void tablesAreSetUp();
     void timingPlanIsMadeOnce();
     void everythingIsStopped();
     void wallClockRunsAndMessageClockDoesNot();
@@ -57,48 +53,13 @@ void StartWindowTest::profileMovesToTheUsersFolderWhenTheProgramsCannotBeWritten
     QVERIFY(QFile::exists(sPath));
 }
 
-void StartWindowTest::portsHaveTheirFirstTexts() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
-    QVERIFY(t.chkCommEnabled(0).isChecked());
-    QCOMPARE(t.txtCommPort(0).text(), QStringLiteral("6"));
-    QCOMPARE(t.txtCommSettings(0).text(), QStringLiteral("38400,n,8,1"));
-    QVERIFY(!t.chkCommEnabled(1).isChecked());
-    QCOMPARE(t.txtCommPort(1).text(), QStringLiteral("5"));
-    QCOMPARE(t.txtCommSettings(1).text(), QStringLiteral("4800,n,8,1"));
-    QVERIFY(!t.chkOutputEnabled.isChecked());
-    QCOMPARE(t.txtOutputPort.text(), QStringLiteral("6"));
-    QCOMPARE(t.txtOutputSettings.text(), QStringLiteral("38400,n,8,1"));
-    QVERIFY(!t.chkOutputRMC.isChecked());
-    QCOMPARE(t.chkOutputRMC.toolTip(), QStringLiteral("Create RMC Data from GLL Data"));
-    QVERIFY(!t.chkRxNasaPower.isChecked());
-    QCOMPARE(t.txtRxNasaChannel.text(), QStringLiteral("S"));
-    QCOMPARE(t.txtRxNasaInterval.text(), QStringLiteral("3"));
-}
-
-void StartWindowTest::ownPositionShowsFirstTextsAndIsUnknown() {
+void StartWindowTest::ownPositionIsUnknown() {
     World tWorld;
     TestWindow t(tWorld);
     t.LoadAndShow();
     t.Synchronize();
-    QCOMPARE(t.txtGpsLat.text(), QStringLiteral("00 00.00 N"));
-    QCOMPARE(t.txtGpsLon.text(), QStringLiteral("000 00.00 W"));
-    QCOMPARE(t.txtGpsLat.toolTip(), QStringLiteral("Latitude"));
-    QCOMPARE(t.txtGpsLon.toolTip(), QStringLiteral("Longitude"));
     QCOMPARE(t.m_dLatitude, -999.0);
     QCOMPARE(t.m_dLongitude, -999.0);
-}
-
-void StartWindowTest::targetControlsHaveTheirFirstEntries() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
-    QCOMPARE(t.cmbTargetDetail.currentText(), QStringLiteral("None"));
-    QCOMPARE(t.cmbTargetSort.currentIndex(), 0);
-    QCOMPARE(t.cmbTargetSort.currentText(), QStringLiteral("MMSI"));
-    QCOMPARE(t.cmbTargetTarget.currentText(), QString());
-    QVERIFY(!t.chkTargetTrack.isChecked());
 }
 
 void StartWindowTest::chosenSortIsLeftAlone() {
@@ -108,30 +69,6 @@ void StartWindowTest::chosenSortIsLeftAlone() {
     t.cmbTargetSort.SetListIndex(2);
     t.LoadAndShow();
     QCOMPARE(t.cmbTargetSort.currentIndex(), 2);
-}
-
-void StartWindowTest::aboutTellsVersionAndPurpose() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
-    QCOMPARE(t.lblAboutDescription.text(), QStringLiteral("Version 1.25\r\rTidewatch Data for NMEA 0183 Interface"));
-    const QString sNotice = t.lblAboutDisclaimer.text();
-    QVERIFY(sNotice.count(QLatin1Char('\r')) >= 2);
-    QVERIFY(!sNotice.contains(QLatin1Char('\n')));
-    QVERIFY(!t.picAboutIcon.pixmap(Qt::ReturnByValue).isNull());
-}
-
-void StartWindowTest::tablesAreSetUp() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
-    QCOMPARE(t.grdMessageData.Cells.Rows(), 35);
-    QCOMPARE(t.Cell(t.grdMessageData, 0, 0), std::string("Message Id"));
-    QCOMPARE(t.Cell(t.grdMessageData, 34, 0), std::string("Total"));
-    QCOMPARE(t.Cell(t.grdMessageData, 34, 1), std::string("0"));
-    QVERIFY(t.grdSpecData.Cells.Rows() > 1);
-    QCOMPARE(t.grdSpecData.Cells.Cols(), 3);
-    QVERIFY(!t.Cell(t.grdSpecData, 1, 0).empty());
 }
 
 void StartWindowTest::timingPlanIsMadeOnce() {

@@ -65,7 +65,7 @@ const QList<int> Always = {1, 2, 3, 4, 5, 6, 7, 8, 9};
 class TargetViewWindowTest : public QObject {
     Q_OBJECT
 private slots:
-    void controlsAsDesigned();
+    void controlsAreEnabledInARun();
     void detailModeShowsItsColumns_data();
     void detailModeShowsItsColumns();
     void unknownDetailShowsLikeNone();
@@ -104,27 +104,12 @@ private slots:
     void hiddenTabTakesOverWhenShown();
 };
 
-void TargetViewWindowTest::controlsAsDesigned() {
+void TargetViewWindowTest::controlsAreEnabledInARun() {
     Listening tListening;
     TestWindow& t = tListening.t;
-    const auto tItems = [](const QComboBox& cmb) {
-        QStringList sItems;
-        for (int i = 0; i < cmb.count(); ++i) sItems << cmb.itemText(i);
-        return sItems;
-    };
-    QCOMPARE(tItems(t.cmbTargetDetail), Texts({"None", "Lat/Lon", "Speed", "Missing", "All"}));
-    QCOMPARE(tItems(t.cmbTargetSort), Texts({"MMSI", "Range", "Signal"}));
-    QCOMPARE(t.cmbTargetDetail.currentText(), QStringLiteral("None"));
-    QCOMPARE(t.cmbTargetSort.currentText(), QStringLiteral("MMSI"));
-    QCOMPARE(t.cmbTargetDetail.toolTip(), QStringLiteral("Detail Data"));
-    QCOMPARE(t.cmbTargetSort.toolTip(), QStringLiteral("Sort Targets Criteria"));
-    QCOMPARE(t.cmbTargetTarget.toolTip(), QStringLiteral("Selected Target"));
-    QCOMPARE(t.chkTargetTrack.toolTip(), QStringLiteral("Track Selected Target"));
-    QCOMPARE(t.chkTargetTrack.text().remove(QLatin1Char('&')), QStringLiteral("Track"));
-    QVERIFY(!t.chkTargetTrack.isChecked());
     for (const QWidget* p : std::initializer_list<QWidget*>{&t.cmbTargetDetail, &t.cmbTargetSort, &t.cmbTargetTarget,
                                                             &t.chkTargetTrack, &t.grdTargetData}) {
-        QVERIFY(p->isEnabled());  // while running as well
+        QVERIFY(p->isEnabled());
     }
 }
 

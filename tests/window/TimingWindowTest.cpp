@@ -79,9 +79,7 @@ class TimingWindowTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void inputsHaveTheirFirstTextsAndTips();
     void captionsStandBeforeTheFirstPlan();
-    void firstPlanIsThatOfTheFirstTexts();
     void planShowsPercentagesAndSummary_data();
     void planShowsPercentagesAndSummary();
     void fixedRowsAreBarsWithTicks();
@@ -101,28 +99,6 @@ private slots:
     void receptionIsNotTouched();
 };
 
-void TimingWindowTest::inputsHaveTheirFirstTextsAndTips() {
-    Planner p;
-    QCOMPARE(p.t.txtTimingRateTx.text(), QStringLiteral("30"));
-    QCOMPARE(p.t.txtTimingRateRc.text(), QStringLiteral("36"));
-    QCOMPARE(p.t.txtTimingTimeSpan.text(), QStringLiteral("360"));
-    QCOMPARE(p.t.txtTimingRateTx.toolTip(), QStringLiteral("Transmitter Rate (seconds/message)"));
-    QCOMPARE(p.t.txtTimingRateRc.toolTip(), QStringLiteral("Receiver Alternating Rate (seconds/channel)"));
-    QCOMPARE(p.t.txtTimingTimeSpan.toolTip(),
-             QStringLiteral("Time Span (seconds), should be multiple of Tx Rate and Rc Alternating Rate"));
-    QCOMPARE(p.t.lblTimingChA.Percentage.toolTip(), QStringLiteral("Percentage of  Messages for Channel A"));
-    QCOMPARE(p.t.lblTimingChB.Percentage.toolTip(), QStringLiteral("Percentage of Messages for Channel B"));
-    QCOMPARE(p.t.lblTimingChAlternate.Percentage.toolTip(),
-             QStringLiteral("Percentage of Total Messages for Alternating Channel"));
-    QStringList sLabels;
-    for (const QLabel* pLabel : p.t.PageTiming.findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly)) {
-        if (pLabel->buddy() != nullptr) sLabels << QString(pLabel->text()).remove(QLatin1Char('&'));
-    }
-    QCOMPARE(sLabels, (QStringList{QStringLiteral("Tx Rate"), QStringLiteral("Rc Alternating Rate"),
-                                   QStringLiteral("Time Span")}));
-    QCOMPARE(QString(p.t.cmdTimingApply.text()).remove(QLatin1Char('&')), QStringLiteral("Apply"));
-}
-
 void TimingWindowTest::captionsStandBeforeTheFirstPlan() {
     World tWorld;
     const TestWindow t(tWorld);
@@ -130,16 +106,6 @@ void TimingWindowTest::captionsStandBeforeTheFirstPlan() {
         QCOMPARE(tRow.Percentage.text(), QStringLiteral("100%"));
     }
     QCOMPARE(t.lblTimingSummary.text(), QStringLiteral("Time Between Messages, Min 30 Sec, Max 210 Sec"));
-}
-
-void TimingWindowTest::firstPlanIsThatOfTheFirstTexts() {
-    Planner p;
-    QCOMPARE(p.t.TimingRuns(), 1);
-    QCOMPARE(p.Percentages().join(QLatin1Char(' ')), QStringLiteral("50% 50% 50%"));
-    QCOMPARE(
-        p.t.lblTimingSummary.text(),
-        QStringLiteral("Dual Channel, Time Between Messages 30 sec\rSingle Ch Fixed, Time Between Messages 60 sec\r"
-                       "Single Ch Alterating, Time Between Messages, Min 30 sec, Max 210 sec"));
 }
 
 void TimingWindowTest::planShowsPercentagesAndSummary_data() {
