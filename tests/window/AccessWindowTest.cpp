@@ -6,10 +6,10 @@
 
 #include "tests/support/Bytes.h"
 #include "tests/support/PrintString.h"
-#include "tests/support/TestWindow.h"
+#include "tests/window/Bench.h"
 
+using support::ShownWindow;
 using support::TestWindow;
-using support::World;
 
 namespace {
 
@@ -45,9 +45,7 @@ private slots:
 };
 
 void AccessWindowTest::pagesAreNamedPanes() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     for (int i = 0; i < t.SSTab.Count(); ++i) {
         QCOMPARE(NameOf(t.Page(i)), t.SSTab.Bar().tabText(i));
         QCOMPARE(Access(t.Page(i)).role(), QAccessible::Pane);
@@ -55,18 +53,14 @@ void AccessWindowTest::pagesAreNamedPanes() {
 }
 
 void AccessWindowTest::editOfTheTargetBoxHasItsName() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     QCOMPARE(NameOf(*t.cmbTargetTarget.lineEdit()), QStringLiteral("Selected target"));
     QCOMPARE(Access(*t.cmbTargetTarget.lineEdit()).role(), QAccessible::EditableText);
     QCOMPARE(Access(t.cmbTargetTarget).role(), QAccessible::ComboBox);
 }
 
 void AccessWindowTest::toolbarButtonsAreNamedButtons() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
     for (const char* sKey : {"Start", "Stop", "Record", "Playback", "Playback Burst"}) {
         QCOMPARE(NameOf(Button(t, sKey)), QLatin1String(sKey));
@@ -77,9 +71,7 @@ void AccessWindowTest::toolbarButtonsAreNamedButtons() {
 }
 
 void AccessWindowTest::pressingAButtonRunsIt() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.txtCommPort(0).SetText("1");
     QWidget* pFocus = t.focusWidget();
     Act(Button(t, "Start"));
@@ -90,9 +82,7 @@ void AccessWindowTest::pressingAButtonRunsIt() {
 }
 
 void AccessWindowTest::disabledButtonOffersNothing() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
     QVERIFY(!Button(t, "Start").isEnabled());
     QVERIFY(Access(Button(t, "Start")).actionInterface()->actionNames().isEmpty());
@@ -107,9 +97,7 @@ void AccessWindowTest::tickingAnInputLaysTheLogsOut_data() {
 
 void AccessWindowTest::tickingAnInputLaysTheLogsOut() {
     QFETCH(bool, press);
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     const QRect tWhole = t.lstCommData(0).geometry();
     QVERIFY(!t.lstCommData(1).isVisible());
     QAccessibleInterface& tBox = Access(t.chkCommEnabled(1));

@@ -2,8 +2,9 @@
 #include <QTest>
 
 #include "tests/support/PrintString.h"
-#include "tests/support/TestWindow.h"
+#include "tests/window/Bench.h"
 
+using support::ShownWindow;
 using support::TestWindow;
 using support::World;
 
@@ -44,9 +45,7 @@ void ClocksWindowTest::silenceShowsInItsPanel_data() {
 void ClocksWindowTest::silenceShowsInItsPanel() {
     QFETCH(int, seconds);
     QFETCH(QByteArray, shown);
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
     t.Advance(seconds);
     QCOMPARE(t.Panel(3), shown.toStdString());
@@ -54,9 +53,7 @@ void ClocksWindowTest::silenceShowsInItsPanel() {
 }
 
 void ClocksWindowTest::lineSetsItsPortsSilenceBack() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
     t.Advance(61);
     t.FeedLine(0, "$GPZDA,1");
@@ -70,9 +67,7 @@ void ClocksWindowTest::lineSetsItsPortsSilenceBack() {
 }
 
 void ClocksWindowTest::portsCountApart() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
     t.Advance(5);
     t.FeedLine(1, "$GPZDA,1");
@@ -92,9 +87,7 @@ void ClocksWindowTest::badLineCountsAsTraffic_data() {
 
 void ClocksWindowTest::badLineCountsAsTraffic() {
     QFETCH(QByteArray, line);
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
     t.Advance(20);
     t.FeedLine(0, line.toStdString());
@@ -103,9 +96,7 @@ void ClocksWindowTest::badLineCountsAsTraffic() {
 }
 
 void ClocksWindowTest::portEventIsNoTraffic() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
     t.Advance(4);
     t.MSComm(0).RaiseEvent(1001);
@@ -114,9 +105,7 @@ void ClocksWindowTest::portEventIsNoTraffic() {
 }
 
 void ClocksWindowTest::unfinishedLineIsNoTraffic() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
     t.Advance(4);
     t.Feed(0, "$GPZDA");
@@ -125,9 +114,7 @@ void ClocksWindowTest::unfinishedLineIsNoTraffic() {
 }
 
 void ClocksWindowTest::closedPortDoesNotCount() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.Press("Start");  // the first port alone
     t.Advance(12);
     QCOMPARE(t.Panel(3), std::string("00:12"));
@@ -151,9 +138,7 @@ void ClocksWindowTest::bothCountDuringAPlayback() {
 }
 
 void ClocksWindowTest::stoppedMessageClockLeavesItsPanels() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
     t.Advance(8);
     t.Press("Stop");

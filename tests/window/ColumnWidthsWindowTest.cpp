@@ -5,7 +5,7 @@
 #include <QScrollBar>
 #include <QTest>
 
-#include "tests/support/AisEncoder.h"
+#include "tests/window/Bench.h"
 #include "tests/window/Shown.h"
 
 using namespace support;
@@ -15,38 +15,20 @@ namespace {
 
 using namespace targets;
 
-void Move(QWidget* pWidget, QPoint tPlace, Qt::MouseButtons eButtons) {
-    QMouseEvent tEvent(QEvent::MouseMove, tPlace, pWidget->mapToGlobal(tPlace), Qt::NoButton, eButtons, {});
-    QCoreApplication::sendEvent(pWidget, &tEvent);
-}
-
-struct Listening {
-    World tWorld;
-    TestWindow t{tWorld};
-    Grid& grd{t.grdTargetData};
-    Listening() {
-        t.LoadAndShow();
-        t.SSTab.SetTab(ui::TabTargets);
-        t.StartBoth();
-        t.resize(1400, 700);
+struct Table : ThreeTargets {
+    Grid& grd{grdTargetData};
+    Table() {
+        resize(1400, 700);
         Choose(4);
-        for (const std::uint32_t lMmsi : {20U, 10U, 30U}) Hear(lMmsi);
     }
-    void Hear(std::uint32_t lMmsi) {
-        t.FeedLine(0, AisSentence(AisOther(11, lMmsi)));
-        t.Synchronize();
-    }
-    // A detail mode, by the arrow keys.
+    // A detail mode.
     void Choose(int iEntry) {
-        t.cmbTargetDetail.setFocus();
-        while (t.cmbTargetDetail.ListIndex() < iEntry) QTest::keyClick(&t.cmbTargetDetail, Qt::Key_Down);
-        while (t.cmbTargetDetail.ListIndex() > iEntry) QTest::keyClick(&t.cmbTargetDetail, Qt::Key_Up);
-        t.Synchronize();
+        ChooseByKeys(cmbTargetDetail, iEntry);
+        Synchronize();
     }
-    QPoint At(int iRow, int iCol) const { return grd.visualRect(grd.model()->index(iRow - 1, iCol)).center(); }
-    void PointAt(int iRow, int iCol) const { Move(grd.viewport(), At(iRow, iCol), Qt::NoButton); }
+    void PointAt(int iRow, int iCol) const { MoveTo(*grd.viewport(), At(iRow, iCol)); }
     QByteArray Tip() const {
-        const QLabel& tTip = t.StatusBar.Tip();
+        const QLabel& tTip = StatusBar.Tip();
         return tTip.isVisible() ? tTip.text().toLatin1() : QByteArray("-");
     }
 };
@@ -62,10 +44,10 @@ QPoint BorderOf(const Grid& grd, int iCol) {
 void Drag(const Grid& grd, int iCol, int iPixels) {
     const QPoint tFrom = BorderOf(grd, iCol);
     const QPoint tTo = tFrom + QPoint(iPixels, 0);
-    Move(Header(grd), tFrom, Qt::NoButton);
+    MoveTo(*Header(grd), tFrom, Qt::NoButton);
     QTest::mousePress(Header(grd), Qt::LeftButton, {}, tFrom);
-    Move(Header(grd), tFrom + QPoint(iPixels / 2, 0), Qt::LeftButton);
-    Move(Header(grd), tTo, Qt::LeftButton);
+    MoveTo(*Header(grd), tFrom + QPoint(iPixels / 2, 0), Qt::LeftButton);
+    MoveTo(*Header(grd), tTo, Qt::LeftButton);
     QTest::mouseRelease(Header(grd), Qt::LeftButton, {}, tTo);
 }
 
@@ -125,44 +107,44 @@ void ColumnWidthsWindowTest::columnIsDragged_data() {
 void ColumnWidthsWindowTest::columnIsDragged() {
     QFETCH(int, iCol);
     QFETCH(int, iPixels);
-    Listening tListening;
-    QList<int> iExpected = Templates(tListening.grd);
-    QCOMPARE(Widths(tListening.grd), iExpected);
-    Drag(tListening.grd, iCol, iPixels);
+    Table t;
+    QList<int> iExpected = Templates(t.grd);
+    QCOMPARE(Widths(t.grd), iExpected);
+    Drag(t.grd, iCol, iPixels);
     iExpected[iCol] += iPixels;
-    QCOMPARE(Widths(tListening.grd), iExpected);
+    QCOMPARE(Widths(t.grd), iExpected);
 }
 
 void ColumnWidthsWindowTest::draggedWidthSurvivesTraffic() {
-    Listening tListening;
-    Drag(tListening.grd, ColMessageId, 90);
-    const QList<int> iWidths = Widths(tListening.grd);
-    for (std::uint32_t i = 1; i < 300; i += 10) tListening.Hear(i);
-    tListening.t.SSTab.SetTab(ui::TabInput);
-    tListening.Hear(5000);
-    tListening.t.SSTab.SetTab(ui::TabTargets);
-    tListening.Hear(5001);
-    QCOMPARE(Widths(tListening.grd), iWidths);
+    Table t;
+    Drag(t.grd, ColMessageId, 90);
+    const QList<int> iWidths = Widths(t.grd);
+    for (std::uint32_t i = 1; i < 300; i += 10) t.Show({i});
+    t.SSTab.SetTab(ui::TabInput);
+    t.Show({5000});
+    t.SSTab.SetTab(ui::TabTargets);
+    t.Show({5001});
+    QCOMPARE(Widths(t.grd), iWidths);
 }
 
 void ColumnWidthsWindowTest::draggedWidthSurvivesTheNextStart() {
-    Listening tListening;
-    Drag(tListening.grd, ColMessageId, 90);
-    const QList<int> iWidths = Widths(tListening.grd);
-    tListening.t.Press(ui::KeyStop);
-    tListening.t.Press(ui::KeyStart);
-    tListening.t.Synchronize();
-    QCOMPARE(Widths(tListening.grd), iWidths);
+    Table t;
+    Drag(t.grd, ColMessageId, 90);
+    const QList<int> iWidths = Widths(t.grd);
+    t.Press(ui::KeyStop);
+    t.Press(ui::KeyStart);
+    t.Synchronize();
+    QCOMPARE(Widths(t.grd), iWidths);
 }
 
 void ColumnWidthsWindowTest::trafficDoesNotDisturbADrag() {
-    Listening tListening;
-    const Grid& grd = tListening.grd;
+    Table t;
+    const Grid& grd = t.grd;
     const QPoint tFrom = BorderOf(grd, ColTime);
     QTest::mousePress(Header(grd), Qt::LeftButton, {}, tFrom);
     for (int i = 1; i <= 40; ++i) {
-        Move(Header(grd), tFrom + QPoint(i, 0), Qt::LeftButton);
-        tListening.Hear(static_cast<std::uint32_t>(1000 - i));
+        MoveTo(*Header(grd), tFrom + QPoint(i, 0), Qt::LeftButton);
+        t.Show({static_cast<std::uint32_t>(1000 - i)});
         QCOMPARE(grd.columnWidth(ColTime), grd.TextWidth("-hh:mm:ss-") + i);
     }
     QTest::mouseRelease(Header(grd), Qt::LeftButton, {}, tFrom + QPoint(40, 0));
@@ -170,65 +152,64 @@ void ColumnWidthsWindowTest::trafficDoesNotDisturbADrag() {
 }
 
 void ColumnWidthsWindowTest::otherDetailBeginsWithTheTemplates() {
-    Listening tListening;
-    const QList<int> iTemplates = Templates(tListening.grd);
-    Drag(tListening.grd, ColMmsi, 25);
-    Drag(tListening.grd, ColMiss, 25);
-    tListening.Choose(3);
-    QCOMPARE(tListening.grd.columnWidth(ColMmsi), iTemplates[ColMmsi]);
-    QCOMPARE(tListening.grd.columnWidth(ColMiss), iTemplates[ColMiss]);
-    Drag(tListening.grd, ColMmsi, 25);
-    tListening.Choose(4);
-    QCOMPARE(Widths(tListening.grd), iTemplates);
+    Table t;
+    const QList<int> iTemplates = Templates(t.grd);
+    Drag(t.grd, ColMmsi, 25);
+    Drag(t.grd, ColMiss, 25);
+    t.Choose(3);
+    QCOMPARE(t.grd.columnWidth(ColMmsi), iTemplates[ColMmsi]);
+    QCOMPARE(t.grd.columnWidth(ColMiss), iTemplates[ColMiss]);
+    Drag(t.grd, ColMmsi, 25);
+    t.Choose(4);
+    QCOMPARE(Widths(t.grd), iTemplates);
 }
 
 void ColumnWidthsWindowTest::sameDetailKeepsTheWidths() {
-    Listening tListening;
-    Drag(tListening.grd, ColMmsi, 25);
-    const QList<int> iWidths = Widths(tListening.grd);
-    tListening.t.cmbTargetDetail.setFocus();
-    tListening.t.cmbTargetDetail.SetListIndex(4);
-    tListening.t.Synchronize();
-    QCOMPARE(Widths(tListening.grd), iWidths);
+    Table t;
+    Drag(t.grd, ColMmsi, 25);
+    const QList<int> iWidths = Widths(t.grd);
+    t.cmbTargetDetail.setFocus();
+    t.cmbTargetDetail.SetListIndex(4);
+    t.Synchronize();
+    QCOMPARE(Widths(t.grd), iWidths);
 }
 
 void ColumnWidthsWindowTest::doubleClickAtABorderFits() {
-    Listening tListening;
-    const Grid& grd = tListening.grd;
+    Table t;
+    const Grid& grd = t.grd;
     const QList<int> iTemplates = Templates(grd);
     Fit(grd, ColMessageId);
     const int iText = grd.TextWidth("11=UTC/Date Response");
     QVERIFY(grd.columnWidth(ColMessageId) >= iText);
     QVERIFY(grd.columnWidth(ColMessageId) <= iText + 12);
-    QVERIFY(!tListening.t.chkTargetTrack.isChecked());
-    tListening.PointAt(2, ColMessageId);
-    QCOMPARE(tListening.Tip(), QByteArray("-"));
-    tListening.Hear(5);
+    QVERIFY(!t.chkTargetTrack.isChecked());
+    t.PointAt(2, ColMessageId);
+    QCOMPARE(t.Tip(), QByteArray("-"));
+    t.Show({5});
     QVERIFY(grd.columnWidth(ColMessageId) >= iText);
     // A wide one gets narrower.
     Drag(grd, ColMmsi, 200);
     Fit(grd, ColMmsi);
     QVERIFY(grd.columnWidth(ColMmsi) < iTemplates[ColMmsi] + 20);
-    tListening.Choose(0);
+    t.Choose(0);
     QCOMPARE(grd.columnWidth(ColMessageId), iTemplates[ColMessageId]);
 }
 
 void ColumnWidthsWindowTest::fittedColumnIsWideEnoughForItsHeader() {
-    Listening tListening;
-    Fit(tListening.grd, ColThreshold);  // all empty
-    QVERIFY(tListening.grd.columnWidth(ColThreshold) >= tListening.grd.TextWidth("Thres"));
+    Table t;
+    Fit(t.grd, ColThreshold);  // all empty
+    QVERIFY(t.grd.columnWidth(ColThreshold) >= t.grd.TextWidth("Thres"));
 }
 
 void ColumnWidthsWindowTest::otherTablesAreSetByHandToo() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Table t;
     t.SSTab.SetTab(ui::TabMessages);
     const int iBefore = t.grdMessageData.columnWidth(1);
     Drag(t.grdMessageData, 1, -30);
     Fit(t.grdMessageData, 0);
     const int iFitted = t.grdMessageData.columnWidth(0);
     QVERIFY(iFitted >= t.grdMessageData.TextWidth("11=UTC/Date Response"));
-    tListening.Hear(77);
+    t.Show({77});
     t.Press(ui::KeyStop);
     t.Press(ui::KeyStart);
     t.Synchronize();
@@ -243,8 +224,7 @@ void ColumnWidthsWindowTest::otherTablesAreSetByHandToo() {
 }
 
 void ColumnWidthsWindowTest::headerNeverSelectsNorTracks() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Table t;
     QCOMPARE(t.cmbTargetTarget.currentText(), QStringLiteral("20"));
     const auto tCurrent = t.grdTargetData.CurrentCell();
     for (int iCol = 1; iCol < TargetColumnCount; ++iCol) {
@@ -260,9 +240,9 @@ void ColumnWidthsWindowTest::headerNeverSelectsNorTracks() {
 }
 
 void ColumnWidthsWindowTest::hiddenColumnsStayHidden() {
-    Listening tListening;
-    Grid& grd = tListening.grd;
-    tListening.Choose(2);
+    Table t;
+    Grid& grd = t.grd;
+    t.Choose(2);
     const auto tHidden = [&grd] {
         QList<int> iHidden;
         for (int i = 0; i < TargetColumnCount; ++i) {
@@ -275,82 +255,79 @@ void ColumnWidthsWindowTest::hiddenColumnsStayHidden() {
     for (int x = 0; x < grd.viewport()->width(); x += 2) {
         const QPoint tPlace(x, 5);
         QTest::mousePress(Header(grd), Qt::LeftButton, {}, tPlace);
-        Move(Header(grd), tPlace + QPoint(3, 0), Qt::LeftButton);
+        MoveTo(*Header(grd), tPlace + QPoint(3, 0), Qt::LeftButton);
         QTest::mouseRelease(Header(grd), Qt::LeftButton, {}, tPlace + QPoint(3, 0));
         DoubleClickHeader(grd, tPlace);
         QCOMPARE(tHidden(), iHidden);
     }
-    tListening.Hear(40);
+    t.Show({40});
     QCOMPARE(tHidden(), iHidden);
 }
 
 void ColumnWidthsWindowTest::pointingAtACutCellTellsItsText() {
-    Listening tListening;
-    tListening.PointAt(2, ColTime);
-    QCOMPARE(tListening.Tip(), QByteArray("-"));
-    tListening.PointAt(2, ColMessageId);
-    QCOMPARE(tListening.Tip(), QByteArray("11=UTC/Date Response"));
-    QCOMPARE(tListening.grd.toolTip(), QStringLiteral("Message Id"));
-    tListening.PointAt(2, ColChannel);
-    QCOMPARE(tListening.Tip(), QByteArray("-"));
-    Drag(tListening.grd, ColTime, -30);
-    tListening.PointAt(3, ColTime);
-    QCOMPARE(tListening.Tip(), QByteArray("12:00:00"));
+    Table t;
+    t.PointAt(2, ColTime);
+    QCOMPARE(t.Tip(), QByteArray("-"));
+    t.PointAt(2, ColMessageId);
+    QCOMPARE(t.Tip(), QByteArray("11=UTC/Date Response"));
+    QCOMPARE(t.grd.toolTip(), QStringLiteral("Message Id"));
+    t.PointAt(2, ColChannel);
+    QCOMPARE(t.Tip(), QByteArray("-"));
+    Drag(t.grd, ColTime, -30);
+    t.PointAt(3, ColTime);
+    QCOMPARE(t.Tip(), QByteArray("12:00:00"));
 }
 
 void ColumnWidthsWindowTest::tipFollowsWhatComesUnderTheMouse() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    tListening.PointAt(1, ColMessageId);
-    QCOMPARE(tListening.Tip(), QByteArray("11=UTC/Date Response"));
+    Table t;
+    t.PointAt(1, ColMessageId);
+    QCOMPARE(t.Tip(), QByteArray("11=UTC/Date Response"));
     t.FeedLine(0, AisSentence(AisOther(15, 1)));  // goes to the top
     t.Synchronize();
-    QCOMPARE(tListening.Tip(), QByteArray("15=Interrogation"));
+    QCOMPARE(t.Tip(), QByteArray("15=Interrogation"));
     // By scrolling.
     for (std::uint32_t i = 100; i < 200; ++i) t.FeedLine(0, AisSentence(AisOther(20, i)));
     t.Synchronize();
-    QCOMPARE(tListening.Tip(), QByteArray("15=Interrogation"));
+    QCOMPARE(t.Tip(), QByteArray("15=Interrogation"));
     t.grdTargetData.verticalScrollBar()->setValue(50 * t.grdTargetData.rowHeight(0));
-    QCOMPARE(tListening.Tip(), QByteArray("20=Data Link Management"));
+    QCOMPARE(t.Tip(), QByteArray("20=Data Link Management"));
     // By another detail mode or a wider column.
     t.grdTargetData.setColumnWidth(ColMessageId, 300);
-    tListening.Hear(2);
-    QCOMPARE(tListening.Tip(), QByteArray("-"));
+    t.Show({2});
+    QCOMPARE(t.Tip(), QByteArray("-"));
     t.Press(ui::KeyStop);
     t.Press(ui::KeyStart);
     t.Synchronize();
-    QCOMPARE(tListening.Tip(), QByteArray("-"));
+    QCOMPARE(t.Tip(), QByteArray("-"));
 }
 
 void ColumnWidthsWindowTest::tipGoesWithTheMouse() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    tListening.PointAt(1, ColMessageId);
-    QVERIFY(tListening.Tip() != "-");
+    Table t;
+    t.PointAt(1, ColMessageId);
+    QVERIFY(t.Tip() != "-");
     QEvent tLeave(QEvent::Leave);
     QCoreApplication::sendEvent(t.grdTargetData.viewport(), &tLeave);
-    QCOMPARE(tListening.Tip(), QByteArray("-"));
-    tListening.Hear(1);
-    QCOMPARE(tListening.Tip(), QByteArray("-"));
-    tListening.PointAt(1, ColMessageId);
-    QVERIFY(tListening.Tip() != "-");
+    QCOMPARE(t.Tip(), QByteArray("-"));
+    t.Show({1});
+    QCOMPARE(t.Tip(), QByteArray("-"));
+    t.PointAt(1, ColMessageId);
+    QVERIFY(t.Tip() != "-");
     t.SSTab.SetTab(ui::TabInput);  // by the keyboard
-    QCOMPARE(tListening.Tip(), QByteArray("-"));
+    QCOMPARE(t.Tip(), QByteArray("-"));
     t.SSTab.SetTab(ui::TabTargets);
-    tListening.Hear(2);
-    QCOMPARE(tListening.Tip(), QByteArray("-"));
+    t.Show({2});
+    QCOMPARE(t.Tip(), QByteArray("-"));
     // Below the last row.
-    tListening.PointAt(1, ColMessageId);
-    QVERIFY(tListening.Tip() != "-");
-    Move(t.grdTargetData.viewport(), QPoint(20, t.grdTargetData.viewport()->height() - 3), Qt::NoButton);
-    QCOMPARE(tListening.Tip(), QByteArray("-"));
+    t.PointAt(1, ColMessageId);
+    QVERIFY(t.Tip() != "-");
+    MoveTo(*t.grdTargetData.viewport(), QPoint(20, t.grdTargetData.viewport()->height() - 3));
+    QCOMPARE(t.Tip(), QByteArray("-"));
 }
 
 void ColumnWidthsWindowTest::panelsStayInSightBesideATip() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    tListening.PointAt(1, ColMessageId);
-    QVERIFY(tListening.Tip() != "-");
+    Table t;
+    t.PointAt(1, ColMessageId);
+    QVERIFY(t.Tip() != "-");
     t.Advance(1);
     t.FeedLine(0, "$GPGLL,4916.45,N,12311.12,W,225444,A*00");
     t.Synchronize();

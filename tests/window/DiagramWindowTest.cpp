@@ -5,10 +5,9 @@
 #include <set>
 
 #include "tests/support/PrintString.h"
-#include "tests/support/TestWindow.h"
+#include "tests/window/Bench.h"
 
-using support::TestWindow;
-using support::World;
+using support::ShownWindow;
 
 namespace {
 
@@ -64,9 +63,7 @@ private slots:
 };
 
 void DiagramWindowTest::everyArrowEndsAtABox() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     QVERIFY(t.LnArrow.size() >= 8);
     const auto pBoxes = t.pctDiagram.findChildren<QLabel*>();
     for (const ui::DiagramLine& tLine : t.LnArrow) {
@@ -84,9 +81,7 @@ void DiagramWindowTest::everyArrowEndsAtABox() {
 }
 
 void DiagramWindowTest::nothingCrossesACaption() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     for (const runtime::Stroke& l : t.pctDiagram.Lines()) {
         const QRect tLine = QRect(QPoint(std::min(l.lX1, l.lX2), std::min(l.lY1, l.lY2)) / 15,
                                   QPoint(std::max(l.lX1, l.lX2), std::max(l.lY1, l.lY2)) / 15);
@@ -114,9 +109,7 @@ void DiagramWindowTest::headFollowsTheTag() {
     QFETCH(QByteArray, tag);
     QFETCH(bool, right);
     QFETCH(bool, bottom);
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.pctDiagram.ClearDrawing();
     t.DiagramArrowHead(t.pctDiagram, {{10, 20, 1000, 2000}, tag.toStdString()});
     Strokes tExpected;
@@ -126,9 +119,7 @@ void DiagramWindowTest::headFollowsTheTag() {
 }
 
 void DiagramWindowTest::headsAreDrawnInTheOrderOfTheLines() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     QVERIFY(t.pctDiagram.Drawn().empty());  // not before the tab is shown
     t.SSTab.SetTab(ui::TabDiagram);
     const Strokes& tDrawn = t.pctDiagram.Drawn();
@@ -142,9 +133,7 @@ void DiagramWindowTest::headsAreDrawnInTheOrderOfTheLines() {
 }
 
 void DiagramWindowTest::headsAreDrawnAnewWithEachLayout() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.SSTab.SetTab(ui::TabDiagram);
     const Strokes tFirst = t.pctDiagram.Drawn();
     t.pctDiagram.ClearDrawing();
@@ -156,9 +145,7 @@ void DiagramWindowTest::headsAreDrawnAnewWithEachLayout() {
 }
 
 void DiagramWindowTest::headsCanBeSeen() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.resize(1200, 700);
     t.SSTab.SetTab(ui::TabDiagram);
     const QImage tWith = t.pctDiagram.grab().toImage();
@@ -182,9 +169,7 @@ void DiagramWindowTest::headsCanBeSeen() {
 }
 
 void DiagramWindowTest::linesJoinWhatBelongsTogether() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.resize(1200, 700);
     t.SSTab.SetTab(ui::TabDiagram);
     QImage tImage = t.pctDiagram.grab().toImage().convertToFormat(QImage::Format_RGB32);
@@ -208,9 +193,7 @@ void DiagramWindowTest::linesJoinWhatBelongsTogether() {
 
 // Along and across, each line to the middle of a box's side, as dark as the text.
 void DiagramWindowTest::linesAreStraightAndOfOneColour() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.resize(1200, 700);
     t.SSTab.SetTab(ui::TabDiagram);
     t.pctDiagram.ClearDrawing();
@@ -234,9 +217,7 @@ void DiagramWindowTest::linesAreStraightAndOfOneColour() {
 }
 
 void DiagramWindowTest::picturesDrawInTheTextColour() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.SSTab.SetTab(ui::TabDiagram);
     t.setPalette(QPalette(QColor(50, 50, 50), QColor(30, 30, 30)));  // a dark one, made of its two grounds
     t.resize(1200, 700);

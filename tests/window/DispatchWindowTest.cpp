@@ -2,27 +2,15 @@
 #include <QTest>
 #include <initializer_list>
 
-#include "tests/support/AisEncoder.h"
+#include "tests/window/Bench.h"
 #include "tests/window/Shown.h"
+#include "tests/window/Views.h"
 
 using namespace support;
 
 namespace {
 
 const std::string Report = AisSentence(AisBaseStation(4, {.lMmsi = 3669999}), 'B');
-
-// A window that listens on both ports, with the output on memory device 3 when asked for.
-struct Listening {
-    World tWorld;
-    TestWindow t{tWorld};
-    explicit Listening(bool bOutput = false) {
-        t.LoadAndShow();
-        t.txtOutputPort.SetText("3");
-        t.chkOutputEnabled.setChecked(bOutput);
-        t.StartBoth();
-    }
-    QByteArray Forwarded() { return Bytes(t.Device(t.MSCommOutput)->Written()); }
-};
 
 void AddBytes(const char* sName, const QByteArray& sBytes, std::initializer_list<std::string> sLines) {
     QTest::newRow(sName) << sBytes << Texts(sLines);
@@ -67,26 +55,9 @@ std::string AnyLine(Dice& tDice, std::uint32_t lLevelsEach, std::uint32_t lOther
 
 // All that the user can see of the traffic.
 QStringList Everything(TestWindow& t) {
-    t.Synchronize();
-    QStringList sAll;
-    for (toolkit::LogList* p :
-         {&t.lstCommData(0), &t.lstCommData(1), &t.lstRxData, &t.lstAisData, &t.lstGpsData, &t.lstOutputData}) {
-        sAll << QStringLiteral("log") << Log(t, *p) << QString::fromLatin1(Marks(t, *p));
-    }
-    for (int i = 1; i <= 5; ++i) sAll << QStringLiteral("panel ") + QString::fromLatin1(Panel(t, i));
-    for (toolkit::Grid* p : {&t.grdTargetData, &t.grdMessageData}) {
-        for (int iRow = 1; iRow < p->Cells.Rows(); ++iRow) {
-            QString sRow = p->isRowHidden(iRow - 1) ? QStringLiteral("hidden") : QStringLiteral("row");
-            for (int iCol = 0; iCol < p->Cells.Cols(); ++iCol) {
-                sRow += QLatin1Char('|') + p->model()->index(iRow - 1, iCol).data().toString();
-            }
-            sAll << sRow;
-        }
-    }
-    for (int i = 0; i < t.cmbTargetTarget.count(); ++i) {
-        sAll << t.cmbTargetTarget.itemText(i) + QLatin1Char('=') + t.cmbTargetTarget.itemData(i).toString();
-    }
-    return sAll << t.cmbTargetTarget.currentText() << QString::number(t.m_lMessageRow) << t.txtGpsLat.text();
+    QStringList sAll = Views(t) << QString::number(t.m_lMessageRow) << t.txtGpsLat.text();
+    for (int i = 1; i <= 5; ++i) sAll << QString::fromLatin1(Panel(t, i));
+    return sAll;
 }
 
 }  // namespace
@@ -164,8 +135,7 @@ void DispatchWindowTest::bytesBecomeLines_data() {
 void DispatchWindowTest::bytesBecomeLines() {
     QFETCH(QByteArray, sBytes);
     QFETCH(QStringList, sLines);
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Listening t;
     t.Feed(0, View(sBytes));
     QCOMPARE(Log(t, t.lstCommData(0)), sLines);
     const bool bEnded = sBytes.endsWith('\r') || sBytes.endsWith("\r\n");
@@ -180,8 +150,7 @@ void DispatchWindowTest::lineMayComeInPieces_data() {
 
 void DispatchWindowTest::lineMayComeInPieces() {
     QFETCH(int, iSize);
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Listening t;
     const std::string sAll = Report + "\r\n" + WithChecksum("$PNMLS,40,19,3") + "\r\n$GPZDA,1\r\nrest";
     for (std::size_t i = 0; i < sAll.size(); i += static_cast<std::size_t>(iSize)) {
         t.Feed(1, sAll.substr(i, static_cast<std::size_t>(iSize)));
@@ -196,23 +165,21 @@ void DispatchWindowTest::everyOtherByteBelongsToTheLine() {
     for (int i = 0; i < 256; ++i) {
         if (i != '\r' && i != '\n') sLine += static_cast<char>(i);
     }
-    Listening tListening(true);
-    tListening.t.FeedLine(0, sLine);
-    QCOMPARE(Log(tListening.t, tListening.t.lstCommData(0)), Texts({sLine}));
-    QCOMPARE(tListening.Forwarded(), Bytes(sLine + "\r\n"));
+    Forwarding t;
+    t.FeedLine(0, sLine);
+    QCOMPARE(Log(t, t.lstCommData(0)), Texts({sLine}));
+    QCOMPARE(t.Forwarded(), Bytes(sLine + "\r\n"));
 }
 
 void DispatchWindowTest::highBytesCountInTheChecksum() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Listening t;
     const std::string sLine = WithChecksum("$GPTXT,\xb0\xff\x80");
     t.FeedLine(0, sLine);
     QCOMPARE(Log(t, t.lstCommData(0)), Texts({sLine}));
 }
 
 void DispatchWindowTest::lineOf64KiBIsALine() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Listening t;
     const std::string sPiece(4096, 'x');
     for (int i = 0; i < 16; ++i) t.Feed(0, sPiece);
     QVERIFY(t.Lines(t.lstCommData(0)).empty());
@@ -240,8 +207,7 @@ void DispatchWindowTest::lineBeyond64KiBIsDroppedToItsEnd_data() {
 void DispatchWindowTest::lineBeyond64KiBIsDroppedToItsEnd() {
     QFETCH(std::size_t, lLength);
     QFETCH(std::size_t, lPiece);
-    Listening tListening(true);
-    TestWindow& t = tListening.t;
+    Forwarding t;
     const std::string sLong(lLength, 'x');
     for (std::size_t i = 0; i < lLength; i += lPiece) t.Feed(0, std::string_view(sLong).substr(i, lPiece));
     QCOMPARE(Log(t, t.lstCommData(0)), Texts({TooLong}));  // before its end, which may never come
@@ -250,15 +216,14 @@ void DispatchWindowTest::lineBeyond64KiBIsDroppedToItsEnd() {
     QCOMPARE(Log(t, t.lstCommData(0)), Texts({TooLong, "$GPZDA,1"}));
     QCOMPARE(Marks(t, t.lstCommData(0)), QByteArray("--"));
     QCOMPARE(Panel(t, ui::PanelSummary), QByteArray());
-    QCOMPARE(tListening.Forwarded(), QByteArray("$GPZDA,1\r\n"));
+    QCOMPARE(t.Forwarded(), QByteArray("$GPZDA,1\r\n"));
     // The next one is told of again.
     t.Feed(0, sLong);
     QCOMPARE(Log(t, t.lstCommData(0)), Texts({TooLong, "$GPZDA,1", TooLong}));
 }
 
 void DispatchWindowTest::portThatEndsNoLineIsToldOnce() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Listening t;
     t.Feed(1, std::string(100000, '\n'));  // a line feed ends nothing, and belongs to no line
     const std::string sNoise(3840, 'x');
     for (int i = 0; i < 3600; ++i) {  // an hour at full rate
@@ -276,10 +241,9 @@ void DispatchWindowTest::portThatEndsNoLineIsToldOnce() {
 
 // A good beginning says nothing about a line whose rest has been dropped.
 void DispatchWindowTest::overlongLineIsNotDecodedRecordedOrForwarded() {
-    Listening tListening(true);
-    TestWindow& t = tListening.t;
-    const QString sFile = tListening.tWorld.Path(QStringLiteral("record.txt"));
-    tListening.tWorld.tFileAnswers.push_back(sFile);
+    Forwarding t;
+    const QString sFile = t.tWorld.Path(QStringLiteral("record.txt"));
+    t.tWorld.tFileAnswers.push_back(sFile);
     t.Press(ui::KeyRecord);
     t.FeedLine(0, Report);
     const std::string sGll = "$GPGLL,4916.45,N,12311.12,W,225444,A,";
@@ -287,14 +251,13 @@ void DispatchWindowTest::overlongLineIsNotDecodedRecordedOrForwarded() {
     t.FeedLine(0, WithChecksum("$PNMLS,29,19,3"));
     t.Press(ui::KeyStop);
     QVERIFY(t.Lines(t.lstGpsData).empty());
-    QVERIFY(tListening.tWorld.ReadFile(sFile).find("GLL") == std::string::npos);
-    QVERIFY(!tListening.Forwarded().contains("GLL"));
+    QVERIFY(t.tWorld.ReadFile(sFile).find("GLL") == std::string::npos);
+    QVERIFY(!t.Forwarded().contains("GLL"));
     QCOMPARE(Cell(t, 1, targets::ColSignal), QByteArray("29"));  // a bad line changes no more than its buffer
 }
 
 void DispatchWindowTest::overlongLineEndsWithTheRun() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Listening t;
     t.Feed(0, std::string(70000, 'x'));
     t.Press(ui::KeyStop);
     t.Press(ui::KeyStart);
@@ -303,13 +266,12 @@ void DispatchWindowTest::overlongLineEndsWithTheRun() {
 }
 
 void DispatchWindowTest::arrivalIsTheTimeOfTheCarriageReturn() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    tListening.tWorld.SetClock("2011-05-15T12:00:10");
+    Listening t;
+    t.tWorld.SetClock("2011-05-15T12:00:10");
     t.Feed(0, Report);
-    tListening.tWorld.SetClock("2011-05-15T12:00:25");
+    t.tWorld.SetClock("2011-05-15T12:00:25");
     t.Feed(0, "\r");
-    tListening.tWorld.SetClock("2011-05-15T12:00:40");
+    t.tWorld.SetClock("2011-05-15T12:00:40");
     t.Feed(0, "\n");
     QCOMPARE(t.m_dtCommLast(0), runtime::MakeDateTime({2011, 5, 15}, 12, 0, 25));
     QVERIFY(t.Lines(t.lstAisData).at(0).starts_with("Time=12:00:25, "));
@@ -326,8 +288,7 @@ void DispatchWindowTest::everyLineCountsAsTraffic_data() {
 
 void DispatchWindowTest::everyLineCountsAsTraffic() {
     QFETCH(QByteArray, sLine);
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Listening t;
     t.Advance(5);
     QCOMPARE(Panel(t, ui::PanelSilence1), QByteArray("00:05"));
     t.FeedLine(1, View(sLine));
@@ -348,18 +309,16 @@ void DispatchWindowTest::shortLineIsASizeError_data() {
 
 void DispatchWindowTest::shortLineIsASizeError() {
     QFETCH(QByteArray, sLine);
-    Listening tListening(true);
-    TestWindow& t = tListening.t;
+    Forwarding t;
     t.FeedLine(0, View(sLine));
     QCOMPARE(Panel(t, ui::PanelSummary), QByteArray("Size Error"));
     QCOMPARE(Log(t, t.lstCommData(0)), Texts({"<<Size Error>>"}));
     QCOMPARE(Marks(t, t.lstCommData(0)), QByteArray("-"));
-    QCOMPARE(tListening.Forwarded(), QByteArray());
+    QCOMPARE(t.Forwarded(), QByteArray());
 }
 
 void DispatchWindowTest::sixCharactersAreEnough() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Listening t;
     t.FeedLine(0, "$GPZDA");
     QCOMPARE(Log(t, t.lstCommData(0)), Texts({"$GPZDA"}));
     QCOMPARE(Panel(t, ui::PanelSummary), QByteArray());
@@ -383,8 +342,7 @@ void DispatchWindowTest::wrongChecksumIsRefused_data() {
 
 void DispatchWindowTest::wrongChecksumIsRefused() {
     QFETCH(QByteArray, sLine);
-    Listening tListening(true);
-    TestWindow& t = tListening.t;
+    Forwarding t;
     t.FeedLine(0, View(sLine));
     QCOMPARE(Panel(t, ui::PanelSummary), QByteArray("Checksum Error"));
     QCOMPARE(Log(t, t.lstCommData(0)), Texts({sLine.toStdString(), "<<Checksum Error>>"}));
@@ -392,7 +350,7 @@ void DispatchWindowTest::wrongChecksumIsRefused() {
     for (toolkit::LogList* p : {&t.lstAisData, &t.lstGpsData, &t.lstRxData, &t.lstOutputData}) {
         QVERIFY(t.Lines(*p).empty());
     }
-    QCOMPARE(tListening.Forwarded(), QByteArray());
+    QCOMPARE(t.Forwarded(), QByteArray());
     QCOMPARE(t.grdTargetData.Cells.Rows(), 1);
 }
 
@@ -409,12 +367,11 @@ void DispatchWindowTest::checksumIsAccepted_data() {
 
 void DispatchWindowTest::checksumIsAccepted() {
     QFETCH(QByteArray, sLine);
-    Listening tListening(true);
-    TestWindow& t = tListening.t;
+    Forwarding t;
     t.FeedLine(0, View(sLine));
     QCOMPARE(Log(t, t.lstCommData(0)), Texts({sLine.toStdString()}));
     QCOMPARE(Panel(t, ui::PanelSummary), QByteArray());
-    QCOMPARE(tListening.Forwarded(), sLine + "\r\n");
+    QCOMPARE(t.Forwarded(), sLine + "\r\n");
 }
 
 void DispatchWindowTest::checksumTextHasTwoUpperCaseDigits_data() {
@@ -435,8 +392,7 @@ void DispatchWindowTest::checksumTextHasTwoUpperCaseDigits() {
 }
 
 void DispatchWindowTest::errorStaysUntilThePanelIsWritten() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Listening t;
     t.FeedLine(0, "$GP");
     t.FeedLine(0, "$GPZDA,1");
     t.FeedLine(1, "$GPGLL,4916.45,N,12311.12,W,225444,A*31");
@@ -475,8 +431,7 @@ void DispatchWindowTest::addressSelectsTheDecoder_data() {
 void DispatchWindowTest::addressSelectsTheDecoder() {
     QFETCH(QByteArray, sLine);
     QFETCH(QByteArray, sDecoder);
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Listening t;
     t.FeedLine(0, View(sLine));
     QByteArray sDecoders;
     if (t.Lines(t.lstRxData).size() == 1) sDecoders += "Rx";
@@ -488,8 +443,7 @@ void DispatchWindowTest::addressSelectsTheDecoder() {
 }
 
 void DispatchWindowTest::linesThatAreDecodedAreMarked() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Listening t;
     for (const std::string_view sLine :
          {std::string_view(Report), std::string_view("$GPZDA,1"), std::string_view("$PNMLS,29,19,3"),
           std::string_view("$GP"), std::string_view("$GPRMC,,"), std::string_view("$GPGLL,,")}) {
@@ -523,8 +477,7 @@ void DispatchWindowTest::levelsBelongToTheMessageJustBefore() {
     QFETCH(QByteArray, sBefore);
     QFETCH(QByteArray, sLine);
     QFETCH(bool, bBelongs);
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Listening t;
     t.FeedLine(0, Report);  // so that there is a channel to be told
     t.FeedLine(0, View(sBefore));
     t.FeedLine(0, View(sLine));
@@ -535,8 +488,7 @@ void DispatchWindowTest::levelsBelongToTheMessageJustBefore() {
 }
 
 void DispatchWindowTest::eachPortHasItsOwnFlagAndLine() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Listening t;
     t.FeedLine(0, Report);
     t.Feed(0, "$GPZDA,begun");
     t.FeedLine(1, "$PNMLS,29,19,3*50");
@@ -548,23 +500,20 @@ void DispatchWindowTest::eachPortHasItsOwnFlagAndLine() {
 }
 
 void DispatchWindowTest::acceptedLinesAreForwarded() {
-    Listening tListening(true);
-    TestWindow& t = tListening.t;
+    Forwarding t;
     const std::vector<std::string> sLines = {Report, "$PNMLS,29,19,3*50", "$GPRMC,,", "$GPZDA,1", "anything at all"};
     QByteArray sExpected;
     for (const std::string& sLine : sLines) {
         t.FeedLine(sLine.size() % 2 == 0 ? 0 : 1, sLine);
         sExpected += Bytes(sLine + "\r\n");
     }
-    QCOMPARE(tListening.Forwarded(), sExpected);
+    QCOMPARE(t.Forwarded(), sExpected);
     QCOMPARE(Log(t, t.lstOutputData), Texts(sLines));
     QCOMPARE(Marks(t, t.lstOutputData), QByteArray("+++++"));
 }
 
 void DispatchWindowTest::gllIsForwardedBehindItsRmc() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.chkOutputEnabled.setChecked(true);
     t.chkOutputRMC.setChecked(true);
     t.txtOutputPort.SetText("3");
@@ -578,33 +527,32 @@ void DispatchWindowTest::gllIsForwardedBehindItsRmc() {
 }
 
 void DispatchWindowTest::failedDecodingIsForwardedAllTheSame() {
-    Listening tListening(true);
-    for (const char* sLine : {"!AIVDM,,", "$PNMLS,,", "$GPGLL,,", "$GPRMC,,"}) tListening.t.FeedLine(0, sLine);
-    QCOMPARE(tListening.Forwarded(), QByteArray("!AIVDM,,\r\n$PNMLS,,\r\n$GPGLL,,\r\n$GPRMC,,\r\n"));
+    Forwarding t;
+    for (const char* sLine : {"!AIVDM,,", "$PNMLS,,", "$GPGLL,,", "$GPRMC,,"}) t.FeedLine(0, sLine);
+    QCOMPARE(t.Forwarded(), QByteArray("!AIVDM,,\r\n$PNMLS,,\r\n$GPGLL,,\r\n$GPRMC,,\r\n"));
 }
 
 void DispatchWindowTest::refusedLinesAreNotForwarded() {
-    Listening tListening(true);
-    for (const char* sLine : {"$GP", "", "$GPZDA,1*00"}) tListening.t.FeedLine(0, sLine);
-    tListening.t.MSComm(0).RaiseEvent(1001);
-    QCOMPARE(tListening.Forwarded(), QByteArray());
-    QVERIFY(tListening.t.Lines(tListening.t.lstOutputData).empty());
+    Forwarding t;
+    for (const char* sLine : {"$GP", "", "$GPZDA,1*00"}) t.FeedLine(0, sLine);
+    t.MSComm(0).RaiseEvent(1001);
+    QCOMPARE(t.Forwarded(), QByteArray());
+    QVERIFY(t.Lines(t.lstOutputData).empty());
 }
 
 void DispatchWindowTest::nothingIsForwardedWithoutTheBox() {
-    Listening tListening(false);
-    tListening.t.FeedLine(0, Report);
-    QVERIFY(tListening.t.Lines(tListening.t.lstOutputData).empty());
-    QVERIFY(!tListening.t.MSCommOutput.PortOpen());
+    Listening t;
+    t.FeedLine(0, Report);
+    QVERIFY(t.Lines(t.lstOutputData).empty());
+    QVERIFY(!t.MSCommOutput.PortOpen());
 }
 
 void DispatchWindowTest::onlyDecodedLinesAreRecorded() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    const QString sFile = tListening.tWorld.Path(QStringLiteral("recorded.txt"));
-    tListening.tWorld.tFileAnswers.push_back(sFile);
+    Listening t;
+    const QString sFile = t.tWorld.Path(QStringLiteral("recorded.txt"));
+    t.tWorld.tFileAnswers.push_back(sFile);
     t.Press(ui::KeyRecord);
-    tListening.tWorld.SetClock("2011-05-15T22:54:44");
+    t.tWorld.SetClock("2011-05-15T22:54:44");
     t.FeedLine(0, Report);
     t.FeedLine(0, "$GPZDA,1");
     t.FeedLine(1, "$GPZDA,1*00");
@@ -614,7 +562,7 @@ void DispatchWindowTest::onlyDecodedLinesAreRecorded() {
     t.FeedLine(1, "$GPRMC,,");
     t.Press(ui::KeyStop);
     const std::string sStamp = "05/15/2011 22:54:44 ";
-    QCOMPARE(Bytes(tListening.tWorld.ReadFile(sFile)), Bytes(sStamp + Report + "\r\n" + sStamp + "$GPRMC,,\r\n"));
+    QCOMPARE(Bytes(t.tWorld.ReadFile(sFile)), Bytes(sStamp + Report + "\r\n" + sStamp + "$GPRMC,,\r\n"));
 }
 
 void DispatchWindowTest::portEventsAreNotices_data() {
@@ -633,8 +581,7 @@ void DispatchWindowTest::portEventsAreNotices_data() {
 void DispatchWindowTest::portEventsAreNotices() {
     QFETCH(int, iEvent);
     QFETCH(QByteArray, sNotice);
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Listening t;
     t.MSComm(1).RaiseEvent(iEvent);
     QCOMPARE(Log(t, t.lstCommData(1)), Texts({sNotice.toStdString()}));
     QCOMPARE(Marks(t, t.lstCommData(1)), QByteArray("-"));
@@ -644,8 +591,7 @@ void DispatchWindowTest::portEventsAreNotices() {
 }
 
 void DispatchWindowTest::portEventsLeaveTheLineAlone() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Listening t;
     t.Feed(0, "$GPZDA");
     t.MSComm(0).RaiseEvent(1009);
     t.Feed(0, ",1\r\n");
@@ -653,8 +599,7 @@ void DispatchWindowTest::portEventsLeaveTheLineAlone() {
 }
 
 void DispatchWindowTest::portEventsGoToTheirOwnPort() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Listening t;
     t.MSComm(0).RaiseEvent(1001);
     t.MSComm(1).RaiseEvent(1004);
     QCOMPARE(Log(t, t.lstCommData(0)), Texts({"<<Break Signal Received>>"}));
@@ -663,8 +608,7 @@ void DispatchWindowTest::portEventsGoToTheirOwnPort() {
 }
 
 void DispatchWindowTest::oldestLineGoes() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Listening t;
     QStringList sExpected;
     for (int i = 1; i <= 101; ++i) {
         t.FeedLine(0, "$GPZDA," + std::to_string(i));
@@ -681,8 +625,7 @@ void DispatchWindowTest::oldestLineGoes() {
 }
 
 void DispatchWindowTest::marksMoveWithTheirLines() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Listening t;
     QByteArray sExpected;
     for (int i = 0; i < 130; ++i) {
         t.FeedLine(0, i % 3 == 0 ? "$GPRMC,," : "$GPZDA,1");
@@ -692,8 +635,7 @@ void DispatchWindowTest::marksMoveWithTheirLines() {
 }
 
 void DispatchWindowTest::newestLineIsCurrentAndInView() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Listening t;
     t.SSTab.SetTab(ui::TabInput);
     for (int i = 0; i < 150; ++i) {
         t.FeedLine(0, "$GPZDA,1");
@@ -706,15 +648,13 @@ void DispatchWindowTest::newestLineIsCurrentAndInView() {
 }
 
 void DispatchWindowTest::toolTipsNumberThePortsFromOne() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Listening t;
     QCOMPARE(t.lstCommData(0).toolTip(), QStringLiteral("#1, NEMA 0183 Data, Highlighted indicates Decoded Data"));
     QCOMPARE(t.lstCommData(1).toolTip(), QStringLiteral("#2, NEMA 0183 Data, Highlighted indicates Decoded Data"));
 }
 
 void DispatchWindowTest::interleavedPortsKeepTheirOrder() {
-    Listening tListening(true);
-    TestWindow& t = tListening.t;
+    Forwarding t;
     std::string sPort0, sPort1;
     QStringList sExpected0, sExpected1;
     for (int i = 0; i < 40; ++i) {
@@ -733,13 +673,11 @@ void DispatchWindowTest::interleavedPortsKeepTheirOrder() {
 }
 
 void DispatchWindowTest::playbackEntersLikePortZero() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
-    const QString sFile = tWorld.Path(QStringLiteral("played.txt"));
+    ShownWindow t;
+    const QString sFile = t.tWorld.Path(QStringLiteral("played.txt"));
     const std::string sStamp = "05/15/2011 22:54:44 ";
-    tWorld.WriteFile(sFile, sStamp + Report + "\r\n" + sStamp + "$GPZDA,1*00\r\n" + sStamp + "$GPZDA,1\r\n");
-    tWorld.tFileAnswers.push_back(sFile);
+    t.tWorld.WriteFile(sFile, sStamp + Report + "\r\n" + sStamp + "$GPZDA,1*00\r\n" + sStamp + "$GPZDA,1\r\n");
+    t.tWorld.tFileAnswers.push_back(sFile);
     t.Press(ui::KeyPlaybackBurst);
     QCOMPARE(Log(t, t.lstCommData(0)), Texts({Report, "$GPZDA,1*00", "<<Checksum Error>>", "$GPZDA,1"}));
     QCOMPARE(Marks(t, t.lstCommData(0)), QByteArray("+---"));
@@ -765,22 +703,22 @@ void DispatchWindowTest::manyLinesAtOnceShowWhatSingleOnesShow() {
     QFETCH(bool, bTrack);
     QFETCH(quint32, lAtOnce);
     QFETCH(quint32, lLevelsEach);
-    Listening tAlone(true), tTogether(true);
-    for (Listening* p : {&tAlone, &tTogether}) {
-        p->t.cmbTargetSort.SetListIndex(iSort);
-        p->t.chkTargetTrack.setChecked(bTrack);
+    Forwarding tAlone, tTogether;
+    for (Forwarding* p : {&tAlone, &tTogether}) {
+        p->cmbTargetSort.SetListIndex(iSort);
+        p->chkTargetTrack.setChecked(bTrack);
     }
     Dice tDice(lAtOnce * 10 + lLevelsEach);
     for (const app::PortIndex iPort : std::initializer_list<app::PortIndex>{0, 1, 0, 1, 1, 0}) {
         std::string sTogether;
         for (quint32 i = 0; i < lAtOnce; ++i) {
             const std::string sLine = AnyLine(tDice, lLevelsEach, lAtOnce < 500 ? 5 : 500);
-            tAlone.t.Feed(iPort, sLine);
+            tAlone.Feed(iPort, sLine);
             sTogether += sLine;
         }
-        tTogether.t.Feed(iPort, sTogether);
-        QCOMPARE(Everything(tTogether.t), Everything(tAlone.t));
-        for (Listening* p : {&tAlone, &tTogether}) p->t.Advance(1 + static_cast<int>(lAtOnce % 7));
+        tTogether.Feed(iPort, sTogether);
+        QCOMPARE(Everything(tTogether), Everything(tAlone));
+        for (Forwarding* p : {&tAlone, &tTogether}) p->Advance(1 + static_cast<int>(lAtOnce % 7));
     }
     QCOMPARE(tTogether.Forwarded(), tAlone.Forwarded());
 }

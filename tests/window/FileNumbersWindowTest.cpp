@@ -9,36 +9,23 @@
 
 #include "tests/support/Bytes.h"
 #include "tests/support/PrintString.h"
-#include "tests/support/TestWindow.h"
+#include "tests/window/Bench.h"
 
 using support::Bytes;
-using support::TestWindow;
-using support::World;
+using support::Player;
 
 namespace {
 
-constexpr const char* Report = "!AIVDM,1,1,,A,15M67F@uQqG?w<hK?Mu8iFv00000,0*7B";
 constexpr int Numbers = 255;  // of files that can be open
 
 std::atomic<long long> lHeld{0};  // bytes that are held by new
 
 // A window and a short recording.
-struct Run {
-    Run() : sFile(tWorld.Path(QStringLiteral("played.txt"))), t(tWorld) {
-        tWorld.WriteFile(sFile, std::string("05/15/2011 10:00:00 ") + Report + "\r\n");
-        t.LoadAndShow();
-    }
-    void Burst() {
-        tWorld.tFileAnswers = {sFile};
-        t.Press("Playback Burst");
-    }
+struct Run : Player {
+    Run() : Player(std::string("05/15/2011 10:00:00 ") + support::AnyReport + "\r\n") {}
     void Bursts(int iCount) {
         for (int i = 0; i < iCount; ++i) Burst();
     }
-
-    World tWorld;
-    QString sFile;
-    TestWindow t;
 };
 
 }  // namespace
@@ -71,59 +58,57 @@ private slots:
 };
 
 void FileNumbersWindowTest::burstsGoOnWithoutEnd() {
-    Run r;
+    Run t;
     for (int i = 0; i < 2 * Numbers + 10; ++i) {
-        r.t.StatusBar.SetPanelText(ui::PanelSummary, "before");
-        r.Burst();
-        QCOMPARE(r.t.Panel(2), std::string("1 Targets, 1 Messages"));
-        QCOMPARE(r.t.windowTitle(), QStringLiteral("Tidewatch - played.txt"));
+        t.StatusBar.SetPanelText(ui::PanelSummary, "before");
+        t.Burst();
+        QCOMPARE(t.Panel(2), std::string("1 Targets, 1 Messages"));
+        QCOMPARE(t.windowTitle(), QStringLiteral("Tidewatch - played.txt"));
     }
 }
 
 void FileNumbersWindowTest::oldestFinishedBurstGivesItsNumber() {
-    Run r;
+    Run t;
     for (int i = 1; i <= Numbers; ++i) {
-        r.Burst();
-        QCOMPARE(int{r.t.m_iRecordFile}, i);
+        t.Burst();
+        QCOMPARE(int{t.m_iRecordFile}, i);
     }
-    for (std::int16_t i = 1; i <= Numbers; ++i) QVERIFY(r.t.m_tFiles.IsOpen(i));  // no earlier than needed
+    for (std::int16_t i = 1; i <= Numbers; ++i) QVERIFY(t.m_tFiles.IsOpen(i));  // no earlier than needed
     for (int i = 1; i <= 3; ++i) {
-        r.Burst();
-        QCOMPARE(int{r.t.m_iRecordFile}, i);
+        t.Burst();
+        QCOMPARE(int{t.m_iRecordFile}, i);
     }
 }
 
 void FileNumbersWindowTest::recordingGoesOnAfterManyBursts() {
-    Run r;
-    r.Bursts(Numbers);
-    r.t.StartBoth();
-    const QString sRecord = r.tWorld.Path(QStringLiteral("record.txt"));
-    r.tWorld.tFileAnswers = {sRecord};
-    r.t.Press("Record");
-    QCOMPARE(r.t.Panel(1), std::string("Record"));
-    r.t.FeedLine(0, "$PNMLS,1,1,1*");
-    r.t.Press("Stop");
-    QCOMPARE(Bytes(r.tWorld.ReadFile(sRecord)), QByteArray("05/15/2011 12:00:00 $PNMLS,1,1,1*\r\n"));
+    Run t;
+    t.Bursts(Numbers);
+    t.StartBoth();
+    const QString sRecord = t.tWorld.Path(QStringLiteral("record.txt"));
+    t.PressWithFile("Record", sRecord);
+    QCOMPARE(t.Panel(1), std::string("Record"));
+    t.FeedLine(0, "$PNMLS,1,1,1*");
+    t.Press("Stop");
+    QCOMPARE(Bytes(t.tWorld.ReadFile(sRecord)), QByteArray("05/15/2011 12:00:00 $PNMLS,1,1,1*\r\n"));
 }
 
 void FileNumbersWindowTest::playbackGoesOnAfterManyBursts() {
-    Run r;
-    r.Bursts(Numbers);
-    r.tWorld.tFileAnswers = {r.sFile};
-    r.t.Press("Playback");
-    QCOMPARE(r.t.Panel(1), std::string("Playback"));
-    r.t.Advance(1);
-    QCOMPARE(r.t.Panel(1), std::string("Done"));
-    QCOMPARE(r.t.Panel(2), std::string("1 Targets, 1 Messages"));
+    Run t;
+    t.Bursts(Numbers);
+    t.PressWithFile("Playback", t.sFile);
+    QCOMPARE(t.Panel(1), std::string("Playback"));
+    t.Advance(1);
+    QCOMPARE(t.Panel(1), std::string("Done"));
+    QCOMPARE(t.Panel(2), std::string("1 Targets, 1 Messages"));
 }
 
 void FileNumbersWindowTest::burstThatEndedEarlyGivesItsNumberToo() {
-    Run r;
-    r.tWorld.WriteFile(r.sFile, "no recording\r\n");
-    r.Bursts(Numbers);
-    r.tWorld.WriteFile(r.sFile, std::string("05/15/2011 10:00:00 ") + Report + "\r\n");
-    r.Burst();
-    QCOMPARE(r.t.Panel(2), std::string("1 Targets, 1 Messages"));
+    Run t;
+    t.tWorld.WriteFile(t.sFile, "no recording\r\n");
+    t.Bursts(Numbers);
+    t.tWorld.WriteFile(t.sFile, std::string("05/15/2011 10:00:00 ") + support::AnyReport + "\r\n");
+    t.Burst();
+    QCOMPARE(t.Panel(2), std::string("1 Targets, 1 Messages"));
 }
 
 void FileNumbersWindowTest::finishedBurstKeepsNoMemory_data() {
@@ -135,11 +120,11 @@ void FileNumbersWindowTest::finishedBurstKeepsNoMemory_data() {
 
 void FileNumbersWindowTest::finishedBurstKeepsNoMemory() {
     QFETCH(QByteArray, content);
-    Run r;
-    r.tWorld.WriteFile(r.sFile, support::View(content));
-    r.Bursts(3);
+    Run t;
+    t.tWorld.WriteFile(t.sFile, support::View(content));
+    t.Bursts(3);
     const long long lBefore = lHeld;
-    r.Bursts(50);
+    t.Bursts(50);
     const long long lMore = lHeld - lBefore;
     QVERIFY2(lMore < 100000, qPrintable(QStringLiteral("%1 bytes more after 50 bursts").arg(lMore)));
 }

@@ -7,6 +7,7 @@
 #include <QUrl>
 
 #include "tests/support/PrintString.h"
+#include "tests/window/Bench.h"
 #include "tests/window/Shown.h"
 
 using namespace support;
@@ -63,16 +64,11 @@ private:
     Qt::DropActions m_eActions = Qt::CopyAction | Qt::MoveAction;
 };
 
-struct Window {
-    Window() {
-        tWorld.WriteFile(sFile, Recorded);
-        t.LoadAndShow();
-    }
-    int Rows() { return t.grdTargetData.Cells.Rows() - 1; }
+struct Window : ShownWindow {
+    Window() { tWorld.WriteFile(sFile, Recorded); }
+    int Rows() { return grdTargetData.Cells.Rows() - 1; }
 
-    World tWorld;
     QString sFile = tWorld.Path(QStringLiteral("night.txt"));
-    TestWindow t{tWorld};
 };
 
 QString Folder(const World& tWorld, const char* sName) {
@@ -106,82 +102,80 @@ private slots:
 };
 
 void FilesWindowTest::dialogsStartWhereTheLastFileWas() {
-    Window w;
-    const QString sOne = Folder(w.tWorld, "one");
-    const QString sTwo = Folder(w.tWorld, "two");
-    w.tWorld.WriteFile(sTwo + QLatin1String("/played.txt"), Recorded);
-    w.t.StartBoth();
-    w.tWorld.tFileAnswers = {sOne + QLatin1String("/record.txt")};
-    w.t.Press("Record");
-    w.t.Press("Stop");
-    w.tWorld.tFileAnswers = {sTwo + QLatin1String("/played.txt")};
-    w.t.Press("Playback");
-    w.t.Press("Stop");
-    w.t.StartBoth();
-    w.t.Press("Record");
+    Window t;
+    const QString sOne = Folder(t.tWorld, "one");
+    const QString sTwo = Folder(t.tWorld, "two");
+    t.tWorld.WriteFile(sTwo + QLatin1String("/played.txt"), Recorded);
+    t.StartBoth();
+    t.PressWithFile("Record", sOne + QLatin1String("/record.txt"));
+    t.Press("Stop");
+    t.PressWithFile("Playback", sTwo + QLatin1String("/played.txt"));
+    t.Press("Stop");
+    t.StartBoth();
+    t.Press("Record");
     QStringList sFolders;
-    for (const toolkit::FileRequest& tRequest : w.tWorld.tDialogs) sFolders << tRequest.sFolder;
+    for (const toolkit::FileRequest& tRequest : t.tWorld.tDialogs) sFolders << tRequest.sFolder;
     QCOMPARE(sFolders, (QStringList{QString(), sOne, sTwo}));
 }
 
 void FilesWindowTest::cancelledDialogLeavesTheFolder() {
-    Window w;
+    Window t;
     for (int i = 0; i < 2; ++i) {
-        w.tWorld.tFileAnswers = {std::nullopt};
-        w.t.Press("Playback");
-        QCOMPARE(w.tWorld.tDialogs.back().sFolder, w.tWorld.Folder());
+        t.tWorld.tFileAnswers = {std::nullopt};
+        t.Press("Playback");
+        QCOMPARE(t.tWorld.tDialogs.back().sFolder, t.tWorld.Folder());
     }
 }
 
 void FilesWindowTest::droppedFileIsPlayedAtItsPace() {
-    Window w;
-    QCOMPARE(Drag(w.t, w.sFile).Drop(), Qt::CopyAction);
-    QCOMPARE(w.t.windowTitle(), QStringLiteral("Tidewatch - night.txt"));
-    QCOMPARE(Panel(w.t, 1), QByteArray("Playback"));
-    QVERIFY(w.t.m_bPlayback);
-    QCOMPARE(w.Rows(), 0);
-    w.t.Advance(1);
-    QCOMPARE(w.Rows(), 1);
-    QCOMPARE(Panel(w.t, 1), QByteArray("Playback"));
-    QVERIFY(w.tWorld.tDialogs.empty());
+    Window t;
+    QCOMPARE(Drag(t, t.sFile).Drop(), Qt::CopyAction);
+    QCOMPARE(t.windowTitle(), QStringLiteral("Tidewatch - night.txt"));
+    QCOMPARE(Panel(t, 1), QByteArray("Playback"));
+    QVERIFY(t.m_bPlayback);
+    QCOMPARE(t.Rows(), 0);
+    t.Advance(1);
+    QCOMPARE(t.Rows(), 1);
+    QCOMPARE(Panel(t, 1), QByteArray("Playback"));
+    QVERIFY(t.tWorld.tDialogs.empty());
 }
 
 void FilesWindowTest::droppedFileWithShiftIsABurst() {
-    Window w;
-    QCOMPARE(Drag(w.t, w.sFile).With(Qt::ShiftModifier).Drop(), Qt::CopyAction);
-    QCOMPARE(w.t.windowTitle(), QStringLiteral("Tidewatch - night.txt"));
-    QVERIFY(!w.t.m_bPlayback);
-    QCOMPARE(Log(w.t, w.t.lstCommData(0)).size(), qsizetype{2});
-    QCOMPARE(w.Rows(), 1);
+    Window t;
+    QCOMPARE(Drag(t, t.sFile).With(Qt::ShiftModifier).Drop(), Qt::CopyAction);
+    QCOMPARE(t.windowTitle(), QStringLiteral("Tidewatch - night.txt"));
+    QVERIFY(!t.m_bPlayback);
+    QCOMPARE(Log(t, t.lstCommData(0)).size(), qsizetype{2});
+    QCOMPARE(t.Rows(), 1);
 }
 
 void FilesWindowTest::dropIsTakenOverEveryTab() {
-    Window w;
-    for (int i = 0; i < w.t.SSTab.Bar().count(); ++i) {
-        w.t.SSTab.SetTab(i);
+    Window t;
+    for (int i = 0; i < t.SSTab.Bar().count(); ++i) {
+        t.SSTab.SetTab(i);
         QCoreApplication::processEvents();
-        for (int iX = 5; iX < w.t.width(); iX += 40) {
-            for (int iY = 5; iY < w.t.height(); iY += 20) {
-                QWidget* pUnder = w.t.childAt(iX, iY);
+        for (int iX = 5; iX < t.width(); iX += 40) {
+            for (int iY = 5; iY < t.height(); iY += 20) {
+                QWidget* pUnder = t.childAt(iX, iY);
                 if (pUnder == nullptr) continue;
-                QVERIFY2(Drag(w.t, w.sFile).Over(*pUnder).Enter(), qPrintable(pUnder->objectName()));
+                QVERIFY2(Drag(t, t.sFile).Over(*pUnder).Enter(), qPrintable(pUnder->objectName()));
             }
         }
     }
 }
 
 void FilesWindowTest::dropOverAFieldIsNoText() {
-    Window w;
-    QCOMPARE(Drag(w.t, w.sFile).Over(w.t.txtCommPort(0)).Drop(), Qt::CopyAction);
-    QCOMPARE(w.t.txtCommPort(0).text(), QStringLiteral("6"));
-    QVERIFY(w.t.m_bPlayback);
+    Window t;
+    QCOMPARE(Drag(t, t.sFile).Over(t.txtCommPort(0)).Drop(), Qt::CopyAction);
+    QCOMPARE(t.txtCommPort(0).text(), QStringLiteral("6"));
+    QVERIFY(t.m_bPlayback);
 }
 
 void FilesWindowTest::textDraggedOverAFieldIsTheFields() {
-    Window w;
-    QVERIFY(Drag(w.t, QList<QUrl>()).Over(w.t.txtCommPort(0)).Drop() != Qt::IgnoreAction);
-    QVERIFY(w.t.txtCommPort(0).text().contains(QStringLiteral("text")));
-    QVERIFY(!Drag(w.t, QList<QUrl>()).Over(w.t.lstCommData(0)).Enter());
+    Window t;
+    QVERIFY(Drag(t, QList<QUrl>()).Over(t.txtCommPort(0)).Drop() != Qt::IgnoreAction);
+    QVERIFY(t.txtCommPort(0).text().contains(QStringLiteral("text")));
+    QVERIFY(!Drag(t, QList<QUrl>()).Over(t.lstCommData(0)).Enter());
 }
 
 // A source that is told of a move may remove its file.
@@ -200,8 +194,8 @@ void FilesWindowTest::droppedFileIsNeverMoved() {
     QFETCH(int, keys);
     QFETCH(int, actions);
     QFETCH(int, action);
-    Window w;
-    const auto eDone = Drag(w.t, w.sFile).With(Qt::KeyboardModifiers(keys), Qt::DropActions(actions)).Drop();
+    Window t;
+    const auto eDone = Drag(t, t.sFile).With(Qt::KeyboardModifiers(keys), Qt::DropActions(actions)).Drop();
     QCOMPARE(int{eDone}, action);
 }
 
@@ -214,52 +208,52 @@ void FilesWindowTest::otherThingsAreRefused_data() {
 
 void FilesWindowTest::otherThingsAreRefused() {
     QFETCH(QStringList, urls);
-    Window w;
+    Window t;
     QList<QUrl> tUrls;
     for (const QString& sUrl : urls) tUrls << QUrl(sUrl);
-    QVERIFY(!Drag(w.t, tUrls).Over(w.t.lstCommData(0)).Enter());
-    QVERIFY(!Drag(w.t, tUrls).Enter());
+    QVERIFY(!Drag(t, tUrls).Over(t.lstCommData(0)).Enter());
+    QVERIFY(!Drag(t, tUrls).Enter());
 }
 
 void FilesWindowTest::nothingIsTakenWhileRunningOrPlaying() {
-    Window w;
-    w.t.StartBoth();
-    QVERIFY(!Drag(w.t, w.sFile).Enter());
-    w.t.Press("Stop");
-    Drag tFirst(w.t, w.sFile);
+    Window t;
+    t.StartBoth();
+    QVERIFY(!Drag(t, t.sFile).Enter());
+    t.Press("Stop");
+    Drag tFirst(t, t.sFile);
     QVERIFY(tFirst.Enter());
     QCOMPARE(tFirst.Drop(), Qt::CopyAction);
-    w.t.Advance(1);
-    QVERIFY(!Drag(w.t, w.sFile).Enter());
-    QCOMPARE(w.Rows(), 1);
+    t.Advance(1);
+    QVERIFY(!Drag(t, t.sFile).Enter());
+    QCOMPARE(t.Rows(), 1);
 }
 
 void FilesWindowTest::droppedFileThatCannotBeOpenedSaysWhy() {
-    Window w;
-    Drag(w.t, w.tWorld.Folder()).Drop();
-    QCOMPARE(Panel(w.t, 2), QByteArray("Playback - Is a directory"));
-    QCOMPARE(w.t.windowTitle(), QStringLiteral("Tidewatch"));
-    QCOMPARE(Panel(w.t, 1), QByteArray("Stopped"));
+    Window t;
+    Drag(t, t.tWorld.Folder()).Drop();
+    QCOMPARE(Panel(t, 2), QByteArray("Playback - Is a directory"));
+    QCOMPARE(t.windowTitle(), QStringLiteral("Tidewatch"));
+    QCOMPARE(Panel(t, 1), QByteArray("Stopped"));
 }
 
 void FilesWindowTest::burstWithOutputIsRefusedForADroppedFileToo() {
-    Window w;
-    w.t.chkOutputEnabled.setChecked(true);
-    Drag(w.t, w.sFile).With(Qt::ShiftModifier).Drop();
-    QCOMPARE(w.tWorld.sMessages, QStringList{QStringLiteral("Comm Output is not available with Burst Playback")});
-    QCOMPARE(w.t.windowTitle(), QStringLiteral("Tidewatch"));
-    QCOMPARE(w.Rows(), 0);
+    Window t;
+    t.chkOutputEnabled.setChecked(true);
+    Drag(t, t.sFile).With(Qt::ShiftModifier).Drop();
+    QCOMPARE(t.tWorld.sMessages, QStringList{QStringLiteral("Comm Output is not available with Burst Playback")});
+    QCOMPARE(t.windowTitle(), QStringLiteral("Tidewatch"));
+    QCOMPARE(t.Rows(), 0);
 }
 
 void FilesWindowTest::nextDialogStartsInTheDroppedFilesFolder() {
-    Window w;
-    const QString sFolder = Folder(w.tWorld, "elsewhere");
-    w.tWorld.WriteFile(sFolder + QLatin1String("/a.txt"), Recorded);
-    Drag(w.t, sFolder + QLatin1String("/a.txt")).Drop();
-    w.t.Press("Stop");
-    w.tWorld.tFileAnswers = {std::nullopt};
-    w.t.Press("Playback");
-    QCOMPARE(w.tWorld.tDialogs.back().sFolder, sFolder);
+    Window t;
+    const QString sFolder = Folder(t.tWorld, "elsewhere");
+    t.tWorld.WriteFile(sFolder + QLatin1String("/a.txt"), Recorded);
+    Drag(t, sFolder + QLatin1String("/a.txt")).Drop();
+    t.Press("Stop");
+    t.tWorld.tFileAnswers = {std::nullopt};
+    t.Press("Playback");
+    QCOMPARE(t.tWorld.tDialogs.back().sFolder, sFolder);
 }
 
 void FilesWindowTest::captionNamesTheWholeFile_data() {
@@ -272,15 +266,15 @@ void FilesWindowTest::captionNamesTheWholeFile_data() {
 // What the window's frame shows is what the window system was told.
 void FilesWindowTest::captionNamesTheWholeFile() {
     QFETCH(QString, name);
-    Window w;
-    w.tWorld.WriteFile(w.tWorld.Path(name), Recorded);
-    w.tWorld.tFileAnswers = {w.tWorld.Path(name), std::nullopt};
-    w.t.Press("Playback");
-    QCOMPARE(w.t.windowHandle()->title(), QStringLiteral("Tidewatch - ") + name);
-    w.t.m_bPlayback = false;
-    w.t.CommStop();
-    w.t.Press("Playback");
-    QCOMPARE(w.tWorld.tDialogs.back().sTitle, QStringLiteral("Tidewatch - %1 - Open").arg(name));
+    Window t;
+    t.tWorld.WriteFile(t.tWorld.Path(name), Recorded);
+    t.tWorld.tFileAnswers = {t.tWorld.Path(name), std::nullopt};
+    t.Press("Playback");
+    QCOMPARE(t.windowHandle()->title(), QStringLiteral("Tidewatch - ") + name);
+    t.m_bPlayback = false;
+    t.CommStop();
+    t.Press("Playback");
+    QCOMPARE(t.tWorld.tDialogs.back().sTitle, QStringLiteral("Tidewatch - %1 - Open").arg(name));
 }
 
 QTEST_MAIN(FilesWindowTest)

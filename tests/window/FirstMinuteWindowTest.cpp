@@ -5,7 +5,7 @@
 #include <QLineEdit>
 #include <QTest>
 
-#include "tests/support/AisEncoder.h"
+#include "tests/window/Bench.h"
 #include "tests/window/Shown.h"
 #include "tests/window/Views.h"
 
@@ -44,13 +44,8 @@ std::vector<EmptyView> EmptyViews(TestWindow& t) {
 
 bool Says(const QString& sHint, const char* sPart) { return sHint.contains(QLatin1String(sPart)); }
 
-struct Fresh {
-    World tWorld;
-    TestWindow t{tWorld};
-    Fresh() {
-        t.LoadAndShow();
-        t.Synchronize();
-    }
+struct Fresh : ShownWindow {
+    Fresh() { Synchronize(); }
 };
 
 }  // namespace
@@ -73,109 +68,108 @@ private slots:
 };
 
 void FirstMinuteWindowTest::everyEmptyViewSaysWhatToDo() {
-    Fresh f;
-    for (const EmptyView& tView : EmptyViews(f.t)) {
-        f.t.SSTab.SetTab(tView.eTab);
+    Fresh t;
+    for (const EmptyView& tView : EmptyViews(t)) {
+        t.SSTab.SetTab(tView.eTab);
         QVERIFY2(Says(tView.sHint, "press Start") || Says(tView.sHint, "Press Start"), qPrintable(tView.sHint));
         QVERIFY2(IsWrittenInTheMiddle(*tView.pView->viewport()), qPrintable(tView.sHint));
     }
-    QCOMPARE(f.t.lstCommData(0).EmptyHint(), QStringLiteral("Choose the port above and press Start"));
-    QCOMPARE(f.t.lstCommData(1).EmptyHint(), QStringLiteral("Choose the port above and press Start"));
-    QVERIFY(Says(f.t.grdTargetData.EmptyHint(), "No reports yet"));
+    QCOMPARE(t.lstCommData(0).EmptyHint(), QStringLiteral("Choose the port above and press Start"));
+    QCOMPARE(t.lstCommData(1).EmptyHint(), QStringLiteral("Choose the port above and press Start"));
+    QVERIFY(Says(t.grdTargetData.EmptyHint(), "No reports yet"));
 }
 
 void FirstMinuteWindowTest::runningItWaitsForTheFirstLine() {
-    Fresh f;
-    f.t.StartBoth();
-    f.t.Synchronize();
-    for (const EmptyView& tView : EmptyViews(f.t)) {
-        f.t.SSTab.SetTab(tView.eTab);
+    Fresh t;
+    t.StartBoth();
+    t.Synchronize();
+    for (const EmptyView& tView : EmptyViews(t)) {
+        t.SSTab.SetTab(tView.eTab);
         QVERIFY2(!tView.sHint.contains(QLatin1String("Start")), qPrintable(tView.sHint));
         QVERIFY2(IsWrittenInTheMiddle(*tView.pView->viewport()), qPrintable(tView.sHint));
     }
-    QVERIFY(Says(f.t.lstCommData(0).EmptyHint(), "No line has come yet"));
-    QVERIFY(Says(f.t.grdTargetData.EmptyHint(), "No reports yet"));
+    QVERIFY(Says(t.lstCommData(0).EmptyHint(), "No line has come yet"));
+    QVERIFY(Says(t.grdTargetData.EmptyHint(), "No reports yet"));
 }
 
 void FirstMinuteWindowTest::stoppedAgainItSaysHowToStart() {
-    Fresh f;
-    f.t.StartBoth();
-    f.t.Press(ui::KeyStop);
-    f.t.Synchronize();
-    QCOMPARE(f.t.lstCommData(0).EmptyHint(), QStringLiteral("Choose the port above and press Start"));
+    Fresh t;
+    t.StartBoth();
+    t.Press(ui::KeyStop);
+    t.Synchronize();
+    QCOMPARE(t.lstCommData(0).EmptyHint(), QStringLiteral("Choose the port above and press Start"));
 }
 
 void FirstMinuteWindowTest::aFailedStartSaysHowToStart() {
-    Fresh f;
-    f.tWorld.sBadPorts[6] = "no such device";
-    f.t.Press(ui::KeyStart);
-    QCOMPARE(Panel(f.t, 1), QByteArray("Stopped"));
-    QCOMPARE(f.t.lstCommData(0).EmptyHint(), QStringLiteral("Choose the port above and press Start"));
+    Fresh t;
+    t.tWorld.sBadPorts[6] = "no such device";
+    t.Press(ui::KeyStart);
+    QCOMPARE(Panel(t, 1), QByteArray("Stopped"));
+    QCOMPARE(t.lstCommData(0).EmptyHint(), QStringLiteral("Choose the port above and press Start"));
 }
 
 void FirstMinuteWindowTest::whatIsHeardTakesItsPlace() {
-    Fresh f;
-    f.t.StartBoth();
-    f.t.FeedLine(0, AisSentence(AisOther(11, 20)));
-    f.t.FeedLine(0, "$PNMLS,21,9");
-    f.t.FeedLine(0, "$GPGLL,4916.45,N,12311.12,W,225444,A");
-    f.t.Synchronize();
-    for (const EmptyView& tView : EmptyViews(f.t)) {
+    Fresh t;
+    t.StartBoth();
+    t.FeedLine(0, AisSentence(AisOther(11, 20)));
+    t.FeedLine(0, "$PNMLS,21,9");
+    t.FeedLine(0, "$GPGLL,4916.45,N,12311.12,W,225444,A");
+    t.Synchronize();
+    for (const EmptyView& tView : EmptyViews(t)) {
         if (tView.eTab == ui::TabOutput) continue;  // off
-        f.t.SSTab.SetTab(tView.eTab);
+        t.SSTab.SetTab(tView.eTab);
         QCOMPARE(tView.sHint, QString());
         QVERIFY(!IsWrittenInTheMiddle(*tView.pView->viewport()));
     }
 }
 
 void FirstMinuteWindowTest::anOutputThatIsOffSaysSo() {
-    Fresh f;
-    f.t.StartBoth();
-    QVERIFY(Says(f.t.lstOutputData.EmptyHint(), "The output is off"));
-    f.t.Press(ui::KeyStop);
-    f.t.chkOutputEnabled.setChecked(true);
-    f.t.txtOutputPort.SetText("3");
-    f.t.Press(ui::KeyStart);
-    QCOMPARE(f.t.lstOutputData.EmptyHint(), QStringLiteral("No line sent yet"));
+    Fresh t;
+    t.StartBoth();
+    QVERIFY(Says(t.lstOutputData.EmptyHint(), "The output is off"));
+    t.Press(ui::KeyStop);
+    t.chkOutputEnabled.setChecked(true);
+    t.txtOutputPort.SetText("3");
+    t.Press(ui::KeyStart);
+    QCOMPARE(t.lstOutputData.EmptyHint(), QStringLiteral("No line sent yet"));
 }
 
 void FirstMinuteWindowTest::playbackIsARun() {
-    Fresh f;
-    const QString sFile = f.tWorld.Path(QStringLiteral("played.txt"));
-    f.tWorld.WriteFile(sFile, "05/15/2011 11:00:00 $GPGLL,4916.45,N,12311.12,W,225444,A\r\n");
-    f.tWorld.tFileAnswers = {sFile};
-    f.t.Press(ui::KeyPlayback);
-    QVERIFY(!f.t.grdTargetData.EmptyHint().contains(QLatin1String("Start")));
-    QVERIFY(Says(f.t.grdTargetData.EmptyHint(), "No reports yet"));
+    Fresh t;
+    const QString sFile = t.tWorld.Path(QStringLiteral("played.txt"));
+    t.tWorld.WriteFile(sFile, "05/15/2011 11:00:00 $GPGLL,4916.45,N,12311.12,W,225444,A\r\n");
+    t.PressWithFile(ui::KeyPlayback, sFile);
+    QVERIFY(!t.grdTargetData.EmptyHint().contains(QLatin1String("Start")));
+    QVERIFY(Says(t.grdTargetData.EmptyHint(), "No reports yet"));
 }
 
 void FirstMinuteWindowTest::trackedRowsThatAreGoneAreExplained() {
-    Fresh f;
-    f.t.StartBoth();
-    f.t.FeedLine(0, AisSentence(AisOther(11, 20)));
-    f.t.SSTab.SetTab(ui::TabTargets);
-    f.t.cmbTargetTarget.SetText("30");
-    f.t.chkTargetTrack.setChecked(true);
-    f.t.Synchronize();
-    QVERIFY(Says(f.t.grdTargetData.EmptyHint(), "Untick Track"));
-    QVERIFY(IsWrittenInTheMiddle(*f.t.grdTargetData.viewport()));
-    f.t.chkTargetTrack.setChecked(false);
-    f.t.Synchronize();
-    QCOMPARE(f.t.grdTargetData.EmptyHint(), QString());
+    Fresh t;
+    t.StartBoth();
+    t.FeedLine(0, AisSentence(AisOther(11, 20)));
+    t.SSTab.SetTab(ui::TabTargets);
+    t.cmbTargetTarget.SetText("30");
+    t.chkTargetTrack.setChecked(true);
+    t.Synchronize();
+    QVERIFY(Says(t.grdTargetData.EmptyHint(), "Untick Track"));
+    QVERIFY(IsWrittenInTheMiddle(*t.grdTargetData.viewport()));
+    t.chkTargetTrack.setChecked(false);
+    t.Synchronize();
+    QCOMPARE(t.grdTargetData.EmptyHint(), QString());
 }
 
 void FirstMinuteWindowTest::positionsSayHowToTypeThem() {
-    Fresh f;
-    f.t.SSTab.SetTab(ui::TabGps);
-    const auto Point = [&f](QWidget& txt) {
-        QEnterEvent tEnter(QPointF(3, 3), txt.mapTo(&f.t, QPointF(3, 3)), txt.mapToGlobal(QPointF(3, 3)));
+    Fresh t;
+    t.SSTab.SetTab(ui::TabGps);
+    const auto Point = [&t](QWidget& txt) {
+        QEnterEvent tEnter(QPointF(3, 3), txt.mapTo(&t, QPointF(3, 3)), txt.mapToGlobal(QPointF(3, 3)));
         QCoreApplication::sendEvent(&txt, &tEnter);
-        return f.t.StatusBar.Tip().text();
+        return t.StatusBar.Tip().text();
     };
-    QVERIFY(Says(Point(f.t.txtGpsLat), "N or S at the end"));
-    QVERIFY(f.t.StatusBar.Tip().isVisible());
-    QVERIFY(Says(Point(f.t.txtGpsLon), "E or W at the end"));
-    QCOMPARE(f.t.txtGpsLat.toolTip(), QStringLiteral("Latitude"));
+    QVERIFY(Says(Point(t.txtGpsLat), "N or S at the end"));
+    QVERIFY(t.StatusBar.Tip().isVisible());
+    QVERIFY(Says(Point(t.txtGpsLon), "E or W at the end"));
+    QCOMPARE(t.txtGpsLat.toolTip(), QStringLiteral("Latitude"));
 }
 
 void FirstMinuteWindowTest::columnsOfTheChosenDetailStandBeforeStart_data() {
@@ -207,9 +201,9 @@ void FirstMinuteWindowTest::columnsOfTheChosenDetailStandBeforeStart() {
 }
 
 void FirstMinuteWindowTest::hintsAreNowhereElse() {
-    Fresh f;
-    const QString sAll = Views(f.t).join(QLatin1Char('\n'));
-    for (const EmptyView& tView : EmptyViews(f.t)) {
+    Fresh t;
+    const QString sAll = Views(t).join(QLatin1Char('\n'));
+    for (const EmptyView& tView : EmptyViews(t)) {
         for (const QString& sLine : tView.sHint.split(QLatin1Char('\n'))) QVERIFY(!sAll.contains(sLine));
     }
 }

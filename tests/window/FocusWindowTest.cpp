@@ -5,43 +5,34 @@
 #include <QWheelEvent>
 
 #include "tests/support/PrintString.h"
-#include "tests/support/TestWindow.h"
+#include "tests/window/Bench.h"
 
+using support::ActiveWindow;
+using support::AnyReport;
 using support::TestWindow;
-using support::World;
 
 namespace {
 
-constexpr const char* Report = "!AIVDM,1,1,,A,15M67F@uQqG?w<hK?Mu8iFv00000,0*7B";
-
 // The real window, shown and active, so that keys go where the user's would.
-struct Desk {
-    Desk() : t(tWorld) {
-        t.LoadAndShow();
-        t.activateWindow();
-        if (!QTest::qWaitForWindowActive(&t)) qFatal("the window does not become the active one");
+struct Desk : ActiveWindow {
+    Desk() {
         QObject::connect(qApp, &QApplication::focusChanged, &tListener, [this](QWidget*, const QWidget* pNow) {
-            if (t.Toolbar.isAncestorOf(pNow)) ++iOnButtons;
+            if (Toolbar.isAncestorOf(pNow)) ++iOnButtons;
         });
     }
 
     void StartRecording() {
-        t.StartBoth();
-        tWorld.tFileAnswers = {sRecord};
-        t.Press("Record");
-    }
-
-    void Key(Qt::Key eKey, Qt::KeyboardModifiers eModifiers = Qt::NoModifier) {
-        QTest::keyClick(t.windowHandle(), eKey, eModifiers);
+        StartBoth();
+        PressWithFile("Record", sRecord);
     }
 
     // Turned by a mouse click on the tab, by the wheel over the bar, by the keys; the tab that shows then.
     void Turn(const QByteArray& sWay) {
-        QTabBar& tBar = t.SSTab.Bar();
+        QTabBar& tBar = SSTab.Bar();
         if (sWay == "mouse") {
-            QTest::mouseClick(&tBar, Qt::LeftButton, {}, tBar.tabRect((t.SSTab.Tab() + 1) % t.SSTab.Count()).center());
+            QTest::mouseClick(&tBar, Qt::LeftButton, {}, tBar.tabRect((SSTab.Tab() + 1) % SSTab.Count()).center());
         } else if (sWay == "wheel") {
-            const int iStep = t.SSTab.Tab() == t.SSTab.Count() - 1 ? 120 : -120;
+            const int iStep = SSTab.Tab() == SSTab.Count() - 1 ? 120 : -120;
             QWheelEvent tWheel(QPointF(5, 5), tBar.mapToGlobal(QPointF(5, 5)), {}, QPoint(0, iStep), Qt::NoButton,
                                Qt::NoModifier, Qt::NoScrollPhase, false);
             QApplication::sendEvent(&tBar, &tWheel);
@@ -52,17 +43,15 @@ struct Desk {
         }
     }
 
-    bool OnButton() const { return t.Toolbar.isAncestorOf(t.focusWidget()); }
+    bool OnButton() const { return Toolbar.isAncestorOf(focusWidget()); }
 
     // As the Tab key would.
     void FocusButton(const char* sKey) {
-        t.Toolbar.widgetForAction(&t.Toolbar.Action(QLatin1String(sKey)))->setFocus();
+        Toolbar.widgetForAction(&Toolbar.Action(QLatin1String(sKey)))->setFocus();
         iOnButtons = 0;
     }
 
-    World tWorld;
     QString sRecord = tWorld.Path(QStringLiteral("record.txt"));
-    TestWindow t;
     int iOnButtons = 0;  // how often the focus has come to a button, if only in passing
     QObject tListener;   // gone before the window is
 };
@@ -109,82 +98,82 @@ private slots:
 void FocusWindowTest::spaceAfterTurningATabLeavesTheRecordingAlone() {
     QFETCH(QByteArray, way);
     for (int iTab = 0; iTab < 11; ++iTab) {
-        Desk d;
-        d.t.SSTab.SetTab(iTab);
-        d.StartRecording();
-        QWidget* pControl = Control(d.t, iTab);
+        Desk t;
+        t.SSTab.SetTab(iTab);
+        t.StartRecording();
+        QWidget* pControl = Control(t, iTab);
         if (pControl == nullptr) continue;
         pControl->setFocus();
         QCOMPARE(QApplication::focusWidget(), pControl);
-        d.Turn(way);
-        QVERIFY(d.t.SSTab.Tab() != iTab);
-        QVERIFY2(d.iOnButtons == 0, qPrintable(QString::number(iTab)));
-        d.Key(Qt::Key_Space);
-        QCOMPARE(d.t.Panel(1), std::string("Record"));
-        d.t.FeedLine(0, Report);
-        d.t.Advance(1);
-        QCOMPARE(d.tWorld.ReadFile(d.sRecord), std::string("05/15/2011 12:00:00 ") + Report + "\r\n");
+        t.Turn(way);
+        QVERIFY(t.SSTab.Tab() != iTab);
+        QVERIFY2(t.iOnButtons == 0, qPrintable(QString::number(iTab)));
+        t.Key(Qt::Key_Space);
+        QCOMPARE(t.Panel(1), std::string("Record"));
+        t.FeedLine(0, AnyReport);
+        t.Advance(1);
+        QCOMPARE(t.tWorld.ReadFile(t.sRecord), std::string("05/15/2011 12:00:00 ") + AnyReport + "\r\n");
     }
 }
 
 void FocusWindowTest::focusReturnsToWhatHadItOnTheTab() {
     QFETCH(QByteArray, way);
     const int iStep = way == "Ctrl+Shift+Tab" ? 1 : -1;  // from the neighbour the turn leads to Receiver
-    Desk d;
-    d.t.SSTab.SetTab(ui::TabReceiver);
-    d.t.txtRxNasaInterval.setFocus();
-    d.t.SSTab.SetTab(ui::TabReceiver + iStep);
-    QWidget* pControl = Control(d.t, d.t.SSTab.Tab());
+    Desk t;
+    t.SSTab.SetTab(ui::TabReceiver);
+    t.txtRxNasaInterval.setFocus();
+    t.SSTab.SetTab(ui::TabReceiver + iStep);
+    QWidget* pControl = Control(t, t.SSTab.Tab());
     pControl->setFocus();
-    d.Turn(way);
-    QCOMPARE(d.t.SSTab.Tab(), int{ui::TabReceiver});
-    QCOMPARE(QApplication::focusWidget(), &d.t.txtRxNasaInterval);
-    d.Key(Qt::Key_7);
-    QCOMPARE(d.t.txtRxNasaInterval.Text().back(), '7');
+    t.Turn(way);
+    QCOMPARE(t.SSTab.Tab(), int{ui::TabReceiver});
+    QCOMPARE(QApplication::focusWidget(), &t.txtRxNasaInterval);
+    t.Key(Qt::Key_7);
+    QCOMPARE(t.txtRxNasaInterval.Text().back(), '7');
 }
 
 void FocusWindowTest::focusGoesToTheBarWhereNothingHadIt() {
-    Desk d;
-    d.t.txtCommPort(0).setFocus();
-    d.Turn("Ctrl+Tab");
-    QCOMPARE(QApplication::focusWidget(), &d.t.SSTab.Bar());
+    Desk t;
+    t.txtCommPort(0).setFocus();
+    t.Turn("Ctrl+Tab");
+    QCOMPARE(QApplication::focusWidget(), &t.SSTab.Bar());
 }
 
 void FocusWindowTest::focusGoesToTheBarWhereItsLastHolderIsDisabled() {
-    Desk d;
-    d.t.txtCommPort(0).setFocus();
-    d.Turn("Ctrl+Tab");
-    d.t.txtRxNasaChannel.setFocus();
-    d.t.StartBoth();
-    d.Turn("Ctrl+Shift+Tab");
-    QCOMPARE(QApplication::focusWidget(), &d.t.SSTab.Bar());
+    Desk t;
+    t.txtCommPort(0).setFocus();
+    t.Turn("Ctrl+Tab");
+    t.txtRxNasaChannel.setFocus();
+    t.StartBoth();
+    t.Turn("Ctrl+Shift+Tab");
+    QCOMPARE(QApplication::focusWidget(), &t.SSTab.Bar());
 }
 
 void FocusWindowTest::focusElsewhereStaysWhereItIs() {
-    Desk d;
-    d.t.txtCommPort(0).setFocus();
-    d.t.SSTab.Bar().setFocus();
-    d.Key(Qt::Key_Right);
-    d.Key(Qt::Key_Left);
-    QCOMPARE(d.t.SSTab.Tab(), 0);
-    QCOMPARE(QApplication::focusWidget(), &d.t.SSTab.Bar());
+    Desk t;
+    t.txtCommPort(0).setFocus();
+    t.SSTab.Bar().setFocus();
+    t.Key(Qt::Key_Right);
+    t.Key(Qt::Key_Left);
+    QCOMPARE(t.SSTab.Tab(), 0);
+    QCOMPARE(QApplication::focusWidget(), &t.SSTab.Bar());
 }
 
 void FocusWindowTest::tabTurnedBehindAnotherWindowIsNoDifference() {
-    Desk d;
-    d.StartRecording();
-    d.t.lstCommData(0).setFocus();
+    Desk t;
+    t.StartRecording();
+    t.lstCommData(0).setFocus();
     QWidget tOther;
     tOther.show();
     tOther.activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(&tOther));
-    d.Turn("wheel");
+    t.Turn("wheel");
     tOther.close();
-    d.t.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&d.t));
-    QCOMPARE(QApplication::focusWidget(), &d.t.SSTab.Bar());
-    d.Key(Qt::Key_Space);
-    QCOMPARE(d.t.Panel(1), std::string("Record"));
+    t.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&t));
+    QCOMPARE(QApplication::focusWidget(), &t.SSTab.Bar());
+    t.Key(Qt::Key_Space);
+    QCOMPARE(t.Panel(1), std::string("Record"));
 }
 
 void FocusWindowTest::startLeavesAFieldForTheBar_data() {
@@ -203,67 +192,66 @@ void FocusWindowTest::startLeavesAFieldForTheBar_data() {
 void FocusWindowTest::startLeavesAFieldForTheBar() {
     QFETCH(int, tab);
     QFETCH(QString, control);
-    Desk d;
-    d.t.SSTab.SetTab(tab);
-    d.t.chkCommEnabled(0).setChecked(false);
-    d.t.FormLayout();
-    d.t.findChild<QWidget*>(control)->setFocus();
-    d.Key(Qt::Key_S, Qt::AltModifier);
-    QTRY_COMPARE(d.t.Panel(1), std::string("Running"));  // a mnemonic shows its button down for a moment first
-    QCOMPARE(QApplication::focusWidget(), &d.t.SSTab.Bar());
-    QCOMPARE(d.iOnButtons, 0);
-    d.Key(Qt::Key_Space);
-    QCOMPARE(d.t.Panel(1), std::string("Running"));
+    Desk t;
+    t.SSTab.SetTab(tab);
+    t.chkCommEnabled(0).setChecked(false);
+    t.FormLayout();
+    t.findChild<QWidget*>(control)->setFocus();
+    t.Key(Qt::Key_S, Qt::AltModifier);
+    QTRY_COMPARE(t.Panel(1), std::string("Running"));  // a mnemonic shows its button down for a moment first
+    QCOMPARE(QApplication::focusWidget(), &t.SSTab.Bar());
+    QCOMPARE(t.iOnButtons, 0);
+    t.Key(Qt::Key_Space);
+    QCOMPARE(t.Panel(1), std::string("Running"));
 }
 
 void FocusWindowTest::buttonThatHasStartedDoesNotHandTheFocusToAnother() {
-    Desk d;
-    d.FocusButton(ui::KeyStart);
-    d.Key(Qt::Key_Space);
-    QCOMPARE(d.t.Panel(1), std::string("Running"));
-    d.Key(Qt::Key_Space);
-    QCOMPARE(d.t.Panel(1), std::string("Running"));
-    QCOMPARE(QApplication::focusWidget(), &d.t.SSTab.Bar());
-    QCOMPARE(d.iOnButtons, 0);
+    Desk t;
+    t.FocusButton(ui::KeyStart);
+    t.Key(Qt::Key_Space);
+    QCOMPARE(t.Panel(1), std::string("Running"));
+    t.Key(Qt::Key_Space);
+    QCOMPARE(t.Panel(1), std::string("Running"));
+    QCOMPARE(QApplication::focusWidget(), &t.SSTab.Bar());
+    QCOMPARE(t.iOnButtons, 0);
 }
 
 void FocusWindowTest::endOfAPlaybackDoesNotHandTheFocusToAButton() {
-    Desk d;
-    const QString sFile = d.tWorld.Path(QStringLiteral("short.txt"));
-    d.tWorld.WriteFile(sFile, std::string("05/15/2011 12:00:00 ") + Report + "\r\n");
-    d.tWorld.tFileAnswers = {sFile};
-    d.t.Press("Playback");
-    d.FocusButton(ui::KeyStop);
-    d.t.Advance(1);
-    QCOMPARE(d.t.Panel(1), std::string("Done"));
-    QCOMPARE(QApplication::focusWidget(), &d.t.SSTab.Bar());
-    QCOMPARE(d.iOnButtons, 0);
+    Desk t;
+    const QString sFile = t.tWorld.Path(QStringLiteral("short.txt"));
+    t.tWorld.WriteFile(sFile, std::string("05/15/2011 12:00:00 ") + AnyReport + "\r\n");
+    t.PressWithFile("Playback", sFile);
+    t.FocusButton(ui::KeyStop);
+    t.Advance(1);
+    QCOMPARE(t.Panel(1), std::string("Done"));
+    QCOMPARE(QApplication::focusWidget(), &t.SSTab.Bar());
+    QCOMPARE(t.iOnButtons, 0);
 }
 
 void FocusWindowTest::windowOpensWithTheFocusOnTheBar() {
-    Desk d;
-    QCOMPARE(QApplication::focusWidget(), &d.t.SSTab.Bar());
-    d.Key(Qt::Key_Space);
-    QCOMPARE(d.t.Panel(1), std::string("Stopped"));
-    QVERIFY(d.tWorld.tDialogs.empty());
+    Desk t;
+    QCOMPARE(QApplication::focusWidget(), &t.SSTab.Bar());
+    t.Key(Qt::Key_Space);
+    QCOMPARE(t.Panel(1), std::string("Stopped"));
+    QVERIFY(t.tWorld.tDialogs.empty());
 }
 
 void FocusWindowTest::tabKeyStillReachesTheButtons() {
-    Desk d;
-    for (int i = 0; i < 20 && !d.OnButton(); ++i) d.Key(Qt::Key_Tab);
-    QVERIFY(d.OnButton());
-    d.Key(Qt::Key_Space);
-    QCOMPARE(d.t.Panel(1), std::string("Running"));
+    Desk t;
+    for (int i = 0; i < 20 && !t.OnButton(); ++i) t.Key(Qt::Key_Tab);
+    QVERIFY(t.OnButton());
+    t.Key(Qt::Key_Space);
+    QCOMPARE(t.Panel(1), std::string("Running"));
 }
 
 void FocusWindowTest::clickOnAButtonLeavesTheFocusAlone() {
-    Desk d;
-    d.t.SSTab.SetTab(ui::TabAis);
-    d.t.lstAisData.setFocus();
-    QWidget* pStart = d.t.Toolbar.widgetForAction(&d.t.Toolbar.Action(QLatin1String(ui::KeyStart)));
+    Desk t;
+    t.SSTab.SetTab(ui::TabAis);
+    t.lstAisData.setFocus();
+    QWidget* pStart = t.Toolbar.widgetForAction(&t.Toolbar.Action(QLatin1String(ui::KeyStart)));
     QTest::mouseClick(pStart, Qt::LeftButton);
-    QCOMPARE(d.t.Panel(1), std::string("Running"));
-    QCOMPARE(QApplication::focusWidget(), &d.t.lstAisData);
+    QCOMPARE(t.Panel(1), std::string("Running"));
+    QCOMPARE(QApplication::focusWidget(), &t.lstAisData);
 }
 
 QTEST_MAIN(FocusWindowTest)

@@ -7,8 +7,10 @@
 
 #include "platform/toolkit/Latin1.h"
 #include "tests/support/PrintString.h"
-#include "tests/support/TestWindow.h"
+#include "tests/window/Bench.h"
 
+using support::AnyReport;
+using support::ShownWindow;
 using support::TestWindow;
 using support::World;
 
@@ -145,9 +147,7 @@ void FontWindowTest::fieldsShowTheirTextsWhole_data() { AddFonts(); }
 void FontWindowTest::fieldsShowTheirTextsWhole() {
     QFETCH(double, points);
     const OtherFont tFont(points);
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     const QString sLatitude = toolkit::FromLatin1(
         "48\xB0"
         "08.08'N");
@@ -176,9 +176,7 @@ void FontWindowTest::listsOfChoicesShowTheirEntriesWhole_data() { AddFonts(); }
 void FontWindowTest::listsOfChoicesShowTheirEntriesWhole() {
     QFETCH(double, points);
     const OtherFont tFont(points);
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     for (const QComboBox* p :
          {static_cast<QComboBox*>(&t.cmbTargetDetail), static_cast<QComboBox*>(&t.cmbTargetSort)}) {
         // That would give itself another height than its row's, a while later.
@@ -198,9 +196,7 @@ void FontWindowTest::diagramCaptionsFitTheirBoxes_data() { AddFonts(); }
 void FontWindowTest::diagramCaptionsFitTheirBoxes() {
     QFETCH(double, points);
     const OtherFont tFont(points);
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     const auto pCaptions = t.pctDiagram.findChildren<QLabel*>();
     QCOMPARE(pCaptions.size(), 14);
     for (const QLabel* p : pCaptions) {
@@ -217,9 +213,7 @@ void FontWindowTest::labelsAndBoxesShowTheirCaptionsWhole_data() { AddFonts(); }
 void FontWindowTest::labelsAndBoxesShowTheirCaptionsWhole() {
     QFETCH(double, points);
     const OtherFont tFont(points);
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.resize(t.minimumSize());
     for (int iTab = 0; iTab < t.SSTab.Count(); ++iTab) {
         t.SSTab.SetTab(iTab);
@@ -241,9 +235,7 @@ void FontWindowTest::changedFontLaysEverythingOutAnew_data() { AddFonts(); }
 
 void FontWindowTest::changedFontLaysEverythingOutAnew() {
     QFETCH(double, points);
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     const QStringList sUsual = Places(t.DesignRects());
     {
         const OtherFont tFont(points);
@@ -263,9 +255,7 @@ void FontWindowTest::changedFontLaysEverythingOutAnew() {
 }
 
 void FontWindowTest::changedFontOfTheWindowCountsToo() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     const int iWidth = t.txtGpsLon.width();
     QFont tFont = t.font();
     tFont.setPointSizeF(2 * tFont.pointSizeF());
@@ -278,12 +268,10 @@ void FontWindowTest::changedFontOfTheWindowCountsToo() {
 }
 
 void FontWindowTest::changedFontKeepsWhatIsShown() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.cmbTargetDetail.SetText("All");
     t.StartBoth();
-    t.FeedLine(0, "!AIVDM,1,1,,A,15M67F@uQqG?w<hK?Mu8iFv00000,0*7B");
+    t.FeedLine(0, AnyReport);
     const auto sCell = t.Cell(t.grdTargetData, 1, 1);
     const auto sCount = t.Cell(t.grdMessageData, 34, 1);
     const OtherFont tFont(20);
@@ -299,9 +287,7 @@ void FontWindowTest::changedFontKeepsWhatIsShown() {
 }
 
 void FontWindowTest::changedStyleLaysEverythingOutAnew() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     const QString sUsual = QApplication::style()->name();
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Windows")));
     Settle();
@@ -319,9 +305,7 @@ void FontWindowTest::logsAreInTheFixedFontOfTheSameSize_data() { AddFonts(); }
 void FontWindowTest::logsAreInTheFixedFontOfTheSameSize() {
     QFETCH(double, points);
     const OtherFont tFont(points);
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     for (const toolkit::LogList* p : {&t.lstCommData(0), &t.lstRxData, &t.lstAisData, &t.lstGpsData}) {
         QCOMPARE(p->font().pointSizeF(), points);
         QCOMPARE(p->fontMetrics().horizontalAdvance(QLatin1Char('i')),

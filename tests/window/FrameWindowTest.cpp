@@ -6,18 +6,17 @@
 #include <QToolButton>
 #include <array>
 
-#include "tests/support/AisEncoder.h"
 #include "tests/support/Bytes.h"
 #include "tests/support/PrintString.h"
-#include "tests/support/TestWindow.h"
+#include "tests/window/Bench.h"
 
+using support::AnyReport;
 using support::Bytes;
+using support::ShownWindow;
 using support::TestWindow;
 using support::World;
 
 namespace {
-
-constexpr const char* Report = "!AIVDM,1,1,,A,15M67F@uQqG?w<hK?Mu8iFv00000,0*7B";
 
 QString Plain(QString sCaption) { return sCaption.remove(QLatin1Char('&')); }
 
@@ -63,9 +62,7 @@ private slots:
 };
 
 void FrameWindowTest::elevenTabsStandInTheirOrder() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     QStringList sCaptions;
     for (int i = 0; i < t.SSTab.Count(); ++i) sCaptions << Plain(t.SSTab.Bar().tabText(i));
     QCOMPARE(sCaptions.join(QLatin1Char('|')),
@@ -78,9 +75,7 @@ void FrameWindowTest::elevenTabsStandInTheirOrder() {
 }
 
 void FrameWindowTest::fiveButtonsStandInTheToolbar() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     QStringList sCaptions;
     for (QAction* pAction : t.Toolbar.actions()) {
         const bool bButton = qobject_cast<QToolButton*>(t.Toolbar.widgetForAction(pAction)) != nullptr;
@@ -90,9 +85,7 @@ void FrameWindowTest::fiveButtonsStandInTheToolbar() {
 }
 
 void FrameWindowTest::fivePanelsStandInTheStatusBar() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     int iLeft = -1;
     for (int i = 1; i <= 5; ++i) {
         QVERIFY(t.StatusBar.Panel(i).isVisible());
@@ -100,7 +93,7 @@ void FrameWindowTest::fivePanelsStandInTheStatusBar() {
         iLeft = t.StatusBar.Panel(i).x();
     }
     t.StartBoth();
-    t.FeedLine(0, Report);
+    t.FeedLine(0, AnyReport);
     t.Advance(7);
     QCOMPARE(t.Panel(1), std::string("Running"));
     QCOMPARE(t.Panel(2), std::string("1 Targets, 1 Messages"));
@@ -110,9 +103,7 @@ void FrameWindowTest::fivePanelsStandInTheStatusBar() {
 }
 
 void FrameWindowTest::inputPortsAreShownAsOneAndTwo() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     QVERIFY(Plain(t.chkCommEnabled(0).text()).contains(QLatin1String("#1")));
     QVERIFY(Plain(t.chkCommEnabled(1).text()).contains(QLatin1String("#2")));
     QCOMPARE(t.lstCommData(0).toolTip(), QStringLiteral("#1, NEMA 0183 Data, Highlighted indicates Decoded Data"));
@@ -120,9 +111,7 @@ void FrameWindowTest::inputPortsAreShownAsOneAndTwo() {
 }
 
 void FrameWindowTest::everyLogKeepsAHundredAndOneLines() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     for (const Writer& tWriter : Writers(t)) {
         for (int i = 1; i <= 101; ++i) tWriter.tWrite(i);
         QVERIFY2(t.Lines(tWriter.lst).size() == 101, tWriter.sName);
@@ -135,9 +124,7 @@ void FrameWindowTest::everyLogKeepsAHundredAndOneLines() {
 }
 
 void FrameWindowTest::newestLineIsTheCurrentOne() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.chkCommEnabled(1).setChecked(true);
     constexpr std::array iTabs{ui::TabInput, ui::TabInput, ui::TabReceiver, ui::TabAis, ui::TabGps, ui::TabOutput};
     std::size_t iWriter = 0;
@@ -170,12 +157,10 @@ void FrameWindowTest::timesAreTwentyFourHour_data() {
 void FrameWindowTest::timesAreTwentyFourHour() {
     QFETCH(QByteArray, clock);
     QFETCH(QByteArray, shown);
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
-    tWorld.SetClock(support::View(clock));
-    t.FeedLine(0, Report);
+    t.tWorld.SetClock(support::View(clock));
+    t.FeedLine(0, AnyReport);
     t.tmrTime_Timer();
     const std::string sTime = shown.toStdString();
     QCOMPARE(t.Panel(5), sTime);
@@ -184,9 +169,7 @@ void FrameWindowTest::timesAreTwentyFourHour() {
 }
 
 void FrameWindowTest::onlyTheBoxesWriteTheOwnPosition() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     QCOMPARE(t.m_dLatitude, -999.0);
     t.StartBoth();
     t.FeedLine(0, "$GPGLL,4916.45,S,12311.12,E,225444,A");
@@ -212,9 +195,7 @@ void FrameWindowTest::decodeErrorsNameTheFieldAndTheSentence() {
     QFETCH(QByteArray, sentence);
     QFETCH(int, tab);
     QFETCH(QByteArray, field);
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
     t.FeedLine(0, support::View(sentence));
     toolkit::LogList& lst = tab == ui::TabGps ? t.lstGpsData : tab == ui::TabAis ? t.lstAisData : t.lstRxData;
@@ -223,11 +204,9 @@ void FrameWindowTest::decodeErrorsNameTheFieldAndTheSentence() {
 }
 
 void FrameWindowTest::failedSentenceChangesNothingElse() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
-    t.FeedLine(0, Report);
+    t.FeedLine(0, AnyReport);
     t.FeedLine(0, "!AIVDM,1,1,,");
     t.FeedLine(0, "$GPGLL,4916.45,X,12311.12,W,225444,A");
     t.FeedLine(0, "$PNMLS,29,,3");
@@ -239,16 +218,14 @@ void FrameWindowTest::failedSentenceChangesNothingElse() {
 }
 
 void FrameWindowTest::runErrorStaysUntilThePanelIsWrittenAgain() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
     t.FeedLine(0, "$X");
     QCOMPARE(t.Panel(2), std::string("Size Error"));
     t.Advance(30);
     t.FeedLine(0, "$GPGSV,1,1,00");
     QCOMPARE(t.Panel(2), std::string("Size Error"));
-    t.FeedLine(0, Report);
+    t.FeedLine(0, AnyReport);
     QCOMPARE(t.Panel(2), std::string("1 Targets, 1 Messages"));
 }
 
@@ -259,9 +236,7 @@ void FrameWindowTest::unavailableAndMissingValuesDiffer() {
     QCOMPARE(TestWindow::VdmCourse(lValues), std::string("Err"));
     QCOMPARE(TestWindow::VdmHeading(lValues), std::string("Err"));
 
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
     support::AisReport tReport;  // nothing available
     tReport.lMmsi = 211000001;
@@ -298,16 +273,14 @@ void FrameWindowTest::failuresShowNoDialog() {
 }
 
 void FrameWindowTest::redrawIsOnAgainAfterEveryOperation() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     const auto tAllOn = [&t] {
         return t.grdTargetData.Redraw() && t.grdMessageData.Redraw() && t.grdSpecData.Redraw();
     };
     QVERIFY(tAllOn());
     t.StartBoth();
     QVERIFY(tAllOn());
-    t.FeedLine(0, Report);
+    t.FeedLine(0, AnyReport);
     QVERIFY(tAllOn());
     t.FeedLine(0, "$PNMLS,29,19,3*50");
     QVERIFY(tAllOn());

@@ -2,25 +2,19 @@
 #include <QTest>
 #include <cmath>
 
-#include "tests/support/AisEncoder.h"
+#include "tests/window/Bench.h"
 #include "tests/window/Shown.h"
 
 using namespace support;
 
 namespace {
 
-struct Listening {
-    World tWorld;
-    TestWindow t{tWorld};
-    Listening() {
-        t.LoadAndShow();
-        t.StartBoth();
-    }
-    QStringList Log() { return support::Log(t, t.lstGpsData); }
+struct Gps : Listening {
+    QStringList Log() { return support::Log(*this, lstGpsData); }
     // "box | box", as the user sees them.
     QByteArray Boxes() {
-        t.Synchronize();
-        return (t.txtGpsLat.text() + QLatin1String(" | ") + t.txtGpsLon.text()).toLatin1();
+        Synchronize();
+        return (txtGpsLat.text() + QLatin1String(" | ") + txtGpsLon.text()).toLatin1();
     }
 };
 
@@ -65,13 +59,12 @@ private slots:
 };
 
 void GpsWindowTest::exampleOfTheSouth() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Gps t;
     t.FeedLine(0, "$GPGLL,4916.45,S,12311.12,W,225444,A");
-    QCOMPARE(tListening.Log(), Texts({"Time=12:00:00, Utc=22:54:44, Lat=49\xb0"
-                                      "16.45'S, Lon=123\xb0"
-                                      "11.12'W"}));
-    QCOMPARE(tListening.Boxes(), Vancouver);
+    QCOMPARE(t.Log(), Texts({"Time=12:00:00, Utc=22:54:44, Lat=49\xb0"
+                             "16.45'S, Lon=123\xb0"
+                             "11.12'W"}));
+    QCOMPARE(t.Boxes(), Vancouver);
     QVERIFY(Near(t.m_dLatitude, -(49 + 16.45 / 60)));
     QVERIFY(Near(t.m_dLongitude, -(123 + 11.12 / 60)));
     QCOMPARE(Bytes(t.m_sGllLatitude), QByteArray("4916.45,S"));
@@ -81,12 +74,11 @@ void GpsWindowTest::exampleOfTheSouth() {
 }
 
 void GpsWindowTest::rmcSetsThePosition() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Gps t;
     t.FeedLine(1, WithChecksum("$GPRMC,225446.5,A,0005.10,N,00012.30,E,000.5,054.7,191194,020.3,E"));
-    QCOMPARE(tListening.Log(), Texts({"Time=12:00:00, Utc=22:54:46, Lat=00\xb0"
-                                      "05.10'N, Lon=000\xb0"
-                                      "12.30'E"}));
+    QCOMPARE(t.Log(), Texts({"Time=12:00:00, Utc=22:54:46, Lat=00\xb0"
+                             "05.10'N, Lon=000\xb0"
+                             "12.30'E"}));
     QVERIFY(Near(t.m_dLatitude, 5.1 / 60));
     QVERIFY(Near(t.m_dLongitude, 12.3 / 60));
 }
@@ -138,12 +130,11 @@ void GpsWindowTest::badFieldIsNamed_data() {
 void GpsWindowTest::badFieldIsNamed() {
     QFETCH(QByteArray, sSentence);
     QFETCH(QByteArray, sField);
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Gps t;
     t.FeedLine(0, "$GPRMC,225440,A,4916.45,S,12311.12,W,0,0,191194,,");
     t.FeedLine(0, View(sSentence));
-    QCOMPARE(tListening.Log().mid(1), Texts({("Error - " + sField + ", " + sSentence).toStdString()}));
-    QCOMPARE(tListening.Boxes(), Vancouver);
+    QCOMPARE(t.Log().mid(1), Texts({("Error - " + sField + ", " + sSentence).toStdString()}));
+    QCOMPARE(t.Boxes(), Vancouver);
     QVERIFY(Near(t.m_dLatitude, -(49 + 16.45 / 60)));
     QVERIFY(Near(t.m_dLongitude, -(123 + 11.12 / 60)));
     QCOMPARE(Bytes(t.m_sGllTime), QByteArray());
@@ -164,12 +155,12 @@ void GpsWindowTest::goodSentencesAreTaken_data() {
 
 void GpsWindowTest::goodSentencesAreTaken() {
     QFETCH(QByteArray, sSentence);
-    Listening tListening;
-    tListening.t.FeedLine(0, View(sSentence));
-    QCOMPARE(tListening.Log(), Texts({"Time=12:00:00, Utc=22:54:44, Lat=49\xb0"
-                                      "16.45'S, Lon=123\xb0"
-                                      "11.12'W"}));
-    QCOMPARE(tListening.Boxes(), Vancouver);
+    Gps t;
+    t.FeedLine(0, View(sSentence));
+    QCOMPARE(t.Log(), Texts({"Time=12:00:00, Utc=22:54:44, Lat=49\xb0"
+                             "16.45'S, Lon=123\xb0"
+                             "11.12'W"}));
+    QCOMPARE(t.Boxes(), Vancouver);
 }
 
 void GpsWindowTest::gllPiecesAreKeptAsFarAsDecodingCame_data() {
@@ -191,8 +182,7 @@ void GpsWindowTest::gllPiecesAreKeptAsFarAsDecodingCame() {
     QFETCH(QByteArray, sSentence);
     QFETCH(QByteArray, sLatitude);
     QFETCH(QByteArray, sLongitude);
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Gps t;
     t.FeedLine(0, "$GPGLL,0101.01,S,00202.02,E,030303,A");
     t.FeedLine(0, View(sSentence));
     QCOMPARE(Bytes(t.m_sGllLatitude), sLatitude);
@@ -201,16 +191,14 @@ void GpsWindowTest::gllPiecesAreKeptAsFarAsDecodingCame() {
 }
 
 void GpsWindowTest::gllClearsItsPiecesFirst() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Gps t;
     t.FeedLine(0, "$GPGLL,4916.45,N,12311.12,W,225444,A");
     t.FeedLine(1, "$GPGLL,,");
     QVERIFY(t.m_sGllLatitude.empty() && t.m_sGllLongitude.empty() && t.m_sGllTime.empty());
 }
 
 void GpsWindowTest::rmcLeavesTheGllPiecesAlone() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Gps t;
     t.FeedLine(0, "$GPGLL,4916.45,N,12311.12,W,225444,A");
     t.FeedLine(0, "$GPRMC,111111,A,1010.10,S,01010.10,E,");
     t.FeedLine(0, "$GPRMC,,");
@@ -220,8 +208,7 @@ void GpsWindowTest::rmcLeavesTheGllPiecesAlone() {
 }
 
 void GpsWindowTest::lineIsLoggedBeforeTheBoxesAreSet() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Gps t;
     std::vector<int> iLines;
     for (toolkit::MaskedBox* p : {&t.txtGpsLat, &t.txtGpsLon}) {
         connect(p, &toolkit::MaskedBox::Change, this, [&] { iLines.push_back(t.lstGpsData.Lines.Count()); });
@@ -231,19 +218,17 @@ void GpsWindowTest::lineIsLoggedBeforeTheBoxesAreSet() {
 }
 
 void GpsWindowTest::ownPositionHasTheBoxesTwoDecimals() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Gps t;
     t.FeedLine(0, "$GPGLL,4916.4567,N,12311.1234,W,225444,A");
-    QCOMPARE(tListening.Boxes(), QByteArray("49\xb0"
-                                            "16.46'N | 123\xb0"
-                                            "11.12'W"));
+    QCOMPARE(t.Boxes(), QByteArray("49\xb0"
+                                   "16.46'N | 123\xb0"
+                                   "11.12'W"));
     QVERIFY(Near(t.m_dLatitude, 49 + 16.46 / 60));
     QVERIFY(Near(t.m_dLongitude, -(123 + 11.12 / 60)));
 }
 
 void GpsWindowTest::ownPositionFollowsForTheNextMessage() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Gps t;
     // A target on the equator, one degree east of zero.
     AisReport tReport = {.lMmsi = 1, .lLongitude = 600000, .lLatitude = 0};
     t.FeedLine(0, AisSentence(AisClassA(1, tReport)));
@@ -256,42 +241,40 @@ void GpsWindowTest::ownPositionFollowsForTheNextMessage() {
 }
 
 void GpsWindowTest::bothPortsFeedTheSamePosition() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Gps t;
     t.FeedLine(0, "$GPGLL,4916.45,N,12311.12,W,225444,A");
     t.FeedLine(1, "$GPGLL,5016.45,N,12411.12,W,225445,A");
     QVERIFY(Near(t.m_dLatitude, 50 + 16.45 / 60));
     QVERIFY(Near(t.m_dLongitude, -(124 + 11.12 / 60)));
     t.FeedLine(0, "$GPRMC,225446,A,0116.45,S,00211.12,E,");
     QVERIFY(Near(t.m_dLatitude, -(1 + 16.45 / 60)));
-    QCOMPARE(tListening.Log().size(), 3);
+    QCOMPARE(t.Log().size(), 3);
 }
 
 void GpsWindowTest::logKeepsTheNewest101Lines() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Gps t;
     QStringList sExpected;
     for (int i = 0; i < 120; ++i) {
         t.FeedLine(0, "$GPGLL,,line " + std::to_string(i));
         sExpected << QStringLiteral("Error - Latitude, $GPGLL,,line %1").arg(i);
     }
-    QCOMPARE(tListening.Log(), sExpected.mid(19));
+    QCOMPARE(t.Log(), sExpected.mid(19));
     QCOMPARE(t.lstGpsData.currentIndex().row(), 100);
 }
 
 void GpsWindowTest::timeIsTheArrival() {
-    Listening tListening;
-    tListening.tWorld.SetClock("2011-05-15T01:02:03");
-    tListening.t.FeedLine(0, "$GPGLL,4916.45,N,12311.12,W,225444,A");
-    QVERIFY(tListening.Log().at(0).startsWith(QLatin1String("Time=01:02:03, Utc=22:54:44, ")));
+    Gps t;
+    t.tWorld.SetClock("2011-05-15T01:02:03");
+    t.FeedLine(0, "$GPGLL,4916.45,N,12311.12,W,225444,A");
+    QVERIFY(t.Log().at(0).startsWith(QLatin1String("Time=01:02:03, Utc=22:54:44, ")));
 }
 
 void GpsWindowTest::logSurvivesAStart() {
-    Listening tListening;
-    tListening.t.FeedLine(0, "$GPGLL,,");
-    tListening.t.Press(ui::KeyStop);
-    tListening.t.Press(ui::KeyStart);
-    QCOMPARE(tListening.Log().size(), 1);
+    Gps t;
+    t.FeedLine(0, "$GPGLL,,");
+    t.Press(ui::KeyStop);
+    t.Press(ui::KeyStart);
+    QCOMPARE(t.Log().size(), 1);
 }
 
 void GpsWindowTest::textThatIsNoPositionIsToldWhenAsked_data() {
@@ -303,31 +286,28 @@ void GpsWindowTest::textThatIsNoPositionIsToldWhenAsked_data() {
 
 void GpsWindowTest::textThatIsNoPositionIsToldWhenAsked() {
     QFETCH(QByteArray, sText);
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Gps t;
     double dLatitude = 1;
     double dLongitude = 1;
     QVERIFY(!t.LatitudeFromString(View(sText), dLatitude, false));
     QVERIFY(!t.LongitudeFromString(View(sText), dLongitude, false));
     QCOMPARE(dLatitude, -999.0);
     QCOMPARE(dLongitude, -999.0);
-    QCOMPARE(tListening.tWorld.sMessages, QStringList());
+    QCOMPARE(t.tWorld.sMessages, QStringList());
     dLatitude = dLongitude = 1;
     QVERIFY(!t.LatitudeFromString(View(sText), dLatitude, true));
     QVERIFY(!t.LongitudeFromString(View(sText), dLongitude, true));
     QCOMPARE(dLatitude, -999.0);
     QCOMPARE(dLongitude, -999.0);
-    QCOMPARE(tListening.tWorld.sMessages,
-             QStringList({QStringLiteral("Unable for decode Latitude ") + QLatin1String(sText),
-                          QStringLiteral("Unable for decode Longitude ") + QLatin1String(sText)}));
-    for (const toolkit::MessageIcon eIcon : tListening.tWorld.eMessageIcons) {
+    QCOMPARE(t.tWorld.sMessages, QStringList({QStringLiteral("Unable for decode Latitude ") + QLatin1String(sText),
+                                              QStringLiteral("Unable for decode Longitude ") + QLatin1String(sText)}));
+    for (const toolkit::MessageIcon eIcon : t.tWorld.eMessageIcons) {
         QCOMPARE(eIcon, toolkit::MessageIcon::Exclamation);
     }
 }
 
 void GpsWindowTest::positionTextsAreRead() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Gps t;
     double d = 0;
     QVERIFY(
         t.LatitudeFromString("12\xb0"
@@ -345,7 +325,7 @@ void GpsWindowTest::positionTextsAreRead() {
                               "20.20'W",
                               d, true));
     QVERIFY(Near(d, -(122 + 20.2 / 60)));
-    QCOMPARE(tListening.tWorld.sMessages, QStringList());
+    QCOMPARE(t.tWorld.sMessages, QStringList());
 }
 
 void GpsWindowTest::positionsAreWritten() {
@@ -363,8 +343,7 @@ void GpsWindowTest::positionsAreWritten() {
 
 // The operation itself raises; it is the decoder that goes without.
 void GpsWindowTest::coincidentPositionsRaise() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Gps t;
     t.txtGpsLat.SetText("00 00.00 N");
     t.txtGpsLon.SetText("179 00.00 E");
     std::string sRange, sBearing;

@@ -6,12 +6,14 @@
 
 #include "tests/support/Bytes.h"
 #include "tests/support/PrintString.h"
-#include "tests/support/TestWindow.h"
+#include "tests/window/Bench.h"
 #include "tests/window/Views.h"
 #include "tools/Traffic.h"
 
+using support::AnyReport;
 using support::Bytes;
 using support::Difference;
+using support::ShownWindow;
 using support::TestWindow;
 using support::Views;
 using support::World;
@@ -154,14 +156,12 @@ void IdentityWindowTest::hourOfTrafficIsTheSamePlayedBack() {
 
 // The file does not tell the ports apart: what both heard comes back on the first.
 void IdentityWindowTest::linesOfBothPortsComeBackAsOne() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
-    const QString sFile = tWorld.Path(QStringLiteral("both.txt"));
-    tWorld.tFileAnswers = {sFile, sFile};
+    const QString sFile = t.tWorld.Path(QStringLiteral("both.txt"));
+    t.tWorld.tFileAnswers = {sFile, sFile};
     t.Press("Record");
-    const char* sReport = "!AIVDM,1,1,,A,15M67F@uQqG?w<hK?Mu8iFv00000,0*7B";
+    const char* sReport = AnyReport;
     t.FeedLine(0, sReport);
     t.FeedLine(1, "$GPGLL,4916.45,N,12311.12,W,225444,A");
     t.FeedLine(0, "$PNMLS,29,19,3*50");

@@ -9,38 +9,24 @@
 
 #include "tests/support/Bytes.h"
 #include "tests/support/PrintString.h"
-#include "tests/support/TestWindow.h"
+#include "tests/window/Bench.h"
 #include "tests/window/SaysTable.h"
 
+using support::ActiveWindow;
+using support::AnyReport;
+using support::ShownWindow;
 using support::TestWindow;
-using support::World;
 
 namespace {
 
-// A window that has the keyboard.
-struct Keyboard {
-    World tWorld;
-    TestWindow t{tWorld};
-
-    Keyboard() {
-        t.LoadAndShow();
-        t.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&t));
-    }
-    void Press(Qt::Key eKey, Qt::KeyboardModifiers eModifiers = Qt::NoModifier) const {
-        QTest::keyClick(t.windowHandle(), eKey, eModifiers);
-        QCoreApplication::processEvents();
-    }
-};
-
 // Where the Tab key stops between the tab bar and the tab bar; with Shift the other way round.
-QString Stops(const Keyboard& k, bool bBackwards) {
+QString Stops(const ActiveWindow& k, bool bBackwards) {
     QStringList sStops;
-    k.t.SSTab.Bar().setFocus();
+    k.SSTab.Bar().setFocus();
     for (int i = 0; i < 100; ++i) {
-        k.Press(bBackwards ? Qt::Key_Backtab : Qt::Key_Tab, bBackwards ? Qt::ShiftModifier : Qt::NoModifier);
-        const QWidget* pFocus = k.t.focusWidget();
-        if (pFocus == &k.t.SSTab.Bar()) {
+        k.Key(bBackwards ? Qt::Key_Backtab : Qt::Key_Tab, bBackwards ? Qt::ShiftModifier : Qt::NoModifier);
+        const QWidget* pFocus = k.focusWidget();
+        if (pFocus == &k.SSTab.Bar()) {
             if (bBackwards) std::reverse(sStops.begin(), sStops.end());
             return sStops.join(QLatin1Char(' '));
         }
@@ -120,10 +106,10 @@ void KeysWindowTest::tabKeyGoesThroughATabInOrder_data() { AddStops(); }
 void KeysWindowTest::tabKeyGoesThroughATabInOrder() {
     QFETCH(int, tab);
     QFETCH(QString, stops);
-    Keyboard k;
-    k.t.chkCommEnabled(1).setChecked(true);
-    k.t.SSTab.SetTab(tab);
-    QCOMPARE(Stops(k, false), WholeWay(stops));
+    ActiveWindow t;
+    t.chkCommEnabled(1).setChecked(true);
+    t.SSTab.SetTab(tab);
+    QCOMPARE(Stops(t, false), WholeWay(stops));
 }
 
 void KeysWindowTest::shiftTabGoesBack_data() { AddStops(); }
@@ -131,18 +117,18 @@ void KeysWindowTest::shiftTabGoesBack_data() { AddStops(); }
 void KeysWindowTest::shiftTabGoesBack() {
     QFETCH(int, tab);
     QFETCH(QString, stops);
-    Keyboard k;
-    k.t.chkCommEnabled(1).setChecked(true);
-    k.t.SSTab.SetTab(tab);
-    QCOMPARE(Stops(k, true), WholeWay(stops));
+    ActiveWindow t;
+    t.chkCommEnabled(1).setChecked(true);
+    t.SSTab.SetTab(tab);
+    QCOMPARE(Stops(t, true), WholeWay(stops));
 }
 
 void KeysWindowTest::controlTabTurnsTheTabs() {
-    Keyboard k;
-    for (int i = 1; i <= k.t.SSTab.Count(); ++i) {
-        k.Press(Qt::Key_Tab, Qt::ControlModifier);
-        QCOMPARE(k.t.SSTab.Tab(), i % k.t.SSTab.Count());
-        QVERIFY(k.t.Page(k.t.SSTab.Tab()).isVisible());
+    ActiveWindow t;
+    for (int i = 1; i <= t.SSTab.Count(); ++i) {
+        t.Key(Qt::Key_Tab, Qt::ControlModifier);
+        QCOMPARE(t.SSTab.Tab(), i % t.SSTab.Count());
+        QVERIFY(t.Page(t.SSTab.Tab()).isVisible());
     }
 }
 
@@ -154,67 +140,66 @@ void KeysWindowTest::controlShiftTabTurnsThemBack_data() {
 
 void KeysWindowTest::controlShiftTabTurnsThemBack() {
     QFETCH(int, key);
-    Keyboard k;
-    for (int i = k.t.SSTab.Count() - 1; i >= 0; --i) {
-        k.Press(static_cast<Qt::Key>(key), Qt::ControlModifier | Qt::ShiftModifier);
-        QCOMPARE(k.t.SSTab.Tab(), i);
-        QVERIFY(k.t.Page(i).isVisible());
+    ActiveWindow t;
+    for (int i = t.SSTab.Count() - 1; i >= 0; --i) {
+        t.Key(static_cast<Qt::Key>(key), Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(t.SSTab.Tab(), i);
+        QVERIFY(t.Page(i).isVisible());
     }
 }
 
 void KeysWindowTest::controlQEndsTheProgram() {
-    Keyboard k;
-    k.t.txtCommPort(0).SetText("17");
-    k.Press(Qt::Key_Q, Qt::ControlModifier);
-    QVERIFY(!k.t.isVisible());
+    ActiveWindow t;
+    t.txtCommPort(0).SetText("17");
+    t.Key(Qt::Key_Q, Qt::ControlModifier);
+    QVERIFY(!t.isVisible());
     // As closing the window does: the settings are saved.
-    QVERIFY(k.tWorld.ReadFile(k.tWorld.ProfileFile()).find("Comm Port #0=17\r\n") != std::string::npos);
+    QVERIFY(t.tWorld.ReadFile(t.tWorld.ProfileFile()).find("Comm Port #0=17\r\n") != std::string::npos);
 }
 
 void KeysWindowTest::controlQEndsARecordingInOrder() {
-    Keyboard k;
-    const QString sFile = k.tWorld.Path(QStringLiteral("recorded.txt"));
-    k.t.StartBoth();
-    k.tWorld.tFileAnswers = {sFile};
-    k.t.Press("Record");
-    k.t.FeedLine(0, "!AIVDM,1,1,,A,15M67F@uQqG?w<hK?Mu8iFv00000,0*7B");
-    k.Press(Qt::Key_Q, Qt::ControlModifier);
-    QVERIFY(!k.t.isVisible());
-    QVERIFY(k.tWorld.ReadFile(sFile).ends_with("15M67F@uQqG?w<hK?Mu8iFv00000,0*7B\r\n"));
-    QVERIFY(!k.t.MSComm(0).PortOpen());
+    ActiveWindow t;
+    const QString sFile = t.tWorld.Path(QStringLiteral("recorded.txt"));
+    t.StartBoth();
+    t.PressWithFile("Record", sFile);
+    t.FeedLine(0, AnyReport);
+    t.Key(Qt::Key_Q, Qt::ControlModifier);
+    QVERIFY(!t.isVisible());
+    QVERIFY(t.tWorld.ReadFile(sFile).ends_with("15M67F@uQqG?w<hK?Mu8iFv00000,0*7B\r\n"));
+    QVERIFY(!t.MSComm(0).PortOpen());
 }
 
 void KeysWindowTest::f1OpensTheManual() {
-    Keyboard k;
+    ActiveWindow t;
     // The program's folder of this world, as if it had been installed there.
-    const QDir tFolder(k.tWorld.Folder());
+    const QDir tFolder(t.tWorld.Folder());
     const QString sProgram = tFolder.filePath(QStringLiteral("bin/tidewatch"));
     const QString sManual = tFolder.filePath(QStringLiteral("share/doc/tidewatch/manual.md"));
     QVERIFY(tFolder.mkpath(QStringLiteral("bin")) && tFolder.mkpath(QStringLiteral("share/doc/tidewatch")));
-    k.tWorld.WriteFile(sProgram, "");
-    k.tWorld.WriteFile(sManual, "# Tidewatch");
-    k.t.m_tPlatform.sProgramFile = sProgram;
-    k.Press(Qt::Key_F1);
-    QCOMPARE(k.tWorld.sDocuments, QStringList{QFileInfo(sManual).canonicalFilePath()});
-    QCOMPARE(support::Bytes(k.t.Panel(2)), QByteArray());
+    t.tWorld.WriteFile(sProgram, "");
+    t.tWorld.WriteFile(sManual, "# Tidewatch");
+    t.m_tPlatform.sProgramFile = sProgram;
+    t.Key(Qt::Key_F1);
+    QCOMPARE(t.tWorld.sDocuments, QStringList{QFileInfo(sManual).canonicalFilePath()});
+    QCOMPARE(support::Bytes(t.Panel(2)), QByteArray());
 }
 
 void KeysWindowTest::f1SaysWhyThereIsNone() {
-    Keyboard k;
-    k.Press(Qt::Key_F1);
-    QVERIFY(k.tWorld.sDocuments.isEmpty());
-    QVERIFY2(k.t.Panel(2).starts_with("Manual - "), k.t.Panel(2).c_str());
+    ActiveWindow t;
+    t.Key(Qt::Key_F1);
+    QVERIFY(t.tWorld.sDocuments.isEmpty());
+    QVERIFY2(t.Panel(2).starts_with("Manual - "), t.Panel(2).c_str());
 
-    const QDir tFolder(k.tWorld.Folder());
+    const QDir tFolder(t.tWorld.Folder());
     QVERIFY(tFolder.mkpath(QStringLiteral("bin")) && tFolder.mkpath(QStringLiteral("share/doc/tidewatch")));
-    k.t.m_tPlatform.sProgramFile = tFolder.filePath(QStringLiteral("bin/tidewatch"));
-    k.tWorld.WriteFile(k.t.m_tPlatform.sProgramFile, "");
-    k.tWorld.WriteFile(tFolder.filePath(QStringLiteral("share/doc/tidewatch/manual.md")), "# Tidewatch");
-    k.tWorld.bOpensDocuments = false;
-    k.Press(Qt::Key_F1);
-    QCOMPARE(k.tWorld.sDocuments.size(), 1);
-    QVERIFY2(k.t.Panel(2).ends_with("share/doc/tidewatch/manual.md"), k.t.Panel(2).c_str());
-    QVERIFY(k.tWorld.sMessages.isEmpty());
+    t.m_tPlatform.sProgramFile = tFolder.filePath(QStringLiteral("bin/tidewatch"));
+    t.tWorld.WriteFile(t.m_tPlatform.sProgramFile, "");
+    t.tWorld.WriteFile(tFolder.filePath(QStringLiteral("share/doc/tidewatch/manual.md")), "# Tidewatch");
+    t.tWorld.bOpensDocuments = false;
+    t.Key(Qt::Key_F1);
+    QCOMPARE(t.tWorld.sDocuments.size(), 1);
+    QVERIFY2(t.Panel(2).ends_with("share/doc/tidewatch/manual.md"), t.Panel(2).c_str());
+    QVERIFY(t.tWorld.sMessages.isEmpty());
 }
 
 void KeysWindowTest::keysWorkFromEveryControl_data() { AddStops(); }
@@ -223,27 +208,25 @@ void KeysWindowTest::keysWorkFromEveryControl() {
     QFETCH(int, tab);
     QFETCH(QString, stops);
     for (const QString& sStop : stops.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
-        Keyboard k;
-        k.t.chkCommEnabled(1).setChecked(true);
-        k.t.SSTab.SetTab(tab);
-        auto* pControl = k.t.findChild<QWidget*>(sStop);
+        ActiveWindow t;
+        t.chkCommEnabled(1).setChecked(true);
+        t.SSTab.SetTab(tab);
+        auto* pControl = t.findChild<QWidget*>(sStop);
         QVERIFY2(pControl != nullptr, qPrintable(sStop));
         pControl->setFocus();
-        k.Press(Qt::Key_F1);
-        QVERIFY2(k.t.Panel(2).starts_with("Manual - "), qPrintable(sStop));
-        k.Press(Qt::Key_Tab, Qt::ControlModifier);
-        QVERIFY2(k.t.SSTab.Tab() == (tab + 1) % k.t.SSTab.Count(), qPrintable(sStop));
-        k.t.SSTab.SetTab(tab);
+        t.Key(Qt::Key_F1);
+        QVERIFY2(t.Panel(2).starts_with("Manual - "), qPrintable(sStop));
+        t.Key(Qt::Key_Tab, Qt::ControlModifier);
+        QVERIFY2(t.SSTab.Tab() == (tab + 1) % t.SSTab.Count(), qPrintable(sStop));
+        t.SSTab.SetTab(tab);
         pControl->setFocus();
-        k.Press(Qt::Key_Q, Qt::ControlModifier);
-        QVERIFY2(!k.t.isVisible(), qPrintable(sStop));
+        t.Key(Qt::Key_Q, Qt::ControlModifier);
+        QVERIFY2(!t.isVisible(), qPrintable(sStop));
     }
 }
 
 void KeysWindowTest::noTwoCaptionsShareALetter() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     for (int iTab = 0; iTab < t.SSTab.Count(); ++iTab) {
         QString sLetters = Mnemonics(t, iTab);
         QVERIFY(sLetters.size() >= 5);  // those of the toolbar
@@ -253,52 +236,52 @@ void KeysWindowTest::noTwoCaptionsShareALetter() {
 }
 
 void KeysWindowTest::lettersLeadToTheirControls() {
-    Keyboard k;
-    k.Press(Qt::Key_2, Qt::AltModifier);
-    QTRY_VERIFY(k.t.chkCommEnabled(1).isChecked());  // shown pressed for a moment first
-    k.t.SSTab.SetTab(ui::TabTargets);
-    k.Press(Qt::Key_G, Qt::AltModifier);
-    QCOMPARE(k.t.focusWidget(), &k.t.cmbTargetTarget);
-    k.Press(Qt::Key_Y, Qt::AltModifier);
-    QCOMPARE(k.t.focusWidget(), &k.t.cmbTargetSort);
-    k.t.SSTab.SetTab(ui::TabGps);
-    k.Press(Qt::Key_O, Qt::AltModifier);
-    QCOMPARE(k.t.focusWidget(), &k.t.txtGpsLon);
-    k.Press(Qt::Key_S, Qt::AltModifier);  // Start, on whatever tab
-    QTRY_COMPARE(support::Bytes(k.t.Panel(1)), QByteArray("Running"));
+    ActiveWindow t;
+    t.Key(Qt::Key_2, Qt::AltModifier);
+    QTRY_VERIFY(t.chkCommEnabled(1).isChecked());  // shown pressed for a moment first
+    t.SSTab.SetTab(ui::TabTargets);
+    t.Key(Qt::Key_G, Qt::AltModifier);
+    QCOMPARE(t.focusWidget(), &t.cmbTargetTarget);
+    t.Key(Qt::Key_Y, Qt::AltModifier);
+    QCOMPARE(t.focusWidget(), &t.cmbTargetSort);
+    t.SSTab.SetTab(ui::TabGps);
+    t.Key(Qt::Key_O, Qt::AltModifier);
+    QCOMPARE(t.focusWidget(), &t.txtGpsLon);
+    t.Key(Qt::Key_S, Qt::AltModifier);  // Start, on whatever tab
+    QTRY_COMPARE(support::Bytes(t.Panel(1)), QByteArray("Running"));
 }
 
 void KeysWindowTest::wheelChangesNoChoiceWithoutTheFocus() {
-    Keyboard k;
-    k.t.StartBoth();
-    k.t.FeedLine(0, "!AIVDM,1,1,,A,15M67F@uQqG?w<hK?Mu8iFv00000,0*7B");
-    k.t.FeedLine(0, "!AIVDM,1,1,,B,16:=?;0P00`SstvFnFbeGH6L088h,0");
-    k.t.SSTab.SetTab(ui::TabTargets);
-    k.t.Synchronize();
-    k.t.grdTargetData.setFocus();
-    const std::string sDetail = k.t.cmbTargetDetail.Text();
-    const std::string sSort = k.t.cmbTargetSort.Text();
-    const std::string sTarget = k.t.cmbTargetTarget.Text();
-    QVERIFY(k.t.cmbTargetTarget.count() == 2);
+    ActiveWindow t;
+    t.StartBoth();
+    t.FeedLine(0, AnyReport);
+    t.FeedLine(0, "!AIVDM,1,1,,B,16:=?;0P00`SstvFnFbeGH6L088h,0");
+    t.SSTab.SetTab(ui::TabTargets);
+    t.Synchronize();
+    t.grdTargetData.setFocus();
+    const std::string sDetail = t.cmbTargetDetail.Text();
+    const std::string sSort = t.cmbTargetSort.Text();
+    const std::string sTarget = t.cmbTargetTarget.Text();
+    QVERIFY(t.cmbTargetTarget.count() == 2);
     for (QWidget* p :
-         {static_cast<QWidget*>(&k.t.cmbTargetDetail), static_cast<QWidget*>(&k.t.cmbTargetSort),
-          static_cast<QWidget*>(&k.t.cmbTargetTarget), static_cast<QWidget*>(k.t.cmbTargetTarget.lineEdit())}) {
+         {static_cast<QWidget*>(&t.cmbTargetDetail), static_cast<QWidget*>(&t.cmbTargetSort),
+          static_cast<QWidget*>(&t.cmbTargetTarget), static_cast<QWidget*>(t.cmbTargetTarget.lineEdit())}) {
         for (const int iNotches : {1, 1, -1, 2}) Wheel(*p, iNotches);
-        QCOMPARE(k.t.focusWidget(), &k.t.grdTargetData);  // nor does it take the focus
+        QCOMPARE(t.focusWidget(), &t.grdTargetData);  // nor does it take the focus
     }
-    QCOMPARE(k.t.cmbTargetDetail.Text(), sDetail);
-    QCOMPARE(k.t.cmbTargetSort.Text(), sSort);
-    QCOMPARE(k.t.cmbTargetTarget.Text(), sTarget);
-    QCOMPARE(k.t.cmbTargetTarget.currentText().toStdString(), sTarget);
+    QCOMPARE(t.cmbTargetDetail.Text(), sDetail);
+    QCOMPARE(t.cmbTargetSort.Text(), sSort);
+    QCOMPARE(t.cmbTargetTarget.Text(), sTarget);
+    QCOMPARE(t.cmbTargetTarget.currentText().toStdString(), sTarget);
 }
 
 void KeysWindowTest::wheelTurnsAChoiceWithTheFocus() {
-    Keyboard k;
-    k.t.SSTab.SetTab(ui::TabTargets);
-    k.t.cmbTargetSort.setFocus();
-    const int iBefore = k.t.cmbTargetSort.ListIndex();
-    Wheel(k.t.cmbTargetSort, 1);
-    QCOMPARE(k.t.cmbTargetSort.ListIndex(), iBefore + 1);
+    ActiveWindow t;
+    t.SSTab.SetTab(ui::TabTargets);
+    t.cmbTargetSort.setFocus();
+    const int iBefore = t.cmbTargetSort.ListIndex();
+    Wheel(t.cmbTargetSort, 1);
+    QCOMPARE(t.cmbTargetSort.ListIndex(), iBefore + 1);
 }
 
 QTEST_MAIN(KeysWindowTest)

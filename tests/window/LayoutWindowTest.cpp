@@ -3,10 +3,10 @@
 #include <QTest>
 
 #include "tests/support/PrintString.h"
-#include "tests/support/TestWindow.h"
+#include "tests/window/Bench.h"
 
+using support::ShownWindow;
 using support::TestWindow;
-using support::World;
 
 namespace {
 
@@ -71,9 +71,7 @@ void LayoutWindowTest::tabControlFillsTheWindow_data() { AddSizes(); }
 
 void LayoutWindowTest::tabControlFillsTheWindow() {
     QFETCH(QSize, size);
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     Resize(t, size);
     QCOMPARE(t.size(), size.expandedTo(t.minimumSize()));
     const QRect tTabs = In(t, t.SSTab);
@@ -88,9 +86,7 @@ void LayoutWindowTest::listsAndGridsFillTheirTabs_data() { AddSizes(); }
 
 void LayoutWindowTest::listsAndGridsFillTheirTabs() {
     QFETCH(QSize, size);
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     Resize(t, size);
     struct Body {
         int iTab;
@@ -108,9 +104,7 @@ void LayoutWindowTest::listsAndGridsFillTheirTabs() {
 }
 
 void LayoutWindowTest::bodyKeepsItsPlaceWhateverTheSize() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     for (int iTab = 0; iTab < t.SSTab.Count(); ++iTab) {
         t.SSTab.SetTab(iTab);
         std::vector<QPoint> tPlaces;
@@ -133,9 +127,7 @@ void LayoutWindowTest::onePortsListTakesTheWholeTab_data() {
 
 void LayoutWindowTest::onePortsListTakesTheWholeTab() {
     QFETCH(int, port);
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     const QPoint tFirstPlace = In(t.SSTab, t.lstCommData(0)).topLeft();
     t.chkCommEnabled(0).setChecked(port == 0);
     t.chkCommEnabled(1).setChecked(port == 1);
@@ -153,9 +145,7 @@ void LayoutWindowTest::twoListsShareTheTab_data() { AddSizes(); }
 
 void LayoutWindowTest::twoListsShareTheTab() {
     QFETCH(QSize, size);
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.chkCommEnabled(1).setChecked(true);
     Resize(t, size);
     t.FormLayout();
@@ -176,9 +166,7 @@ void LayoutWindowTest::twoListsShareTheTab() {
 }
 
 void LayoutWindowTest::noPortShowsNoList() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.chkCommEnabled(0).setFocus();
     QTest::keyClick(&t.chkCommEnabled(0), Qt::Key_Space);
     QVERIFY(!t.lstCommData(0).isVisible());
@@ -186,9 +174,7 @@ void LayoutWindowTest::noPortShowsNoList() {
 }
 
 void LayoutWindowTest::uncheckingAndCheckingABoxStacksAnew() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.chkCommEnabled(1).setFocus();
     QTest::keyClick(&t.chkCommEnabled(1), Qt::Key_Space);
     const QRect tHalf0 = t.lstCommData(0).geometry();
@@ -207,9 +193,7 @@ void LayoutWindowTest::receiverFramesStandAtTheRight_data() { AddSizes(); }
 
 void LayoutWindowTest::receiverFramesStandAtTheRight() {
     QFETCH(QSize, size);
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     const QSize tFrameSize = t.frmRxNasa.size();
     t.SSTab.SetTab(ui::TabReceiver);
     Resize(t, size);
@@ -226,9 +210,7 @@ void LayoutWindowTest::receiverFramesStandAtTheRight() {
 }
 
 void LayoutWindowTest::fieldsOfARowStandInLine() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     const std::vector<std::vector<const QWidget*>> pRows = {
         {&t.chkCommEnabled(0), &t.txtCommPort(0), &t.txtCommSettings(0)},
         {&t.cmbTargetDetail, &t.cmbTargetSort, &t.cmbTargetTarget, &t.chkTargetTrack},
@@ -243,9 +225,7 @@ void LayoutWindowTest::fieldsOfARowStandInLine() {
 }
 
 void LayoutWindowTest::onlyTheShowingTabIsLaidOut() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.SSTab.SetTab(ui::TabAis);
     t.SSTab.SetTab(ui::TabInput);
     const QRect tAis = t.lstAisData.geometry();
@@ -256,9 +236,7 @@ void LayoutWindowTest::onlyTheShowingTabIsLaidOut() {
 }
 
 void LayoutWindowTest::choosingATabLaysItOut() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.SSTab.SetTab(ui::TabAis);
     t.SSTab.SetTab(ui::TabInput);
     Resize(t, QSize(1300, 900));
@@ -270,9 +248,7 @@ void LayoutWindowTest::choosingATabLaysItOut() {
 }
 
 void LayoutWindowTest::minimisedWindowKeepsItsLayout() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     const QRect tTabs = t.SSTab.geometry();
     const QRect tList = t.lstCommData(0).geometry();
     t.setWindowState(Qt::WindowMinimized);
@@ -285,9 +261,7 @@ void LayoutWindowTest::minimisedWindowKeepsItsLayout() {
 }
 
 void LayoutWindowTest::restoredWindowIsLaidOut() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.setWindowState(Qt::WindowMinimized);
     QCoreApplication::processEvents();
     t.chkCommEnabled(1).setChecked(true);
@@ -298,9 +272,7 @@ void LayoutWindowTest::restoredWindowIsLaidOut() {
 }
 
 void LayoutWindowTest::aboutStaysWhereItIs() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.SSTab.SetTab(ui::TabAbout);
     const std::vector<QWidget*> pParts = {&t.picAboutIcon, &t.lblAboutTitle, &t.lblAboutDescription,
                                           &t.lblAboutDisclaimer};
@@ -312,9 +284,7 @@ void LayoutWindowTest::aboutStaysWhereItIs() {
 }
 
 void LayoutWindowTest::diagramKeepsItsSize() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.SSTab.SetTab(ui::TabDiagram);
     const QRect tBefore = In(t.SSTab, t.pctDiagram);
     Resize(t, QSize(1500, 1000));
@@ -323,9 +293,7 @@ void LayoutWindowTest::diagramKeepsItsSize() {
 }
 
 void LayoutWindowTest::timingPictureFollowsTheWidth() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.SSTab.SetTab(ui::TabTiming);
     int iBar = 0;
     for (const QSize tSize : {QSize(700, 500), QSize(1000, 640), QSize(1400, 640)}) {

@@ -6,7 +6,7 @@
 #include <QTest>
 #include <QWindow>
 
-#include "tests/support/AisEncoder.h"
+#include "tests/window/Bench.h"
 #include "tests/window/Shown.h"
 
 using namespace support;
@@ -49,50 +49,36 @@ void Choose(const char* sEntry) {
 
 QString Clipboard() { return QApplication::clipboard()->text(); }
 
-struct Listening {
-    World tWorld;
-    TestWindow t{tWorld};
-    explicit Listening(ui::Tab eTab) {
-        t.LoadAndShow();
-        t.activateWindow();
-        t.SSTab.SetTab(eTab);
-        t.StartBoth();
-        for (const std::uint32_t lMmsi : {20U, 10U, 30U}) t.FeedLine(0, AisSentence(AisOther(11, lMmsi)));
-        t.Synchronize();
+struct Menus : ThreeTargets {
+    explicit Menus(ui::Tab eTab) : ThreeTargets(eTab) {
+        activateWindow();
         QApplication::clipboard()->setText(QStringLiteral("before"));
     }
-    ~Listening() {
+    ~Menus() {
         if (OpenMenu() != nullptr) OpenMenu()->close();
     }
-    QPoint At(const toolkit::Grid& grd, int iRow, int iCol) {
-        return grd.visualRect(grd.model()->index(iRow - 1, iCol)).center();
-    }
-    void MenuOn(toolkit::Grid& grd, int iRow) { RightClick(t, *grd.viewport(), At(grd, iRow, Mmsi)); }
+    void MenuOn(toolkit::Grid& grd, int iRow) { RightClick(*this, *grd.viewport(), PlaceOf(grd, iRow, Mmsi)); }
     void MenuOn(toolkit::LogList& lst, int iLine) {
         const QPoint tPlace(30, lst.visualRect(lst.model()->index(iLine, 0)).center().y());
-        RightClick(t, *lst.viewport(), tPlace);
+        RightClick(*this, *lst.viewport(), tPlace);
     }
 };
 
-struct Fields {
-    World tWorld;
-    TestWindow t{tWorld};
-    Fields() {
-        t.LoadAndShow();
-        t.activateWindow();
-        t.SSTab.SetTab(ui::TabGps);
-        t.txtGpsLat.SetText("12 30.00 N");
-        t.txtGpsLon.SetText("045 15.00 E");
-        t.Synchronize();
+struct Fields : ShownWindow {
+    Fields() : ShownWindow(ui::TabGps) {
+        activateWindow();
+        txtGpsLat.SetText("12 30.00 N");
+        txtGpsLon.SetText("045 15.00 E");
+        Synchronize();
     }
     ~Fields() {
         if (OpenMenu() != nullptr) OpenMenu()->close();
     }
     void Paste(toolkit::MaskedBox& txt, const QString& sText) {
         QApplication::clipboard()->setText(sText);
-        RightClick(t, txt, txt.rect().center());
+        RightClick(*this, txt, txt.rect().center());
         Choose("Paste");
-        t.Synchronize();
+        Synchronize();
     }
 };
 
@@ -132,42 +118,42 @@ private slots:
 };
 
 void MenusWindowTest::logsOfferTheirs() {
-    Listening f(ui::TabInput);
-    f.MenuOn(f.t.lstCommData(0), 1);  // which the press selects, so that the log is held
+    Menus t(ui::TabInput);
+    t.MenuOn(t.lstCommData(0), 1);  // which the press selects, so that the log is held
     QCOMPARE(Entries(), QStringList({QStringLiteral("Copy Ctrl+C"), QStringLiteral("Select All Ctrl+A"),
                                      QStringLiteral("-"), QStringLiteral("Follow the Newest End")}));
 }
 
 void MenusWindowTest::aLogWithoutLinesGreysWhatItCannotDo() {
-    Listening f(ui::TabGps);
-    RightClick(f.t, *f.t.lstGpsData.viewport(), f.t.lstGpsData.viewport()->rect().center());
+    Menus t(ui::TabGps);
+    RightClick(t, *t.lstGpsData.viewport(), t.lstGpsData.viewport()->rect().center());
     QCOMPARE(Entries(), QStringList({QStringLiteral("(Copy Ctrl+C)"), QStringLiteral("(Select All Ctrl+A)"),
                                      QStringLiteral("-"), QStringLiteral("(Follow the Newest End)")}));
 }
 
 void MenusWindowTest::logsCopyByMenu() {
-    Listening f(ui::TabInput);
-    toolkit::LogList& lst = f.t.lstCommData(0);
-    f.MenuOn(lst, 1);
+    Menus t(ui::TabInput);
+    toolkit::LogList& lst = t.lstCommData(0);
+    t.MenuOn(lst, 1);
     Choose("Copy");
     QCOMPARE(Clipboard(), lst.model()->index(1, 0).data().toString() + QLatin1Char('\n'));
     QVERIFY(OpenMenu() == nullptr);
-    f.MenuOn(lst, 1);
+    t.MenuOn(lst, 1);
     Choose("Select All");
     QCOMPARE(lst.SelectedText().count(QLatin1Char('\n')), lst.Lines.Count());
 }
 
 void MenusWindowTest::aLogIsFollowedByMenu() {
-    Listening f(ui::TabInput);
-    toolkit::LogList& lst = f.t.lstCommData(0);
-    for (int i = 0; i < 100; ++i) f.t.FeedLine(0, "$GPZDA,x");
-    f.t.Synchronize();
+    Menus t(ui::TabInput);
+    toolkit::LogList& lst = t.lstCommData(0);
+    for (int i = 0; i < 100; ++i) t.FeedLine(0, "$GPZDA,x");
+    t.Synchronize();
     QTest::keyClick(&lst, Qt::Key_PageUp);
     QTest::keyClick(&lst, Qt::Key_PageUp);
-    f.t.FeedLine(0, "$GPZDA,x");
-    f.t.Synchronize();
+    t.FeedLine(0, "$GPZDA,x");
+    t.Synchronize();
     QVERIFY(!lst.Follows());
-    RightClick(f.t, *lst.viewport(), lst.viewport()->rect().center());
+    RightClick(t, *lst.viewport(), lst.viewport()->rect().center());
     Choose("Follow the Newest");
     QVERIFY(lst.Follows());
     QVERIFY(lst.visualRect(lst.model()->index(100, 0)).bottom() < lst.viewport()->height());
@@ -188,65 +174,65 @@ void MenusWindowTest::tablesOfferTheirs_data() {
 void MenusWindowTest::tablesOfferTheirs() {
     QFETCH(int, iTab);
     QFETCH(QStringList, sEntries);
-    Listening f(static_cast<ui::Tab>(iTab));
-    toolkit::Grid& grd = iTab == ui::TabTargets    ? f.t.grdTargetData
-                         : iTab == ui::TabMessages ? f.t.grdMessageData
-                                                   : f.t.grdSpecData;
-    f.MenuOn(grd, iTab == ui::TabMessages ? 11 : 1);
+    Menus t(static_cast<ui::Tab>(iTab));
+    toolkit::Grid& grd = iTab == ui::TabTargets    ? t.grdTargetData
+                         : iTab == ui::TabMessages ? t.grdMessageData
+                                                   : t.grdSpecData;
+    t.MenuOn(grd, iTab == ui::TabMessages ? 11 : 1);
     QCOMPARE(Entries(), sEntries);
 }
 
 void MenusWindowTest::rowsAreCopiedWithTheNamesOfTheirColumns() {
-    Listening f(ui::TabMessages);
-    f.MenuOn(f.t.grdMessageData, 11);
+    Menus t(ui::TabMessages);
+    t.MenuOn(t.grdMessageData, 11);
     Choose("Copy with Column Names");
     QCOMPARE(Clipboard(), QStringLiteral("Message Id\tCount\n11=UTC/Date Response\t3\n"));
-    f.MenuOn(f.t.grdMessageData, 11);
+    t.MenuOn(t.grdMessageData, 11);
     Choose("Copy");
     QCOMPARE(Clipboard(), QStringLiteral("11=UTC/Date Response\t3\n"));
 }
 
 void MenusWindowTest::aShipIsTrackedByMenu() {
-    Listening f(ui::TabTargets);
-    f.MenuOn(f.t.grdTargetData, 2);
+    Menus t(ui::TabTargets);
+    t.MenuOn(t.grdTargetData, 2);
     Choose("Track This Ship");
-    QVERIFY(f.t.chkTargetTrack.isChecked());
-    QCOMPARE(f.t.cmbTargetTarget.Text(), std::string("20"));
-    QCOMPARE(VisibleColumn(f.t, Mmsi), Texts({"20"}));
+    QVERIFY(t.chkTargetTrack.isChecked());
+    QCOMPARE(t.cmbTargetTarget.Text(), std::string("20"));
+    QCOMPARE(VisibleColumn(t, Mmsi), Texts({"20"}));
     // Another one, while rows are hidden already.
-    f.t.chkTargetTrack.setChecked(false);
-    f.t.Synchronize();
-    f.MenuOn(f.t.grdTargetData, 3);
-    f.t.chkTargetTrack.setChecked(true);
+    t.chkTargetTrack.setChecked(false);
+    t.Synchronize();
+    t.MenuOn(t.grdTargetData, 3);
+    t.chkTargetTrack.setChecked(true);
     Choose("Track This Ship");
-    QCOMPARE(VisibleColumn(f.t, Mmsi), Texts({"30"}));
+    QCOMPARE(VisibleColumn(t, Mmsi), Texts({"30"}));
 }
 
 void MenusWindowTest::theShipThatWasSeenIsTracked() {
-    Listening f(ui::TabTargets);
-    f.MenuOn(f.t.grdTargetData, 2);
-    for (const std::uint32_t lMmsi : {15U, 16U}) f.t.FeedLine(0, AisSentence(AisOther(11, lMmsi)));
-    f.t.Synchronize();
-    QCOMPARE(Cell(f.t, 2, Mmsi), QByteArray("15"));
+    Menus t(ui::TabTargets);
+    t.MenuOn(t.grdTargetData, 2);
+    for (const std::uint32_t lMmsi : {15U, 16U}) t.FeedLine(0, AisSentence(AisOther(11, lMmsi)));
+    t.Synchronize();
+    QCOMPARE(Cell(t, 2, Mmsi), QByteArray("15"));
     Choose("Track This Ship");
-    QCOMPARE(VisibleColumn(f.t, Mmsi), Texts({"20"}));
+    QCOMPARE(VisibleColumn(t, Mmsi), Texts({"20"}));
 }
 
 void MenusWindowTest::noShipIsTrackedFromBelowTheRows() {
-    Listening f(ui::TabTargets);
-    RightClick(f.t, *f.t.grdTargetData.viewport(), f.t.grdTargetData.viewport()->rect().bottomLeft() + QPoint(20, -20));
+    Menus t(ui::TabTargets);
+    RightClick(t, *t.grdTargetData.viewport(), t.grdTargetData.viewport()->rect().bottomLeft() + QPoint(20, -20));
     QVERIFY(Entries().contains(QStringLiteral("(Track This Ship)")));
 }
 
 void MenusWindowTest::columnsAreFittedByMenu() {
-    Listening f(ui::TabTargets);
-    toolkit::Grid& grd = f.t.grdTargetData;
-    const QString sText = QString::fromLatin1(Cell(f.t, 1, MessageId));
+    Menus t(ui::TabTargets);
+    toolkit::Grid& grd = t.grdTargetData;
+    const QString sText = QString::fromLatin1(Cell(t, 1, MessageId));
     QVERIFY(grd.columnWidth(MessageId) < grd.fontMetrics().horizontalAdvance(sText));
-    f.MenuOn(grd, 1);
+    t.MenuOn(grd, 1);
     Choose("Fit Columns");
     for (int iCol = 1; iCol < 10; ++iCol) {
-        const QString sName = QString::fromLatin1(Cell(f.t, 0, iCol));
+        const QString sName = QString::fromLatin1(Cell(t, 0, iCol));
         QVERIFY(grd.columnWidth(iCol) >= grd.fontMetrics().horizontalAdvance(sName));
     }
     QVERIFY(grd.columnWidth(MessageId) > grd.fontMetrics().horizontalAdvance(sText));
@@ -254,61 +240,61 @@ void MenusWindowTest::columnsAreFittedByMenu() {
 }
 
 void MenusWindowTest::aTableIsSaved() {
-    Listening f(ui::TabMessages);
-    const QString sFile = f.tWorld.Path(QStringLiteral("counts.csv"));
-    f.tWorld.tFileAnswers = {sFile};
-    f.MenuOn(f.t.grdMessageData, 11);
+    Menus t(ui::TabMessages);
+    const QString sFile = t.tWorld.Path(QStringLiteral("counts.csv"));
+    t.tWorld.tFileAnswers = {sFile};
+    t.MenuOn(t.grdMessageData, 11);
     Choose("Save as CSV...");
-    QCOMPARE(f.tWorld.tDialogs.size(), std::size_t{1});
-    const toolkit::FileRequest& tAsked = f.tWorld.tDialogs.back();
+    QCOMPARE(t.tWorld.tDialogs.size(), std::size_t{1});
+    const toolkit::FileRequest& tAsked = t.tWorld.tDialogs.back();
     QVERIFY(tAsked.bSave);
     QCOMPARE(tAsked.sExtension, QStringLiteral("csv"));
     QVERIFY(tAsked.sFilter.contains(QLatin1String("(*.csv)")));
-    QCOMPARE(QByteArray::fromStdString(f.tWorld.ReadFile(sFile)),
+    QCOMPARE(QByteArray::fromStdString(t.tWorld.ReadFile(sFile)),
              QByteArray("Message Id,Count\r\n11=UTC/Date Response,3\r\n,\r\nTotal,3\r\n"));
 }
 
 void MenusWindowTest::whatIsHiddenIsNotSaved() {
-    Listening f(ui::TabTargets);
-    const QString sFile = f.tWorld.Path(QStringLiteral("targets.csv"));
-    f.t.cmbTargetTarget.SetText("10");
-    f.t.chkTargetTrack.setChecked(true);
-    f.t.Synchronize();
-    f.tWorld.tFileAnswers = {sFile};
-    f.MenuOn(f.t.grdTargetData, 1);
+    Menus t(ui::TabTargets);
+    const QString sFile = t.tWorld.Path(QStringLiteral("targets.csv"));
+    t.cmbTargetTarget.SetText("10");
+    t.chkTargetTrack.setChecked(true);
+    t.Synchronize();
+    t.tWorld.tFileAnswers = {sFile};
+    t.MenuOn(t.grdTargetData, 1);
     Choose("Save as CSV...");
-    QCOMPARE(QByteArray::fromStdString(f.tWorld.ReadFile(sFile)),
+    QCOMPARE(QByteArray::fromStdString(t.tWorld.ReadFile(sFile)),
              QByteArray("MMSI,Ch,Signal,Thres,Snr,Time,Message Id,Rng,Brg\r\n"
                         "10,A,,,,12:00:00,11=UTC/Date Response,,\r\n"));
 }
 
 void MenusWindowTest::savedNamesFitTheirTables() {
-    Listening f(ui::TabTargets);
+    Menus t(ui::TabTargets);
     QStringList sNames;
     for (const auto& [eTab, pGrid] :
-         {std::pair{ui::TabTargets, &f.t.grdTargetData}, std::pair{ui::TabMessages, &f.t.grdMessageData},
-          std::pair{ui::TabSpec, &f.t.grdSpecData}}) {
-        f.tWorld.tFileAnswers = {std::nullopt};
-        f.t.SSTab.SetTab(eTab);
-        RightClick(f.t, *pGrid->viewport(), QPoint(30, 5));
+         {std::pair{ui::TabTargets, &t.grdTargetData}, std::pair{ui::TabMessages, &t.grdMessageData},
+          std::pair{ui::TabSpec, &t.grdSpecData}}) {
+        t.tWorld.tFileAnswers = {std::nullopt};
+        t.SSTab.SetTab(eTab);
+        RightClick(t, *pGrid->viewport(), QPoint(30, 5));
         Choose("Save as CSV...");
-        sNames << f.tWorld.tDialogs.back().sFileName;
+        sNames << t.tWorld.tDialogs.back().sFileName;
     }
     QCOMPARE(sNames, QStringList({QStringLiteral("Tidewatch Targets.csv"), QStringLiteral("Tidewatch Messages.csv"),
                                   QStringLiteral("Tidewatch Spec.csv")}));
 }
 
 void MenusWindowTest::aSavedTableIsUtf8() {
-    Listening f(ui::TabTargets);
-    f.t.cmbTargetDetail.SetText("Lat/Lon");
-    f.t.TargetGridSetup(true);
-    f.t.FeedLine(0, AisSentence(AisClassA(1, {.lMmsi = 99, .lLongitude = -600000, .lLatitude = 600000 * 50})));
-    f.t.Synchronize();
-    const QString sFile = f.tWorld.Path(QStringLiteral("targets.csv"));
-    f.tWorld.tFileAnswers = {sFile};
-    f.MenuOn(f.t.grdTargetData, 1);
+    Menus t(ui::TabTargets);
+    t.cmbTargetDetail.SetText("Lat/Lon");
+    t.TargetGridSetup(true);
+    t.FeedLine(0, AisSentence(AisClassA(1, {.lMmsi = 99, .lLongitude = -600000, .lLatitude = 600000 * 50})));
+    t.Synchronize();
+    const QString sFile = t.tWorld.Path(QStringLiteral("targets.csv"));
+    t.tWorld.tFileAnswers = {sFile};
+    t.MenuOn(t.grdTargetData, 1);
     Choose("Save as CSV...");
-    const std::string sSaved = f.tWorld.ReadFile(sFile);
+    const std::string sSaved = t.tWorld.ReadFile(sFile);
     QVERIFY2(sSaved.find(",50\xC2\xB0"
                          "00.00'N,001\xC2\xB0"
                          "00.00'W\r\n") != std::string::npos,
@@ -316,22 +302,22 @@ void MenusWindowTest::aSavedTableIsUtf8() {
 }
 
 void MenusWindowTest::aSaveThatFailsSaysWhy() {
-    Listening f(ui::TabMessages);
-    f.tWorld.tFileAnswers = {f.tWorld.Path(QStringLiteral("none/counts.csv"))};
-    f.MenuOn(f.t.grdMessageData, 11);
+    Menus t(ui::TabMessages);
+    t.tWorld.tFileAnswers = {t.tWorld.Path(QStringLiteral("none/counts.csv"))};
+    t.MenuOn(t.grdMessageData, 11);
     Choose("Save as CSV...");
-    QCOMPARE(Panel(f.t, 2), QByteArray("Save - No such file or directory"));
-    QVERIFY(f.tWorld.sMessages.isEmpty());
+    QCOMPARE(Panel(t, 2), QByteArray("Save - No such file or directory"));
+    QVERIFY(t.tWorld.sMessages.isEmpty());
 }
 
 void MenusWindowTest::aCancelledSaveDoesNothing() {
-    Listening f(ui::TabMessages);
-    const QByteArray sPanel = Panel(f.t, 2);
-    f.tWorld.tFileAnswers = {std::nullopt};
-    f.MenuOn(f.t.grdMessageData, 11);
+    Menus t(ui::TabMessages);
+    const QByteArray sPanel = Panel(t, 2);
+    t.tWorld.tFileAnswers = {std::nullopt};
+    t.MenuOn(t.grdMessageData, 11);
     Choose("Save as CSV...");
-    QCOMPARE(f.tWorld.iUnanswered, 0);
-    QCOMPARE(Panel(f.t, 2), sPanel);
+    QCOMPARE(t.tWorld.iUnanswered, 0);
+    QCOMPARE(Panel(t, 2), sPanel);
 }
 
 void MenusWindowTest::keysOpenEveryMenu_data() {
@@ -357,10 +343,10 @@ void MenusWindowTest::keysOpenEveryMenu() {
     QFETCH(int, iTab);
     QFETCH(QByteArray, sControl);
     QFETCH(QString, sFirst);
-    Listening f(static_cast<ui::Tab>(iTab));
-    auto* pControl = f.t.findChild<QWidget*>(QString::fromLatin1(sControl));
+    Menus t(static_cast<ui::Tab>(iTab));
+    auto* pControl = t.findChild<QWidget*>(QString::fromLatin1(sControl));
     pControl->setFocus();
-    QTest::keyClick(f.t.windowHandle(), Qt::Key_F10, Qt::ShiftModifier);
+    QTest::keyClick(t.windowHandle(), Qt::Key_F10, Qt::ShiftModifier);
     QVERIFY(OpenMenu() != nullptr);
     QCOMPARE(OpenMenu()->parentWidget(), pControl);
     QCOMPARE(Entries().value(0), sFirst);
@@ -369,28 +355,28 @@ void MenusWindowTest::keysOpenEveryMenu() {
 }
 
 void MenusWindowTest::theMenuOpensAtTheCursor() {
-    Listening f(ui::TabTargets);
-    toolkit::Grid& grd = f.t.grdTargetData;
-    QTest::mouseClick(grd.viewport(), Qt::LeftButton, {}, f.At(grd, 3, Mmsi));
-    QTest::keyClick(f.t.windowHandle(), Qt::Key_F10, Qt::ShiftModifier);
+    Menus t(ui::TabTargets);
+    toolkit::Grid& grd = t.grdTargetData;
+    QTest::mouseClick(grd.viewport(), Qt::LeftButton, {}, PlaceOf(grd, 3, Mmsi));
+    QTest::keyClick(t.windowHandle(), Qt::Key_F10, Qt::ShiftModifier);
     const QPoint tMenu = grd.viewport()->mapFromGlobal(OpenMenu()->pos());
     QVERIFY(grd.visualRect(grd.currentIndex()).adjusted(-1, -1, 1, 2).contains(tMenu));
     QTest::keyClick(OpenMenu(), Qt::Key_T);
     QCoreApplication::processEvents();
-    QCOMPARE(VisibleColumn(f.t, Mmsi), Texts({"30"}));
+    QCOMPARE(VisibleColumn(t, Mmsi), Texts({"30"}));
 }
 
 void MenusWindowTest::trafficGoesOnBehindAMenu() {
-    Listening f(ui::TabTargets);
-    f.MenuOn(f.t.grdTargetData, 1);
-    f.t.FeedLine(0, AisSentence(AisOther(11, 40)));
-    QTRY_COMPARE(f.t.grdTargetData.model()->rowCount(), 4);
+    Menus t(ui::TabTargets);
+    t.MenuOn(t.grdTargetData, 1);
+    t.FeedLine(0, AisSentence(AisOther(11, 40)));
+    QTRY_COMPARE(t.grdTargetData.model()->rowCount(), 4);
     QVERIFY(OpenMenu() != nullptr);
 }
 
 void MenusWindowTest::aPositionIsCopied() {
-    Fields f;
-    RightClick(f.t, f.t.txtGpsLon, f.t.txtGpsLon.rect().center());
+    Fields t;
+    RightClick(t, t.txtGpsLon, t.txtGpsLon.rect().center());
     QCOMPARE(Entries(), QStringList({QStringLiteral("Copy"), QStringLiteral("Paste")}));
     Choose("Copy");
     QCOMPARE(Clipboard(), QStringLiteral("045 15.00 E"));
@@ -425,19 +411,19 @@ void MenusWindowTest::aPositionIsPasted() {
     QFETCH(QString, sPasted);
     QFETCH(QString, sShown);
     QFETCH(double, dDegrees);
-    Fields f;
-    f.Paste(bLatitude ? f.t.txtGpsLat : f.t.txtGpsLon, sPasted);
-    QCOMPARE((bLatitude ? f.t.txtGpsLat : f.t.txtGpsLon).text(), sShown);
-    QVERIFY(std::abs((bLatitude ? f.t.m_dLatitude : f.t.m_dLongitude) - dDegrees) < 1e-9);
-    QCOMPARE(bLatitude ? f.t.m_dLongitude : f.t.m_dLatitude, bLatitude ? 45.25 : 12.5);
+    Fields t;
+    t.Paste(bLatitude ? t.txtGpsLat : t.txtGpsLon, sPasted);
+    QCOMPARE((bLatitude ? t.txtGpsLat : t.txtGpsLon).text(), sShown);
+    QVERIFY(std::abs((bLatitude ? t.m_dLatitude : t.m_dLongitude) - dDegrees) < 1e-9);
+    QCOMPARE(bLatitude ? t.m_dLongitude : t.m_dLatitude, bLatitude ? 45.25 : 12.5);
 }
 
 void MenusWindowTest::bothCoordinatesArePastedAtOnce() {
     for (const bool bIntoLatitude : {true, false}) {
-        Fields f;
-        f.Paste(bIntoLatitude ? f.t.txtGpsLat : f.t.txtGpsLon, QStringLiteral("50.35667, -4.1433333\n"));
-        QCOMPARE(f.t.txtGpsLat.text(), QStringLiteral("50\u00B021.40'N"));
-        QCOMPARE(f.t.txtGpsLon.text(), QStringLiteral("004\u00B008.60'W"));
+        Fields t;
+        t.Paste(bIntoLatitude ? t.txtGpsLat : t.txtGpsLon, QStringLiteral("50.35667, -4.1433333\n"));
+        QCOMPARE(t.txtGpsLat.text(), QStringLiteral("50\u00B021.40'N"));
+        QCOMPARE(t.txtGpsLon.text(), QStringLiteral("004\u00B008.60'W"));
     }
 }
 
@@ -461,25 +447,25 @@ void MenusWindowTest::whatIsNoPositionChangesNothing() {
     QFETCH(bool, bLatitude);
     QFETCH(QString, sPasted);
     QFETCH(QByteArray, sError);
-    Fields f;
-    f.Paste(bLatitude ? f.t.txtGpsLat : f.t.txtGpsLon, sPasted);
-    QCOMPARE(f.t.txtGpsLat.text(), QStringLiteral("12 30.00 N"));
-    QCOMPARE(f.t.txtGpsLon.text(), QStringLiteral("045 15.00 E"));
-    QCOMPARE(f.t.m_dLatitude, 12.5);
-    QCOMPARE(f.t.m_dLongitude, 45.25);
-    QCOMPARE(Panel(f.t, 2), sError);
-    QVERIFY(f.tWorld.sMessages.isEmpty());
+    Fields t;
+    t.Paste(bLatitude ? t.txtGpsLat : t.txtGpsLon, sPasted);
+    QCOMPARE(t.txtGpsLat.text(), QStringLiteral("12 30.00 N"));
+    QCOMPARE(t.txtGpsLon.text(), QStringLiteral("045 15.00 E"));
+    QCOMPARE(t.m_dLatitude, 12.5);
+    QCOMPARE(t.m_dLongitude, 45.25);
+    QCOMPARE(Panel(t, 2), sError);
+    QVERIFY(t.tWorld.sMessages.isEmpty());
 }
 
 void MenusWindowTest::pastingKeepsTheCharacterSelected() {
-    Fields f;
-    f.t.txtGpsLat.setFocus();
-    f.t.txtGpsLat.ClickAt(4);
-    f.Paste(f.t.txtGpsLat, QStringLiteral("50 21.4 N"));
-    QCOMPARE(f.t.txtGpsLat.selectionStart(), 4);
-    QCOMPARE(f.t.txtGpsLat.selectedText(), QStringLiteral("1"));
-    QTest::keyClick(&f.t.txtGpsLat, Qt::Key_9);
-    QCOMPARE(f.t.txtGpsLat.text(), QStringLiteral("50\u00B029.40'N"));
+    Fields t;
+    t.txtGpsLat.setFocus();
+    t.txtGpsLat.ClickAt(4);
+    t.Paste(t.txtGpsLat, QStringLiteral("50 21.4 N"));
+    QCOMPARE(t.txtGpsLat.selectionStart(), 4);
+    QCOMPARE(t.txtGpsLat.selectedText(), QStringLiteral("1"));
+    QTest::keyClick(&t.txtGpsLat, Qt::Key_9);
+    QCOMPARE(t.txtGpsLat.text(), QStringLiteral("50\u00B029.40'N"));
 }
 
 QTEST_MAIN(MenusWindowTest)

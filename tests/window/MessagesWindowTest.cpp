@@ -1,36 +1,30 @@
 // The message counts: one row per kind of message, shown once one has come, and a total.
 #include <QTest>
 
-#include "tests/support/AisEncoder.h"
+#include "tests/window/Bench.h"
 #include "tests/window/Shown.h"
 
 using namespace support;
 
 namespace {
 
-struct Listening {
-    World tWorld;
-    TestWindow t{tWorld};
-    Listening() {
-        t.LoadAndShow();
-        t.SSTab.SetTab(ui::TabMessages);
-        t.StartBoth();
-    }
-    void Hear(int iId, app::PortIndex i = 0) { t.FeedLine(i, AisSentence(AisOther(iId, 244660123))); }
-    QByteArray Shown(int iRow, int iCol) { return Bytes(t.Cell(t.grdMessageData, iRow, iCol)); }
+struct Messages : Listening {
+    Messages() : Listening(ui::TabMessages) {}
+    void Hear(int iId, app::PortIndex i = 0) { FeedLine(i, AisSentence(AisOther(iId, 244660123))); }
+    QByteArray Shown(int iRow, int iCol) { return Bytes(Cell(grdMessageData, iRow, iCol)); }
     // The rows below the header that show: "title:count".
     QStringList Rows() {
-        t.grdMessageData.Synchronize();
+        grdMessageData.Synchronize();
         QStringList sRows;
         for (int iRow = 1; iRow < 35; ++iRow) {
-            if (t.grdMessageData.isRowHidden(iRow - 1)) continue;
+            if (grdMessageData.isRowHidden(iRow - 1)) continue;
             sRows << QString::fromLatin1(Shown(iRow, 0) + ":" + Shown(iRow, 1));
         }
         return sRows;
     }
     Qt::Alignment AlignmentOf(int iRow, int iCol) {
-        t.grdMessageData.Synchronize();
-        const QAbstractItemModel& tModel = *t.grdMessageData.model();
+        grdMessageData.Synchronize();
+        const QAbstractItemModel& tModel = *grdMessageData.model();
         return (iRow == 0 ? tModel.headerData(iCol, Qt::Horizontal, Qt::TextAlignmentRole)
                           : tModel.index(iRow - 1, iCol).data(Qt::TextAlignmentRole))
             .value<Qt::Alignment>();
@@ -90,62 +84,60 @@ private slots:
 };
 
 void MessagesWindowTest::resetGridShowsSpacerAndTotal() {
-    Listening tListening;
-    QCOMPARE(tListening.Rows(), Texts({":", "Total:0"}));
-    QCOMPARE(tListening.t.grdMessageData.Cells.Rows(), 35);
-    QCOMPARE(tListening.t.grdMessageData.Cells.Cols(), 2);
-    QCOMPARE(tListening.Shown(0, 0), QByteArray("Message Id"));
-    QCOMPARE(tListening.Shown(0, 1), QByteArray("Count"));
-    QVERIFY(!tListening.t.grdMessageData.isRowHidden(33 - 1));
+    Messages t;
+    QCOMPARE(t.Rows(), Texts({":", "Total:0"}));
+    QCOMPARE(t.grdMessageData.Cells.Rows(), 35);
+    QCOMPARE(t.grdMessageData.Cells.Cols(), 2);
+    QCOMPARE(t.Shown(0, 0), QByteArray("Message Id"));
+    QCOMPARE(t.Shown(0, 1), QByteArray("Count"));
+    QVERIFY(!t.grdMessageData.isRowHidden(33 - 1));
     for (int i = 1; i <= 32; ++i) {
-        QVERIFY(tListening.t.grdMessageData.isRowHidden(i - 1));
-        QCOMPARE(tListening.Shown(i, 0), TitleOf(i));
-        QCOMPARE(tListening.Shown(i, 1), QByteArray("0"));
+        QVERIFY(t.grdMessageData.isRowHidden(i - 1));
+        QCOMPARE(t.Shown(i, 0), TitleOf(i));
+        QCOMPARE(t.Shown(i, 1), QByteArray("0"));
     }
 }
 
 void MessagesWindowTest::gridIsSetUpBeforeTheFirstStart() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     QCOMPARE(Bytes(t.Cell(t.grdMessageData, 34, 0)), QByteArray("Total"));
     QCOMPARE(Bytes(t.Cell(t.grdMessageData, 34, 1)), QByteArray("0"));
 }
 
 void MessagesWindowTest::cellsAreAligned() {
-    Listening tListening;
-    tListening.Hear(5);
+    Messages t;
+    t.Hear(5);
     const Qt::Alignment eLeft = Qt::AlignLeft | Qt::AlignVCenter, eRight = Qt::AlignRight | Qt::AlignVCenter;
-    QCOMPARE(tListening.AlignmentOf(0, 0), Qt::Alignment(Qt::AlignCenter));
-    QCOMPARE(tListening.AlignmentOf(0, 1), Qt::Alignment(Qt::AlignCenter));
+    QCOMPARE(t.AlignmentOf(0, 0), Qt::Alignment(Qt::AlignCenter));
+    QCOMPARE(t.AlignmentOf(0, 1), Qt::Alignment(Qt::AlignCenter));
     for (int i = 1; i <= 32; ++i) {
-        QCOMPARE(tListening.AlignmentOf(i, 0), eLeft);
-        QCOMPARE(tListening.AlignmentOf(i, 1), eRight);
+        QCOMPARE(t.AlignmentOf(i, 0), eLeft);
+        QCOMPARE(t.AlignmentOf(i, 1), eRight);
     }
-    QCOMPARE(tListening.AlignmentOf(34, 0), Qt::Alignment(Qt::AlignCenter));
-    QCOMPARE(tListening.AlignmentOf(34, 1), eRight);
+    QCOMPARE(t.AlignmentOf(34, 0), Qt::Alignment(Qt::AlignCenter));
+    QCOMPARE(t.AlignmentOf(34, 1), eRight);
 }
 
 void MessagesWindowTest::columnsAreAsWideAsTheirTemplates() {
-    Listening tListening;
-    const toolkit::Grid& grd = tListening.t.grdMessageData;
+    Messages t;
+    const toolkit::Grid& grd = t.grdMessageData;
     const auto tWidth = [&grd](const char* sText) {
         return grd.fontMetrics().horizontalAdvance(QString::fromLatin1(sText));
     };
-    tListening.t.Synchronize();
+    t.Synchronize();
     QCOMPARE(grd.columnWidth(0), 14 * tWidth("0") + tWidth("---Message Id---"));
     QCOMPARE(grd.columnWidth(1), tWidth("---Count---"));
 }
 
 void MessagesWindowTest::firstMessageShowsItsRow() {
-    Listening tListening;
-    tListening.Hear(5);
-    QCOMPARE(tListening.Rows(), Texts({"5=Ship Static and Voyage:1", ":", "Total:1"}));
-    tListening.Hear(7);
-    QCOMPARE(tListening.Rows(), Texts({"5=Ship Static and Voyage:1", "7:1", ":", "Total:2"}));
+    Messages t;
+    t.Hear(5);
+    QCOMPARE(t.Rows(), Texts({"5=Ship Static and Voyage:1", ":", "Total:1"}));
+    t.Hear(7);
+    QCOMPARE(t.Rows(), Texts({"5=Ship Static and Voyage:1", "7:1", ":", "Total:2"}));
     // As high as the other rows.
-    QCOMPARE(tListening.t.grdMessageData.RowHeight(5), tListening.t.grdMessageData.RowHeight(34));
-    QVERIFY(tListening.t.grdMessageData.Redraw());
+    QCOMPARE(t.grdMessageData.RowHeight(5), t.grdMessageData.RowHeight(34));
+    QVERIFY(t.grdMessageData.Redraw());
 }
 
 void MessagesWindowTest::everyIdCountsInItsRow_data() {
@@ -155,49 +147,46 @@ void MessagesWindowTest::everyIdCountsInItsRow_data() {
 
 void MessagesWindowTest::everyIdCountsInItsRow() {
     QFETCH(int, iId);
-    Listening tListening;
-    for (int i = 0; i < 3; ++i) tListening.Hear(iId);
+    Messages t;
+    for (int i = 0; i < 3; ++i) t.Hear(iId);
     QStringList sExpected = Texts({":", "Total:0"});
     if (iId >= 1 && iId <= 32) {
         sExpected = {QString::fromLatin1(TitleOf(iId) + ":3"), QStringLiteral(":"), QStringLiteral("Total:3")};
     }
-    QCOMPARE(tListening.Rows(), sExpected);
-    QCOMPARE(tListening.Shown(0, 1), QByteArray("Count"));
-    QCOMPARE(tListening.t.grdMessageData.Cells.Rows(), 35);
+    QCOMPARE(t.Rows(), sExpected);
+    QCOMPARE(t.Shown(0, 1), QByteArray("Count"));
+    QCOMPARE(t.grdMessageData.Cells.Rows(), 35);
     // A message that is not counted is a target all the same.
-    QCOMPARE(tListening.t.grdTargetData.Cells.Rows(), 4);
+    QCOMPARE(t.grdTargetData.Cells.Rows(), 4);
 }
 
 void MessagesWindowTest::rowsStayInIdOrder() {
-    Listening tListening;
-    for (const int iId : {24, 1, 18, 5, 24, 32, 4}) tListening.Hear(iId);
-    QCOMPARE(tListening.Rows(),
-             Texts({"1=Position Scheduled:1", "4=Base Station Report:1", "5=Ship Static and Voyage:1",
-                    "18=Class B Standard Position:1", "24=Class B Static Data:2", "32:1", ":", "Total:7"}));
+    Messages t;
+    for (const int iId : {24, 1, 18, 5, 24, 32, 4}) t.Hear(iId);
+    QCOMPARE(t.Rows(), Texts({"1=Position Scheduled:1", "4=Base Station Report:1", "5=Ship Static and Voyage:1",
+                              "18=Class B Standard Position:1", "24=Class B Static Data:2", "32:1", ":", "Total:7"}));
 }
 
 void MessagesWindowTest::countsAddUp() {
-    Listening tListening;
+    Messages t;
     Dice tRandom(23);
     std::array<int, 64> iCounts{};
     int iTotal = 0;
     for (int i = 0; i < 2000; ++i) {
         const auto iId = static_cast<int>(tRandom() % 64);
-        tListening.Hear(iId, static_cast<app::PortIndex>(tRandom() % 2));
+        t.Hear(iId, static_cast<app::PortIndex>(tRandom() % 2));
         ++iCounts[static_cast<std::size_t>(iId)];
         if (iId >= 1 && iId <= 32) ++iTotal;
     }
     for (int iRow = 1; iRow <= 32; ++iRow) {
-        QCOMPARE(tListening.Shown(iRow, 1), QByteArray::number(iCounts[static_cast<std::size_t>(iRow)]));
+        QCOMPARE(t.Shown(iRow, 1), QByteArray::number(iCounts[static_cast<std::size_t>(iRow)]));
     }
-    QCOMPARE(tListening.Shown(34, 1), QByteArray::number(iTotal));
-    QCOMPARE(tListening.Shown(33, 0) + tListening.Shown(33, 1), QByteArray());
+    QCOMPARE(t.Shown(34, 1), QByteArray::number(iTotal));
+    QCOMPARE(t.Shown(33, 0) + t.Shown(33, 1), QByteArray());
 }
 
 void MessagesWindowTest::countsGoOnBeyondTwoToThe31() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
     t.MessageCount(1, 2147483647);
     t.MessageCount(1, 2);
@@ -207,37 +196,37 @@ void MessagesWindowTest::countsGoOnBeyondTwoToThe31() {
 }
 
 void MessagesWindowTest::bothPortsCountTogether() {
-    Listening tListening;
-    tListening.Hear(11, 0);
-    tListening.Hear(11, 1);
-    QCOMPARE(tListening.Rows(), Texts({"11=UTC/Date Response:2", ":", "Total:2"}));
+    Messages t;
+    t.Hear(11, 0);
+    t.Hear(11, 1);
+    QCOMPARE(t.Rows(), Texts({"11=UTC/Date Response:2", ":", "Total:2"}));
 }
 
 void MessagesWindowTest::incompleteMessageIsNotCounted() {
-    Listening tListening;
+    Messages t;
     const auto sParts = AisSentences(AisStaticVoyage(235009802, "A SHIP"), 'A', 3);
-    tListening.t.FeedLine(0, sParts.at(0));
-    QCOMPARE(tListening.Rows(), Texts({":", "Total:0"}));
-    tListening.t.FeedLine(0, sParts.at(1));
-    QCOMPARE(tListening.Rows(), Texts({"5=Ship Static and Voyage:1", ":", "Total:1"}));
+    t.FeedLine(0, sParts.at(0));
+    QCOMPARE(t.Rows(), Texts({":", "Total:0"}));
+    t.FeedLine(0, sParts.at(1));
+    QCOMPARE(t.Rows(), Texts({"5=Ship Static and Voyage:1", ":", "Total:1"}));
 }
 
 void MessagesWindowTest::failedMessageIsNotCounted() {
-    Listening tListening;
-    tListening.t.FeedLine(0, "!AIVDM,1,1,,,5000,0");
-    tListening.t.FeedLine(0, "!AIVDM,1,1,,A,5000,0*00");
-    QCOMPARE(tListening.Rows(), Texts({":", "Total:0"}));
+    Messages t;
+    t.FeedLine(0, "!AIVDM,1,1,,,5000,0");
+    t.FeedLine(0, "!AIVDM,1,1,,A,5000,0*00");
+    QCOMPARE(t.Rows(), Texts({":", "Total:0"}));
 }
 
 void MessagesWindowTest::startZeroesAndHides() {
-    Listening tListening;
-    for (const int iId : {1, 5, 7}) tListening.Hear(iId);
-    tListening.t.Press(ui::KeyStop);
-    QCOMPARE(tListening.Rows().size(), 5);
-    tListening.t.Press(ui::KeyStart);
-    QCOMPARE(tListening.Rows(), Texts({":", "Total:0"}));
-    tListening.Hear(5);
-    QCOMPARE(tListening.Rows(), Texts({"5=Ship Static and Voyage:1", ":", "Total:1"}));
+    Messages t;
+    for (const int iId : {1, 5, 7}) t.Hear(iId);
+    t.Press(ui::KeyStop);
+    QCOMPARE(t.Rows().size(), 5);
+    t.Press(ui::KeyStart);
+    QCOMPARE(t.Rows(), Texts({":", "Total:0"}));
+    t.Hear(5);
+    QCOMPARE(t.Rows(), Texts({"5=Ship Static and Voyage:1", ":", "Total:1"}));
 }
 
 QTEST_MAIN(MessagesWindowTest)

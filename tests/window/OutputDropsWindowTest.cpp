@@ -4,6 +4,7 @@
 #include <QTest>
 
 #include "tests/support/PtyPort.h"
+#include "tests/window/Bench.h"
 #include "tests/window/Shown.h"
 
 using namespace support;
@@ -23,26 +24,22 @@ std::string Lines(int iCount, std::size_t lLength) {
 }
 
 // A window that plays lines, all of one second unless a line follows later, to a pseudo-terminal at 4800 baud.
-struct Playing {
-    World tWorld;
+struct Playing : ShownWindow {
     PtyPort tPty;
-    TestWindow t{tWorld};
 
     Playing(int iCount, std::size_t lLength, bool bLineMuchLater = false) {
         tWorld.bNativeDevices = true;
-        t.LoadAndShow();
-        t.chkOutputEnabled.setChecked(true);
-        t.txtOutputPort.SetText(tPty.Link().toStdString());
-        t.txtOutputSettings.SetText("4800,n,8,1");
+        chkOutputEnabled.setChecked(true);
+        txtOutputPort.SetText(tPty.Link().toStdString());
+        txtOutputSettings.SetText("4800,n,8,1");
         std::string sContent;
         for (int i = 0; i < iCount; ++i) sContent += "05/15/2011 12:00:00 " + Line(i, lLength) + "\r\n";
         if (bLineMuchLater) sContent += "05/15/2011 13:00:00 $GPZDA,later\r\n";
         const QString sFile = tWorld.Path(QStringLiteral("played.txt"));
         tWorld.WriteFile(sFile, sContent);
-        tWorld.tFileAnswers.push_back(sFile);
-        t.Press(ui::KeyPlayback);
+        PressWithFile(ui::KeyPlayback, sFile);
     }
-    QStringList Log() { return support::Log(t, t.lstOutputData); }
+    QStringList Log() { return support::Log(*this, lstOutputData); }
     // The number in the newest notice that begins so; 0 where there is none.
     int Told(const char* sBeginning) {
         int iNumber = 0;
@@ -89,13 +86,13 @@ private slots:
 // How much the system takes on its own differs from run to run; the numbers add up all the same.
 void OutputDropsWindowTest::thousandLinesOfOneSecondAddUp() {
     constexpr std::size_t Length = 120;
-    Playing tPlaying(1000, Length);
-    tPlaying.t.Advance(1);
-    QCOMPARE(Panel(tPlaying.t, ui::PanelState), QByteArray("Done"));
-    const int iDropped = tPlaying.Told(Full);
+    Playing t(1000, Length);
+    t.Advance(1);
+    QCOMPARE(Panel(t, ui::PanelState), QByteArray("Done"));
+    const int iDropped = t.Told(Full);
     QVERIFY(iDropped > 0);
-    const int iWhole = 1000 - iDropped - tPlaying.Told(Closed);
-    const std::string sArrived = tPlaying.Arrived(iWhole, Length);
+    const int iWhole = 1000 - iDropped - t.Told(Closed);
+    const std::string sArrived = t.Arrived(iWhole, Length);
     QCOMPARE(static_cast<int>(sArrived.size() / Length), iWhole);
     // In the order in which they came, the newest among them.
     std::size_t iFrom = 0;
@@ -111,21 +108,21 @@ void OutputDropsWindowTest::thousandLinesOfOneSecondAddUp() {
 // Ten seconds of 480 characters wait, and not a character leaves. The line has been given the first; of the others the
 // oldest make room.
 void OutputDropsWindowTest::markedLinesAreThoseThatWereHandedOver() {
-    Playing tPlaying(60, 100);
-    tPlaying.tPty.Hold(true);
-    tPlaying.t.Advance(1);
-    QCOMPARE(Panel(tPlaying.t, ui::PanelState), QByteArray("Done"));
+    Playing t(60, 100);
+    t.tPty.Hold(true);
+    t.Advance(1);
+    QCOMPARE(Panel(t, ui::PanelState), QByteArray("Done"));
     QStringList sExpected;
     for (int i = 0; i < 48; ++i) sExpected << toolkit::FromLatin1(Line(i, 100));
     sExpected << QStringLiteral("<<Event 1010>>");
     for (int i = 48; i < 60; ++i) sExpected << toolkit::FromLatin1(Line(i, 100));
     sExpected << QStringLiteral("<<Output full - 12 sentences dropped>>")
               << QStringLiteral("<<Output closed - 48 sentences dropped>>");
-    QCOMPARE(tPlaying.Log(), sExpected);
-    QCOMPARE(Marks(tPlaying.t, tPlaying.t.lstOutputData),
+    QCOMPARE(t.Log(), sExpected);
+    QCOMPARE(Marks(t, t.lstOutputData),
              "+" + QByteArray(12, '-') + QByteArray(35, '+') + "-" + QByteArray(12, '+') + "--");
-    tPlaying.tPty.Hold(false);
-    QCOMPARE(Bytes(tPlaying.Arrived(0, 100)), QByteArray());
+    t.tPty.Hold(false);
+    QCOMPARE(Bytes(t.Arrived(0, 100)), QByteArray());
 }
 
 void OutputDropsWindowTest::stopTellsWhatStillWaits_data() {
@@ -136,46 +133,37 @@ void OutputDropsWindowTest::stopTellsWhatStillWaits_data() {
 
 void OutputDropsWindowTest::stopTellsWhatStillWaits() {
     QFETCH(bool, bHeld);
-    Playing tPlaying(30, 100, true);
-    tPlaying.tPty.Hold(true);
-    tPlaying.t.Advance(1);
-    QCOMPARE(Panel(tPlaying.t, ui::PanelState), QByteArray("Playback"));
-    QCOMPARE(tPlaying.Log().size(), 30);
-    tPlaying.tPty.Hold(bHeld);
-    tPlaying.t.Press(ui::KeyStop);
-    QVERIFY(!tPlaying.t.MSCommOutput.PortOpen());
-    QCOMPARE(tPlaying.Log().mid(30), bHeld ? Texts({"<<Output closed - 30 sentences dropped>>"}) : QStringList());
-    tPlaying.tPty.Hold(false);
-    QCOMPARE(tPlaying.Arrived(bHeld ? 0 : 30, 100), bHeld ? std::string() : Lines(30, 100));
+    Playing t(30, 100, true);
+    t.tPty.Hold(true);
+    t.Advance(1);
+    QCOMPARE(Panel(t, ui::PanelState), QByteArray("Playback"));
+    QCOMPARE(t.Log().size(), 30);
+    t.tPty.Hold(bHeld);
+    t.Press(ui::KeyStop);
+    QVERIFY(!t.MSCommOutput.PortOpen());
+    QCOMPARE(t.Log().mid(30), bHeld ? Texts({"<<Output closed - 30 sentences dropped>>"}) : QStringList());
+    t.tPty.Hold(false);
+    QCOMPARE(t.Arrived(bHeld ? 0 : 30, 100), bHeld ? std::string() : Lines(30, 100));
 }
 
 void OutputDropsWindowTest::nothingIsToldWhenAllLeft() {
-    Playing tPlaying(80, 49);
-    tPlaying.t.Advance(1);
-    QCOMPARE(Panel(tPlaying.t, ui::PanelState), QByteArray("Done"));
-    QCOMPARE(tPlaying.Log().size(), 80);
-    QCOMPARE(Marks(tPlaying.t, tPlaying.t.lstOutputData), QByteArray(80, '+'));
-    QVERIFY(tPlaying.Arrived(80, 49) == Lines(80, 49));
+    Playing t(80, 49);
+    t.Advance(1);
+    QCOMPARE(Panel(t, ui::PanelState), QByteArray("Done"));
+    QCOMPARE(t.Log().size(), 80);
+    QCOMPARE(Marks(t, t.lstOutputData), QByteArray(80, '+'));
+    QVERIFY(t.Arrived(80, 49) == Lines(80, 49));
 }
 
 namespace {
 
 // A window that forwards input #1 to an output in memory, which can be stuck.
-struct Forwarding {
-    World tWorld;
-    TestWindow t{tWorld};
+struct Stuck : Forwarding {
     int iFed = 0;
-    Forwarding() {
-        t.LoadAndShow();
-        t.chkOutputEnabled.setChecked(true);
-        t.txtOutputPort.SetText("3");
-        t.StartBoth();
-    }
-    MemoryDevice& Device() { return *t.Device(t.MSCommOutput); }
     void Feed(int iLines) {
-        for (int i = 0; i < iLines; ++i) t.FeedLine(0, "$GPZDA," + std::to_string(++iFed));
+        for (int i = 0; i < iLines; ++i) FeedLine(0, "$GPZDA," + std::to_string(++iFed));
     }
-    QStringList Log() { return support::Log(t, t.lstOutputData); }
+    QStringList Log() { return support::Log(*this, lstOutputData); }
 };
 
 constexpr std::int64_t TenSeconds = 38400;
@@ -184,30 +172,30 @@ constexpr std::int64_t TenSeconds = 38400;
 
 // A line that is behind keeps what it has; ten seconds of it wait in the port, and no line of 10 characters more.
 void OutputDropsWindowTest::oldestMakeRoomAndLoseTheirMark() {
-    Forwarding tForwarding;
-    tForwarding.Feed(1);
-    tForwarding.Device().Hold(true);
-    tForwarding.Device().Stick(TenSeconds - 50);
-    tForwarding.Feed(8);
-    QCOMPARE(Marks(tForwarding.t, tForwarding.t.lstOutputData), QByteArray("+---++-+++"));
-    tForwarding.Device().Stick(0);
-    tForwarding.Device().Hold(false);
-    QCOMPARE(Bytes(tForwarding.Device().Written()),
+    Stuck t;
+    t.Feed(1);
+    t.Output().Hold(true);
+    t.Output().Stick(TenSeconds - 50);
+    t.Feed(8);
+    QCOMPARE(Marks(t, t.lstOutputData), QByteArray("+---++-+++"));
+    t.Output().Stick(0);
+    t.Output().Hold(false);
+    QCOMPARE(Bytes(t.Output().Written()),
              QByteArray("$GPZDA,1\r\n$GPZDA,5\r\n$GPZDA,6\r\n$GPZDA,7\r\n$GPZDA,8\r\n$GPZDA,9\r\n"));
-    tForwarding.t.Advance(1);
-    QCOMPARE(tForwarding.Log().last(), QStringLiteral("<<Output full - 3 sentences dropped>>"));
+    t.Advance(1);
+    QCOMPARE(t.Log().last(), QStringLiteral("<<Output full - 3 sentences dropped>>"));
 }
 
 void OutputDropsWindowTest::numberIsInSightWhileLinesAreDropped() {
-    Forwarding tForwarding;
-    tForwarding.Device().Stick(TenSeconds);
-    tForwarding.Feed(1);
-    QCOMPARE(tForwarding.Log(), Texts({"<<Event 1010>>", "$GPZDA,1"}));
-    tForwarding.t.Advance(1);
-    QCOMPARE(tForwarding.Log().last(), QStringLiteral("<<Output full - 1 sentence dropped>>"));
+    Stuck t;
+    t.Output().Stick(TenSeconds);
+    t.Feed(1);
+    QCOMPARE(t.Log(), Texts({"<<Event 1010>>", "$GPZDA,1"}));
+    t.Advance(1);
+    QCOMPARE(t.Log().last(), QStringLiteral("<<Output full - 1 sentence dropped>>"));
     // A flood between two seconds; each notice tells how many have been dropped so far.
-    tForwarding.Feed(1000);
-    const QStringList sLog = tForwarding.Log();
+    t.Feed(1000);
+    const QStringList sLog = t.Log();
     int iNotices = 0, iLine = 0;
     for (const QString& sLine : sLog) {
         if (!sLine.startsWith(QLatin1String(Full))) {
@@ -220,64 +208,63 @@ void OutputDropsWindowTest::numberIsInSightWhileLinesAreDropped() {
     QVERIFY(iNotices >= 3);
     QVERIFY(sLog.indexOf(QRegularExpression(QStringLiteral("<<Output full.*"))) < 30);
     QCOMPARE(sLog.size(), 101);
-    QVERIFY(!Marks(tForwarding.t, tForwarding.t.lstOutputData).contains('+'));
+    QVERIFY(!Marks(t, t.lstOutputData).contains('+'));
 }
 
 void OutputDropsWindowTest::numberIsToldOnceASecondAtMostWhenFewAreDropped() {
-    Forwarding tForwarding;
-    tForwarding.Device().Stick(TenSeconds);
-    tForwarding.Feed(3);
-    QCOMPARE(tForwarding.Log().filter(QLatin1String(Full)).size(), 0);
-    tForwarding.t.Advance(1);
-    QCOMPARE(tForwarding.Log().last(), QStringLiteral("<<Output full - 3 sentences dropped>>"));
-    tForwarding.t.Advance(5);  // nothing new
-    QCOMPARE(tForwarding.Log().filter(QLatin1String(Full)).size(), 1);
-    tForwarding.Feed(2);
-    tForwarding.t.Advance(1);
-    QCOMPARE(tForwarding.Log().last(), QStringLiteral("<<Output full - 5 sentences dropped>>"));
+    Stuck t;
+    t.Output().Stick(TenSeconds);
+    t.Feed(3);
+    QCOMPARE(t.Log().filter(QLatin1String(Full)).size(), 0);
+    t.Advance(1);
+    QCOMPARE(t.Log().last(), QStringLiteral("<<Output full - 3 sentences dropped>>"));
+    t.Advance(5);  // nothing new
+    QCOMPARE(t.Log().filter(QLatin1String(Full)).size(), 1);
+    t.Feed(2);
+    t.Advance(1);
+    QCOMPARE(t.Log().last(), QStringLiteral("<<Output full - 5 sentences dropped>>"));
     // Told also when the run ends before the second does.
-    tForwarding.Feed(1);
-    tForwarding.t.Press(ui::KeyStop);
-    QCOMPARE(tForwarding.Log().last(), QStringLiteral("<<Output full - 6 sentences dropped>>"));
-    QCOMPARE(tForwarding.Log().count(QStringLiteral("<<Event 1010>>")), 1);
+    t.Feed(1);
+    t.Press(ui::KeyStop);
+    QCOMPARE(t.Log().last(), QStringLiteral("<<Output full - 6 sentences dropped>>"));
+    QCOMPARE(t.Log().count(QStringLiteral("<<Event 1010>>")), 1);
 }
 
 void OutputDropsWindowTest::numberBeginsAnewWithEachRun() {
-    Forwarding tForwarding;
-    tForwarding.Device().Stick(TenSeconds);
-    tForwarding.Feed(7);
-    tForwarding.t.Advance(1);
-    tForwarding.t.Press(ui::KeyStop);
-    tForwarding.t.Press(ui::KeyStart);
-    tForwarding.t.Advance(1);
-    QCOMPARE(tForwarding.Log(), QStringList());
-    tForwarding.Feed(2);
-    tForwarding.t.Advance(1);
-    QCOMPARE(tForwarding.Log().last(), QStringLiteral("<<Output full - 2 sentences dropped>>"));
+    Stuck t;
+    t.Output().Stick(TenSeconds);
+    t.Feed(7);
+    t.Advance(1);
+    t.Press(ui::KeyStop);
+    t.Press(ui::KeyStart);
+    t.Advance(1);
+    QCOMPARE(t.Log(), QStringList());
+    t.Feed(2);
+    t.Advance(1);
+    QCOMPARE(t.Log().last(), QStringLiteral("<<Output full - 2 sentences dropped>>"));
 }
 
 void OutputDropsWindowTest::lossTellsWhatStillWaited() {
-    Forwarding tForwarding;
-    tForwarding.Device().Stick(25);  // of lines of 10 characters each: three are not out
-    tForwarding.Feed(5);
-    QCOMPARE(Marks(tForwarding.t, tForwarding.t.lstOutputData), QByteArray("+++++"));
-    tForwarding.Device().Vanish();
-    QCOMPARE(tForwarding.Log().mid(5), Texts({"<<Event 2001>>", "<<Output lost - 3 sentences dropped>>"}));
-    tForwarding.t.Press(ui::KeyStop);
-    QCOMPARE(tForwarding.Log().size(), 7);  // not told again
+    Stuck t;
+    t.Output().Stick(25);  // of lines of 10 characters each: three are not out
+    t.Feed(5);
+    QCOMPARE(Marks(t, t.lstOutputData), QByteArray("+++++"));
+    t.Output().Vanish();
+    QCOMPARE(t.Log().mid(5), Texts({"<<Event 2001>>", "<<Output lost - 3 sentences dropped>>"}));
+    t.Press(ui::KeyStop);
+    QCOMPARE(t.Log().size(), 7);  // not told again
 }
 
 void OutputDropsWindowTest::linesAreUnmarkedWhileTheDeviceIsAway() {
-    Forwarding tForwarding;
-    tForwarding.Feed(1);
-    tForwarding.Device().Vanish();
-    tForwarding.Feed(2);
-    tForwarding.t.MSCommOutput.Retry();
-    tForwarding.Feed(1);
-    QCOMPARE(tForwarding.Log(),
-             Texts({"$GPZDA,1", "<<Event 2001>>", "$GPZDA,2", "$GPZDA,3", "<<Event 2002>>", "$GPZDA,4"}));
-    QCOMPARE(Marks(tForwarding.t, tForwarding.t.lstOutputData), QByteArray("+----+"));
-    QCOMPARE(Bytes(tForwarding.Device().Written()), QByteArray("$GPZDA,1\r\n$GPZDA,4\r\n"));
+    Stuck t;
+    t.Feed(1);
+    t.Output().Vanish();
+    t.Feed(2);
+    t.MSCommOutput.Retry();
+    t.Feed(1);
+    QCOMPARE(t.Log(), Texts({"$GPZDA,1", "<<Event 2001>>", "$GPZDA,2", "$GPZDA,3", "<<Event 2002>>", "$GPZDA,4"}));
+    QCOMPARE(Marks(t, t.lstOutputData), QByteArray("+----+"));
+    QCOMPARE(Bytes(t.Output().Written()), QByteArray("$GPZDA,1\r\n$GPZDA,4\r\n"));
 }
 
 void OutputDropsWindowTest::linesAreUnmarkedWhenTheOutputCannotBeOpened() {

@@ -1,7 +1,7 @@
 // The output port: its log, the RMC sentence made from GLL, its events and what happens when nobody reads.
 #include <QTest>
 
-#include "tests/support/AisEncoder.h"
+#include "tests/window/Bench.h"
 #include "tests/window/Shown.h"
 
 using namespace support;
@@ -10,18 +10,13 @@ namespace {
 
 const std::string Gll = "$GPGLL,4916.45,N,12311.12,W,225444,A*31";
 
-struct Forwarding {
-    World tWorld;
-    TestWindow t{tWorld};
-    explicit Forwarding(bool bRmc, bool bOutput = true) {
-        t.LoadAndShow();
-        t.chkOutputEnabled.setChecked(bOutput);
-        t.chkOutputRMC.setChecked(bRmc);
-        t.txtOutputPort.SetText("3");
-        t.StartBoth();
+struct Making : ShownWindow {
+    explicit Making(bool bRmc, bool bOutput = true) {
+        if (bOutput) EnableOutput();
+        chkOutputRMC.setChecked(bRmc);
+        StartBoth();
     }
-    MemoryDevice& Device() { return *t.Device(t.MSCommOutput); }
-    QStringList Log() { return support::Log(t, t.lstOutputData); }
+    QStringList Log() { return support::Log(*this, lstOutputData); }
     // The made sentences, without checksum and its star.
     QStringList Made() {
         QStringList sMade;
@@ -61,12 +56,12 @@ private slots:
 };
 
 void OutputWindowTest::rmcOfTheFifteenthOfMay() {
-    Forwarding tForwarding(true);
-    tForwarding.t.FeedLine(0, Gll);
+    Making t(true);
+    t.FeedLine(0, Gll);
     const std::string sRmc = WithChecksum("$ECRMC,225444,A,4916.45,N,12311.12,W,0.0,000.0,150511,0.0,E");
-    QCOMPARE(Bytes(tForwarding.Device().Written()), Bytes(sRmc + "\r\n" + Gll + "\r\n"));
-    QCOMPARE(tForwarding.Log(), Texts({sRmc, Gll}));
-    QCOMPARE(Marks(tForwarding.t, tForwarding.t.lstOutputData), QByteArray("++"));
+    QCOMPARE(Bytes(t.Output().Written()), Bytes(sRmc + "\r\n" + Gll + "\r\n"));
+    QCOMPARE(t.Log(), Texts({sRmc, Gll}));
+    QCOMPARE(Marks(t, t.lstOutputData), QByteArray("++"));
 }
 
 void OutputWindowTest::rmcNeedsBothBoxes_data() {
@@ -81,16 +76,16 @@ void OutputWindowTest::rmcNeedsBothBoxes_data() {
 void OutputWindowTest::rmcNeedsBothBoxes() {
     QFETCH(bool, bOutput);
     QFETCH(bool, bRmc);
-    Forwarding tForwarding(bRmc, bOutput);
-    tForwarding.t.FeedLine(0, Gll);
-    QCOMPARE(tForwarding.Made().size(), bOutput && bRmc ? 1 : 0);
-    QCOMPARE(tForwarding.Log().size(), (bOutput ? 1 : 0) + (bOutput && bRmc ? 1 : 0));
+    Making t(bRmc, bOutput);
+    t.FeedLine(0, Gll);
+    QCOMPARE(t.Made().size(), bOutput && bRmc ? 1 : 0);
+    QCOMPARE(t.Log().size(), (bOutput ? 1 : 0) + (bOutput && bRmc ? 1 : 0));
 }
 
 void OutputWindowTest::rmcHasElevenFields() {
-    Forwarding tForwarding(true);
-    tForwarding.t.FeedLine(1, Gll);
-    const QStringList sFields = tForwarding.Made().value(0).split(QLatin1Char(','));
+    Making t(true);
+    t.FeedLine(1, Gll);
+    const QStringList sFields = t.Made().value(0).split(QLatin1Char(','));
     QCOMPARE(sFields,
              Texts({"$ECRMC", "225444", "A", "4916.45", "N", "12311.12", "W", "0.0", "000.0", "150511", "0.0", "E"}));
 }
@@ -106,10 +101,10 @@ void OutputWindowTest::rmcDateIsTheComputersDay_data() {
 void OutputWindowTest::rmcDateIsTheComputersDay() {
     QFETCH(QByteArray, sClock);
     QFETCH(QByteArray, sDate);
-    Forwarding tForwarding(true);
-    tForwarding.tWorld.SetClock(View(sClock));
-    tForwarding.t.FeedLine(0, Gll);
-    QCOMPARE(tForwarding.Made().value(0).section(QLatin1Char(','), 9, 9).toLatin1(), sDate);
+    Making t(true);
+    t.tWorld.SetClock(View(sClock));
+    t.FeedLine(0, Gll);
+    QCOMPARE(t.Made().value(0).section(QLatin1Char(','), 9, 9).toLatin1(), sDate);
 }
 
 void OutputWindowTest::rmcTakesTheGllPieces_data() {
@@ -126,11 +121,11 @@ void OutputWindowTest::rmcTakesTheGllPieces_data() {
 void OutputWindowTest::rmcTakesTheGllPieces() {
     QFETCH(QByteArray, sGll);
     QFETCH(QByteArray, sStart);
-    Forwarding tForwarding(true);
-    tForwarding.t.FeedLine(0, View(sGll));
-    const QByteArray sMade = tForwarding.Made().value(0).toLatin1();
+    Making t(true);
+    t.FeedLine(0, View(sGll));
+    const QByteArray sMade = t.Made().value(0).toLatin1();
     QCOMPARE(sMade.left(sStart.size()), sStart);
-    QCOMPARE(tForwarding.Log().value(0).toLatin1(), Bytes(WithChecksum(View(sMade))));
+    QCOMPARE(t.Log().value(0).toLatin1(), Bytes(WithChecksum(View(sMade))));
 }
 
 void OutputWindowTest::failedGllMakesNoRmc_data() {
@@ -145,40 +140,39 @@ void OutputWindowTest::failedGllMakesNoRmc_data() {
 
 void OutputWindowTest::failedGllMakesNoRmc() {
     QFETCH(QByteArray, sGll);
-    Forwarding tForwarding(true);
-    tForwarding.t.FeedLine(0, View(sGll));
-    QCOMPARE(tForwarding.Made().size(), 0);
-    tForwarding.t.FeedLine(0, Gll);
-    tForwarding.t.FeedLine(0, View(sGll));
-    QCOMPARE(tForwarding.Made().size(), 1);
-    QCOMPARE(tForwarding.Log().size(), 4);
+    Making t(true);
+    t.FeedLine(0, View(sGll));
+    QCOMPARE(t.Made().size(), 0);
+    t.FeedLine(0, Gll);
+    t.FeedLine(0, View(sGll));
+    QCOMPARE(t.Made().size(), 1);
+    QCOMPARE(t.Log().size(), 4);
 }
 
 void OutputWindowTest::rmcOnInputMakesNone() {
-    Forwarding tForwarding(true);
-    tForwarding.t.FeedLine(0, Gll);
-    tForwarding.t.FeedLine(0, "$GPRMC,225446,A,4916.45,N,12311.12,W,000.5,054.7,191194,020.3,E");
-    QCOMPARE(tForwarding.Made().size(), 1);
-    QCOMPARE(tForwarding.Log().size(), 3);
+    Making t(true);
+    t.FeedLine(0, Gll);
+    t.FeedLine(0, "$GPRMC,225446,A,4916.45,N,12311.12,W,000.5,054.7,191194,020.3,E");
+    QCOMPARE(t.Made().size(), 1);
+    QCOMPARE(t.Log().size(), 3);
 }
 
 void OutputWindowTest::logKeepsTheNewest101Lines() {
-    Forwarding tForwarding(false);
+    Making t(false);
     QStringList sExpected;
     for (int i = 1; i <= 101; ++i) {
-        tForwarding.t.FeedLine(0, "$GPZDA," + std::to_string(i));
+        t.FeedLine(0, "$GPZDA," + std::to_string(i));
         sExpected << QStringLiteral("$GPZDA,%1").arg(i);
     }
-    QCOMPARE(tForwarding.Log(), sExpected);
-    tForwarding.t.FeedLine(0, "$GPZDA,102");
+    QCOMPARE(t.Log(), sExpected);
+    t.FeedLine(0, "$GPZDA,102");
     sExpected.removeFirst();
     sExpected << QStringLiteral("$GPZDA,102");
-    QCOMPARE(tForwarding.Log(), sExpected);
+    QCOMPARE(t.Log(), sExpected);
 }
 
 void OutputWindowTest::markIsAsTold() {
-    Forwarding tForwarding(false);
-    TestWindow& t = tForwarding.t;
+    Making t(false);
     t.OutputData("plain", false);
     t.OutputData("marked", true);
     t.OutputData("plain", false);
@@ -186,8 +180,7 @@ void OutputWindowTest::markIsAsTold() {
 }
 
 void OutputWindowTest::newestLineIsCurrent() {
-    Forwarding tForwarding(false);
-    TestWindow& t = tForwarding.t;
+    Making t(false);
     for (int i = 1; i <= 120; ++i) t.OutputData("line", false);
     t.Synchronize();
     QCOMPARE(t.lstOutputData.currentIndex().row(), 100);
@@ -208,33 +201,30 @@ void OutputWindowTest::portEventsAreUnmarkedNotices_data() {
 void OutputWindowTest::portEventsAreUnmarkedNotices() {
     QFETCH(int, iEvent);
     QFETCH(QByteArray, sNotice);
-    Forwarding tForwarding(false);
-    TestWindow& t = tForwarding.t;
+    Making t(false);
     t.FeedLine(0, "$GP");
     t.MSCommOutput.RaiseEvent(iEvent);
-    QCOMPARE(tForwarding.Log(), Texts({sNotice.toStdString()}));
+    QCOMPARE(t.Log(), Texts({sNotice.toStdString()}));
     QCOMPARE(Marks(t, t.lstOutputData), QByteArray("-"));
     QVERIFY(t.MSCommOutput.PortOpen());
     QCOMPARE(Panel(t, ui::PanelSummary), QByteArray("Size Error"));
     QCOMPARE(Log(t, t.lstCommData(0)), Texts({"<<Size Error>>"}));
-    QCOMPARE(Bytes(tForwarding.Device().Written()), QByteArray());
+    QCOMPARE(Bytes(t.Output().Written()), QByteArray());
 }
 
 void OutputWindowTest::charactersFromThatSideAreThrownAway() {
-    Forwarding tForwarding(false);
-    tForwarding.Device().Feed("$GPZDA,1\r\n");
-    QCOMPARE(tForwarding.Log(), QStringList());
-    QVERIFY(tForwarding.t.MSCommOutput.Input().empty());
-    QVERIFY(tForwarding.t.Lines(tForwarding.t.lstCommData(0)).empty());
+    Making t(false);
+    t.Output().Feed("$GPZDA,1\r\n");
+    QCOMPARE(t.Log(), QStringList());
+    QVERIFY(t.MSCommOutput.Input().empty());
+    QVERIFY(t.Lines(t.lstCommData(0)).empty());
 }
 
 void OutputWindowTest::unopenedPortIsLoggedUnmarked() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
-    const QString sFile = tWorld.Path(QStringLiteral("played.txt"));
-    tWorld.WriteFile(sFile, "05/15/2011 12:00:00 $GPZDA,1\r\n05/15/2011 12:00:09 $GPZDA,2\r\n");
-    tWorld.tFileAnswers.push_back(sFile);
+    ShownWindow t;
+    const QString sFile = t.tWorld.Path(QStringLiteral("played.txt"));
+    t.tWorld.WriteFile(sFile, "05/15/2011 12:00:00 $GPZDA,1\r\n05/15/2011 12:00:09 $GPZDA,2\r\n");
+    t.tWorld.tFileAnswers.push_back(sFile);
     t.Press(ui::KeyPlayback);
     t.chkOutputEnabled.setChecked(true);
     t.Advance(1);
@@ -244,38 +234,37 @@ void OutputWindowTest::unopenedPortIsLoggedUnmarked() {
 }
 
 void OutputWindowTest::peerThatDoesNotReadIsToldOncePerJam() {
-    Forwarding tForwarding(false);
-    TestWindow& t = tForwarding.t;
+    Making t(false);
     t.FeedLine(0, "$GPZDA,1");
-    tForwarding.Device().Stick(38400);  // ten seconds of 3840 characters a second
+    t.Output().Stick(38400);  // ten seconds of 3840 characters a second
     t.FeedLine(0, "$GPZDA,2");
     t.FeedLine(0, "$GPZDA,3");
-    QCOMPARE(Bytes(tForwarding.Device().Written()), QByteArray("$GPZDA,1\r\n"));
-    QCOMPARE(tForwarding.Log().count(QStringLiteral("<<Event 1010>>")), 1);
-    QCOMPARE(tForwarding.Log().size(), 4);
+    QCOMPARE(Bytes(t.Output().Written()), QByteArray("$GPZDA,1\r\n"));
+    QCOMPARE(t.Log().count(QStringLiteral("<<Event 1010>>")), 1);
+    QCOMPARE(t.Log().size(), 4);
     QCOMPARE(Marks(t, t.lstOutputData), QByteArray("+---"));
-    tForwarding.Device().Stick(0);
+    t.Output().Stick(0);
     t.FeedLine(0, "$GPZDA,4");
-    QCOMPARE(Bytes(tForwarding.Device().Written()), QByteArray("$GPZDA,1\r\n$GPZDA,4\r\n"));
-    tForwarding.Device().Stick(38400);
+    QCOMPARE(Bytes(t.Output().Written()), QByteArray("$GPZDA,1\r\n$GPZDA,4\r\n"));
+    t.Output().Stick(38400);
     t.FeedLine(0, "$GPZDA,5");
-    QCOMPARE(tForwarding.Log().count(QStringLiteral("<<Event 1010>>")), 2);
+    QCOMPARE(t.Log().count(QStringLiteral("<<Event 1010>>")), 2);
 }
 
 void OutputWindowTest::startEmptiesTheLog() {
-    Forwarding tForwarding(false);
-    tForwarding.t.FeedLine(0, Gll);
-    tForwarding.t.Press(ui::KeyStop);
-    QCOMPARE(tForwarding.Log().size(), 1);
-    tForwarding.t.Press(ui::KeyStart);
-    QCOMPARE(tForwarding.Log().size(), 0);
+    Making t(false);
+    t.FeedLine(0, Gll);
+    t.Press(ui::KeyStop);
+    QCOMPARE(t.Log().size(), 1);
+    t.Press(ui::KeyStart);
+    QCOMPARE(t.Log().size(), 0);
 }
 
 void OutputWindowTest::boxSaysWhatItDoes() {
-    Forwarding tForwarding(false);
-    const QString sCaption = tForwarding.t.chkOutputRMC.text().remove(QLatin1Char('&'));
+    Making t(false);
+    const QString sCaption = t.chkOutputRMC.text().remove(QLatin1Char('&'));
     QCOMPARE(sCaption, QStringLiteral("RMC from GLL"));
-    QCOMPARE(tForwarding.t.chkOutputRMC.toolTip(), QStringLiteral("Create RMC Data from GLL Data"));
+    QCOMPARE(t.chkOutputRMC.toolTip(), QStringLiteral("Create RMC Data from GLL Data"));
 }
 
 QTEST_MAIN(OutputWindowTest)

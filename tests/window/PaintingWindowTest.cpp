@@ -7,11 +7,10 @@
 #include <random>
 
 #include "platform/toolkit/RepaintBeat.h"
-#include "tests/support/TestWindow.h"
+#include "tests/window/Bench.h"
 #include "tools/Traffic.h"
 
-using support::TestWindow;
-using support::World;
+using support::ShownWindow;
 
 namespace {
 
@@ -22,37 +21,32 @@ void Settle() {
 }
 
 // On the Targets tab with all columns, both ports open, the table full.
-struct Watching {
-    World tWorld;
-    TestWindow t{tWorld};
+struct Watching : ShownWindow {
     simulator::Traffic tTraffic{{.iTargets = 300, .dtStart = runtime::MakeDateTime({2011, 5, 15}, 12, 0, 0)}};
 
-    Watching() {
-        t.Load();
-        t.resize(1200, 800);
-        t.cmbTargetDetail.SetText("All");
-        t.TargetGridSetup(false);
-        t.show();
-        t.SSTab.SetTab(ui::TabTargets);
-        t.StartBoth();
-        t.tmrComm.stop();  // the clocks tick when the test says so
-        t.tmrTime.stop();
-        while (t.grdTargetData.Cells.Rows() < Rows) HearLines(1);
-        t.grdTargetData.setFocus();
+    Watching() : ShownWindow(ui::TabTargets) {
+        resize(1200, 800);
+        cmbTargetDetail.SetText("All");
+        TargetGridSetup(false);
+        StartBoth();
+        tmrComm.stop();  // the clocks tick when the test says so
+        tmrTime.stop();
+        while (grdTargetData.Cells.Rows() < Rows) HearLines(1);
+        grdTargetData.setFocus();
         Show();
     }
     void HearLines(int iLines) {
-        for (int i = 0; i < iLines; ++i) t.FeedLine(static_cast<app::PortIndex>(i % 2), tTraffic.Next().sText);
+        for (int i = 0; i < iLines; ++i) FeedLine(static_cast<app::PortIndex>(i % 2), tTraffic.Next().sText);
     }
     void Show() {
-        t.Synchronize();
+        Synchronize();
         Settle();
     }
     QImage Screen() {
-        const auto* pPicture = dynamic_cast<const QImage*>(t.backingStore()->paintDevice());
+        const auto* pPicture = dynamic_cast<const QImage*>(backingStore()->paintDevice());
         return pPicture ? pPicture->convertToFormat(QImage::Format_RGB32) : QImage();
     }
-    QImage Whole() { return t.grab().toImage().convertToFormat(QImage::Format_RGB32); }
+    QImage Whole() { return grab().toImage().convertToFormat(QImage::Format_RGB32); }
 };
 
 // Notes what is painted and laid out from now on, in the window's coordinates.
@@ -90,61 +84,61 @@ private slots:
 };
 
 void PaintingWindowTest::idleWindowPaintsNothing() {
-    Watching w;
+    Watching t;
     QWidget tOther;
     tOther.setAttribute(Qt::WA_DontShowOnScreen);
     int iBeats = 0;
     toolkit::RepaintBeat tBeat(tOther, [&iBeats] { ++iBeats; });
     tOther.show();
     for (const bool bRunning : {true, false}) {
-        if (!bRunning) w.t.Press("Stop");
-        for (int iTab = 0; iTab < w.t.SSTab.Count(); ++iTab) {
-            w.t.SSTab.SetTab(iTab);
-            w.t.SSTab.Bar().setFocus();  // no cursor blinks
-            w.Show();
-            const Watch tWatch(w.t);
+        if (!bRunning) t.Press("Stop");
+        for (int iTab = 0; iTab < t.SSTab.Count(); ++iTab) {
+            t.SSTab.SetTab(iTab);
+            t.SSTab.Bar().setFocus();  // no cursor blinks
+            t.Show();
+            const Watch tWatch(t);
             const int iBefore = iBeats;
             tBeat.Mark();
             QTRY_COMPARE(iBeats, iBefore + 1);
             Settle();
-            QVERIFY2(tWatch.iPaintings == 0 && tWatch.iLayouts == 0, qPrintable(w.t.SSTab.Bar().tabText(iTab)));
+            QVERIFY2(tWatch.iPaintings == 0 && tWatch.iLayouts == 0, qPrintable(t.SSTab.Bar().tabText(iTab)));
         }
     }
 }
 
 void PaintingWindowTest::sameTextsPaintNothing() {
-    Watching w;
-    const Watch tWatch(w.t);
-    w.t.Press("Start");
-    for (int i = 1; i <= 5; ++i) w.t.StatusBar.SetPanelText(i, w.t.StatusBar.PanelText(i));
-    w.t.txtGpsLat.SetText(w.t.txtGpsLat.Text());
-    w.t.cmbTargetTarget.SetText(w.t.cmbTargetTarget.Text());
-    w.Show();
+    Watching t;
+    const Watch tWatch(t);
+    t.Press("Start");
+    for (int i = 1; i <= 5; ++i) t.StatusBar.SetPanelText(i, t.StatusBar.PanelText(i));
+    t.txtGpsLat.SetText(t.txtGpsLat.Text());
+    t.cmbTargetTarget.SetText(t.cmbTargetTarget.Text());
+    t.Show();
     QCOMPARE(tWatch.iPaintings, 0);
     QCOMPARE(tWatch.iLayouts, 0);
 }
 
 void PaintingWindowTest::aSecondPaintsItsPanels() {
-    Watching w;
+    Watching t;
     QRegion tPanels;
     for (const int iPanel : {3, 4, 5}) {
-        const QLabel& t = w.t.StatusBar.Panel(iPanel);
-        tPanels += QRect(t.mapTo(&w.t, QPoint(0, 0)), t.size());
+        const QLabel& tPanel = t.StatusBar.Panel(iPanel);
+        tPanels += QRect(tPanel.mapTo(&t, QPoint(0, 0)), tPanel.size());
     }
-    const auto Second = [&w] {
-        ++w.tWorld.dtNow.lSeconds;
-        w.t.tmrTime_Timer();
-        w.t.tmrComm_Timer();
-        w.Show();
+    const auto Second = [&t] {
+        ++t.tWorld.dtNow.lSeconds;
+        t.tmrTime_Timer();
+        t.tmrComm_Timer();
+        t.Show();
     };
-    for (int iTab = 0; iTab < w.t.SSTab.Count(); ++iTab) {
-        w.t.SSTab.SetTab(iTab);
-        w.t.SSTab.Bar().setFocus();
+    for (int iTab = 0; iTab < t.SSTab.Count(); ++iTab) {
+        t.SSTab.SetTab(iTab);
+        t.SSTab.Bar().setFocus();
         Second();
-        const std::string sBefore = w.t.Panel(5);
-        const Watch tWatch(w.t);
+        const std::string sBefore = t.Panel(5);
+        const Watch tWatch(t);
         Second();
-        QVERIFY(w.t.Panel(5) != sBefore);
+        QVERIFY(t.Panel(5) != sBefore);
         QVERIFY(!tWatch.tPainted.isEmpty());
         QCOMPARE(tWatch.tPainted - tPanels, QRegion());
         QCOMPARE(tWatch.iPaintings, 5);  // three panels, the bar and the window below them, each once
@@ -152,22 +146,21 @@ void PaintingWindowTest::aSecondPaintsItsPanels() {
 }
 
 void PaintingWindowTest::trafficShowsAsAWholePaintingWould() {
-    Watching w;
-    TestWindow& t = w.t;
+    Watching t;
     std::mt19937 tRandom(7);
     const auto Any = [&tRandom](int iFrom, int iTo) {
         return iFrom + static_cast<int>(tRandom() % static_cast<unsigned>(iTo - iFrom + 1));
     };
     for (int i = 0; i < 60; ++i) {
-        w.HearLines(Any(0, 30));
+        t.HearLines(Any(0, 30));
         if (Any(0, 4) == 0) t.Advance(1);
         if (Any(0, 9) == 0) t.cmbTargetSort.SetListIndex(Any(0, 2));
         if (Any(0, 9) == 0) t.grdTargetData.selectRow(Any(0, 30));
         if (Any(0, 9) == 0) t.grdTargetData.verticalScrollBar()->setValue(Any(0, 300));
         if (Any(0, 14) == 0) t.chkTargetTrack.toggle();
         if (Any(0, 14) == 0) t.resize(Any(700, 1300), Any(500, 900));
-        w.Show();
-        QCOMPARE(w.Screen(), w.Whole());
+        t.Show();
+        QCOMPARE(t.Screen(), t.Whole());
     }
 }
 

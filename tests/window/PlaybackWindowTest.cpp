@@ -11,18 +11,20 @@
 
 #include "tests/support/Bytes.h"
 #include "tests/support/PrintString.h"
-#include "tests/support/TestWindow.h"
+#include "tests/window/Bench.h"
 #include "tests/window/Buttons.h"
 
+using support::AnyReport;
 using support::Buttons;
 using support::Bytes;
+using support::Player;
+using support::ShownWindow;
 using support::Stopped;
 using support::TestWindow;
 using support::World;
 
 namespace {
 
-constexpr const char* Report = "!AIVDM,1,1,,A,15M67F@uQqG?w<hK?Mu8iFv00000,0*7B";
 constexpr int Patience = 20000;  // milliseconds that no damaged file may take
 
 // The world's clock stands at 2011-05-15; recordings are of another day.
@@ -37,24 +39,6 @@ std::string Clock(int iHour, int iSecond) {
 }
 
 constexpr const char* Playing = "Start Stop+ Record Playback! Playback Burst";
-
-// A window, and a file that it is told to play.
-struct Playback {
-    explicit Playback(std::string_view sContent, const QString& sName = QStringLiteral("played.txt"))
-        : sFile(tWorld.Path(sName)), t(tWorld) {
-        tWorld.WriteFile(sFile, sContent);
-        t.LoadAndShow();
-    }
-    void Press() {
-        tWorld.tFileAnswers = {sFile};
-        t.Press("Playback");
-    }
-    std::vector<std::string> Log() { return t.Lines(t.lstCommData(0)); }
-
-    World tWorld;
-    QString sFile;
-    TestWindow t;
-};
 
 using Log = std::vector<std::string>;
 
@@ -109,44 +93,40 @@ private slots:
 };
 
 void PlaybackWindowTest::dialogAsksForAnExistingFileBesideTheProgram() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
-    tWorld.tFileAnswers = {std::nullopt};
+    ShownWindow t;
+    t.tWorld.tFileAnswers = {std::nullopt};
     t.Press("Playback");
-    QCOMPARE(tWorld.tDialogs.size(), std::size_t{1});
-    const toolkit::FileRequest& tRequest = tWorld.tDialogs.front();
+    QCOMPARE(t.tWorld.tDialogs.size(), std::size_t{1});
+    const toolkit::FileRequest& tRequest = t.tWorld.tDialogs.front();
     QVERIFY(!tRequest.bSave);
     QCOMPARE(tRequest.sTitle, QStringLiteral("Tidewatch - Open"));
-    QCOMPARE(tRequest.sFolder, tWorld.Folder());
+    QCOMPARE(tRequest.sFolder, t.tWorld.Folder());
     QCOMPARE(tRequest.sFileName, QStringLiteral("Tidewatch.Txt"));
     QCOMPARE(tRequest.sFilter, QStringLiteral("Text (*.txt)"));
     QCOMPARE(tRequest.sExtension, QStringLiteral("txt"));
 }
 
 void PlaybackWindowTest::nextDialogCarriesTheFilesName() {
-    Playback p("");
-    p.Press();
-    p.t.Advance(1);
-    p.tWorld.tFileAnswers = {std::nullopt};
-    p.t.Press("Playback");
-    QCOMPARE(p.tWorld.tDialogs.back().sTitle, QStringLiteral("Tidewatch - played.txt - Open"));
+    Player t("");
+    t.Play();
+    t.Advance(1);
+    t.tWorld.tFileAnswers = {std::nullopt};
+    t.Press("Playback");
+    QCOMPARE(t.tWorld.tDialogs.back().sTitle, QStringLiteral("Tidewatch - played.txt - Open"));
 }
 
 void PlaybackWindowTest::cancelledDialogChangesNothing() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
-    t.FeedLine(0, Report);
+    t.FeedLine(0, AnyReport);
     t.Press("Stop");
-    tWorld.tFileAnswers = {std::nullopt};
+    t.tWorld.tFileAnswers = {std::nullopt};
     t.Press("Playback");
     QCOMPARE(t.windowTitle(), QStringLiteral("Tidewatch"));
     QCOMPARE(Buttons(t), std::string(Stopped));
     QCOMPARE(t.Panel(1), std::string("Stopped"));
     QCOMPARE(t.grdTargetData.Cells.Rows(), 2);
-    QVERIFY(tWorld.sMessages.isEmpty());
+    QVERIFY(t.tWorld.sMessages.isEmpty());
 }
 
 void PlaybackWindowTest::fileThatCannotBeOpenedSaysWhy_data() {
@@ -170,7 +150,7 @@ void PlaybackWindowTest::fileThatCannotBeOpenedSaysWhy() {
     TestWindow t(tWorld);
     t.LoadAndShow();
     t.StartBoth();
-    t.FeedLine(0, Report);
+    t.FeedLine(0, AnyReport);
     t.Press("Stop");
     for (const char* sKey : {"Playback", "Playback Burst"}) {
         tWorld.tFileAnswers = {sFile};
@@ -187,103 +167,103 @@ void PlaybackWindowTest::fileThatCannotBeOpenedSaysWhy() {
 }
 
 void PlaybackWindowTest::captionAndButtonsShowThePlayback() {
-    Playback p(Line("10:00:00", Report) + Line("10:05:00", Report), QStringLiteral("a night at sea.txt"));
-    p.Press();
-    QCOMPARE(p.t.windowTitle(), QStringLiteral("Tidewatch - a night at sea.txt"));
-    QCOMPARE(Buttons(p.t), std::string(Playing));
-    QCOMPARE(p.t.Panel(1), std::string("Playback"));
-    QVERIFY(p.t.tmrComm.isActive());
-    QVERIFY(p.t.m_bPlayback);
-    p.t.Advance(5);
-    QCOMPARE(Buttons(p.t), std::string(Playing));
-    QCOMPARE(p.t.Panel(1), std::string("Playback"));
+    Player t(Line("10:00:00", AnyReport) + Line("10:05:00", AnyReport), QStringLiteral("a night at sea.txt"));
+    t.Play();
+    QCOMPARE(t.windowTitle(), QStringLiteral("Tidewatch - a night at sea.txt"));
+    QCOMPARE(Buttons(t), std::string(Playing));
+    QCOMPARE(t.Panel(1), std::string("Playback"));
+    QVERIFY(t.tmrComm.isActive());
+    QVERIFY(t.m_bPlayback);
+    t.Advance(5);
+    QCOMPARE(Buttons(t), std::string(Playing));
+    QCOMPARE(t.Panel(1), std::string("Playback"));
 }
 
 void PlaybackWindowTest::settingsStayUsable() {
-    Playback p(Line("10:00:00", Report) + Line("10:05:00", Report));
-    p.Press();
-    p.t.Advance(1);
-    QVERIFY(p.t.chkCommEnabled(0).isEnabled());
-    QVERIFY(p.t.txtCommPort(0).isEnabled());
-    QVERIFY(p.t.txtCommSettings(1).isEnabled());
-    QVERIFY(p.t.chkOutputEnabled.isEnabled());
-    QVERIFY(p.t.txtOutputPort.isEnabled());
-    QVERIFY(p.t.chkOutputRMC.isEnabled());
+    Player t(Line("10:00:00", AnyReport) + Line("10:05:00", AnyReport));
+    t.Play();
+    t.Advance(1);
+    QVERIFY(t.chkCommEnabled(0).isEnabled());
+    QVERIFY(t.txtCommPort(0).isEnabled());
+    QVERIFY(t.txtCommSettings(1).isEnabled());
+    QVERIFY(t.chkOutputEnabled.isEnabled());
+    QVERIFY(t.txtOutputPort.isEnabled());
+    QVERIFY(t.chkOutputRMC.isEnabled());
 }
 
 void PlaybackWindowTest::displaysAreCleared() {
-    Playback p(Line("10:00:00", Report));
-    p.t.chkOutputEnabled.setChecked(true);
-    p.t.txtOutputPort.SetText("3");
-    p.t.StartBoth();
-    p.t.FeedLine(0, Report);
-    p.t.FeedLine(0, "$PNMLS,29,19,3*50");
-    p.t.FeedLine(1, "$X");
-    p.t.Advance(3);
-    p.t.Press("Stop");
-    p.Press();
-    QVERIFY(p.Log().empty());
-    QVERIFY(p.t.Lines(p.t.lstCommData(1)).empty());
-    QVERIFY(p.t.Lines(p.t.lstRxData).empty());
-    QVERIFY(p.t.Lines(p.t.lstOutputData).empty());
-    QCOMPARE(p.t.grdTargetData.Cells.Rows(), 1);
-    QCOMPARE(p.t.cmbTargetTarget.Items.Count(), 0);
-    QCOMPARE(p.t.Cell(p.t.grdMessageData, 34, 1), std::string("0"));
-    QCOMPARE(p.t.Cell(p.t.grdMessageData, 1, 1), std::string("0"));
-    QCOMPARE(p.t.Panel(2), std::string());
-    QCOMPARE(p.t.Panel(3), std::string());
+    Player t(Line("10:00:00", AnyReport));
+    t.chkOutputEnabled.setChecked(true);
+    t.txtOutputPort.SetText("3");
+    t.StartBoth();
+    t.FeedLine(0, AnyReport);
+    t.FeedLine(0, "$PNMLS,29,19,3*50");
+    t.FeedLine(1, "$X");
+    t.Advance(3);
+    t.Press("Stop");
+    t.Play();
+    QVERIFY(t.Log().empty());
+    QVERIFY(t.Lines(t.lstCommData(1)).empty());
+    QVERIFY(t.Lines(t.lstRxData).empty());
+    QVERIFY(t.Lines(t.lstOutputData).empty());
+    QCOMPARE(t.grdTargetData.Cells.Rows(), 1);
+    QCOMPARE(t.cmbTargetTarget.Items.Count(), 0);
+    QCOMPARE(t.Cell(t.grdMessageData, 34, 1), std::string("0"));
+    QCOMPARE(t.Cell(t.grdMessageData, 1, 1), std::string("0"));
+    QCOMPARE(t.Panel(2), std::string());
+    QCOMPARE(t.Panel(3), std::string());
 }
 
 void PlaybackWindowTest::decodeLogsAndSecondPanelOfSilenceStay() {
-    Playback p("");
-    p.t.StartBoth();
-    p.t.FeedLine(0, Report);
-    p.t.FeedLine(1, "$GPGLL,4916.45,N,12311.12,W,225444,A");
-    p.t.Advance(3);
-    p.t.Press("Stop");
-    const Log sAis = p.t.Lines(p.t.lstAisData);
-    const Log sGps = p.t.Lines(p.t.lstGpsData);
-    const std::string sPanel = p.t.Panel(4);
-    p.t.ClearDisplays();
-    QCOMPARE(p.t.Panel(4), sPanel);
+    Player t("");
+    t.StartBoth();
+    t.FeedLine(0, AnyReport);
+    t.FeedLine(1, "$GPGLL,4916.45,N,12311.12,W,225444,A");
+    t.Advance(3);
+    t.Press("Stop");
+    const Log sAis = t.Lines(t.lstAisData);
+    const Log sGps = t.Lines(t.lstGpsData);
+    const std::string sPanel = t.Panel(4);
+    t.ClearDisplays();
+    QCOMPARE(t.Panel(4), sPanel);
     QVERIFY(!sPanel.empty());
-    QCOMPARE(p.t.Panel(3), std::string());
+    QCOMPARE(t.Panel(3), std::string());
     QVERIFY(!sAis.empty() && !sGps.empty());
-    QVERIFY(p.t.Lines(p.t.lstAisData) == sAis);
-    QVERIFY(p.t.Lines(p.t.lstGpsData) == sGps);
-    QVERIFY(!p.t.tmrComm.isActive());
+    QVERIFY(t.Lines(t.lstAisData) == sAis);
+    QVERIFY(t.Lines(t.lstGpsData) == sGps);
+    QVERIFY(!t.tmrComm.isActive());
 }
 
 void PlaybackWindowTest::firstPortIsResetAndTheSecondIsNot() {
-    Playback p(Line("10:00:00", "$PNMLS,29,19,3*50") + Line("11:00:00", Report));
-    p.t.StartBoth();
-    p.t.Advance(4);
+    Player t(Line("10:00:00", "$PNMLS,29,19,3*50") + Line("11:00:00", AnyReport));
+    t.StartBoth();
+    t.Advance(4);
     for (app::PortIndex i = 0; i < runtime::PortCount; ++i) {
-        p.t.FeedLine(i, Report);
-        p.t.Feed(i, "unfinished");
+        t.FeedLine(i, AnyReport);
+        t.Feed(i, "unfinished");
     }
-    p.t.Press("Stop");
-    p.Press();
-    QVERIFY(!p.t.m_bCommLastVdm(0));
-    QVERIFY(!p.t.m_bCommReceived(0));
-    QVERIFY(p.t.m_sCommBuffer(0).empty());
-    QCOMPARE(p.t.m_lCommSeconds(0), 0);
-    QVERIFY(p.t.m_bCommLastVdm(1));
-    QVERIFY(p.t.m_bCommReceived(1));
-    QCOMPARE(std::string(p.t.m_sCommBuffer(1)), std::string("unfinished"));
-    QCOMPARE(p.t.m_lCommSeconds(1), 4);
+    t.Press("Stop");
+    t.Play();
+    QVERIFY(!t.m_bCommLastVdm(0));
+    QVERIFY(!t.m_bCommReceived(0));
+    QVERIFY(t.m_sCommBuffer(0).empty());
+    QCOMPARE(t.m_lCommSeconds(0), 0);
+    QVERIFY(t.m_bCommLastVdm(1));
+    QVERIFY(t.m_bCommReceived(1));
+    QCOMPARE(std::string(t.m_sCommBuffer(1)), std::string("unfinished"));
+    QCOMPARE(t.m_lCommSeconds(1), 4);
     // So the signal sentence at the file's begin belongs to no message.
-    p.t.Advance(1);
-    QCOMPARE(p.t.LastLine(p.t.lstRxData), std::string("Time=10:00:00, Sig=29, Thr=19, Int=3"));
+    t.Advance(1);
+    QCOMPARE(t.LastLine(t.lstRxData), std::string("Time=10:00:00, Sig=29, Thr=19, Int=3"));
 }
 
 void PlaybackWindowTest::nothingIsReleasedBeforeTheFirstTick() {
-    Playback p(Line("10:00:00", Report) + Line("11:00:00", Report));
-    p.Press();
-    QVERIFY(p.Log().empty());
-    p.tWorld.dtNow.lSeconds += 3600;  // however long that takes
-    p.t.tmrTime_Timer();
-    QCOMPARE(p.Log().size(), std::size_t{1});
+    Player t(Line("10:00:00", AnyReport) + Line("11:00:00", AnyReport));
+    t.Play();
+    QVERIFY(t.Log().empty());
+    t.tWorld.dtNow.lSeconds += 3600;  // however long that takes
+    t.tmrTime_Timer();
+    QCOMPARE(t.Log().size(), std::size_t{1});
 }
 
 void PlaybackWindowTest::linesKeepTheirRecordedSpacing() {
@@ -296,98 +276,98 @@ void PlaybackWindowTest::linesKeepTheirRecordedSpacing() {
         sFile += Line(Clock(10, iSecond).c_str(), "$GPZDA," + std::to_string(i));
     }
     sFile += Line("23:00:00", "$GPZDA,end");
-    Playback p(sFile);
-    p.Press();
+    Player t(sFile);
+    t.Play();
     for (int iTick = 1; iTick <= 60; ++iTick) {
-        p.t.Advance(1);
+        t.Advance(1);
         const auto iExpected = std::count_if(iDue.begin(), iDue.end(), [iTick](int i) { return i <= iTick - 1; });
-        QCOMPARE(static_cast<int>(p.Log().size()), static_cast<int>(iExpected));
+        QCOMPARE(static_cast<int>(t.Log().size()), static_cast<int>(iExpected));
     }
 }
 
 void PlaybackWindowTest::sameSecondIsReleasedInOneTick() {
     std::string sFile;
-    for (int i = 0; i < 500; ++i) sFile += Line("10:00:00", Report);
-    Playback p(sFile);
-    p.Press();
-    p.t.Advance(1);
-    QCOMPARE(p.t.Cell(p.t.grdMessageData, 34, 1), std::string("500"));
-    QCOMPARE(p.t.Panel(1), std::string("Done"));
+    for (int i = 0; i < 500; ++i) sFile += Line("10:00:00", AnyReport);
+    Player t(sFile);
+    t.Play();
+    t.Advance(1);
+    QCOMPARE(t.Cell(t.grdMessageData, 34, 1), std::string("500"));
+    QCOMPARE(t.Panel(1), std::string("Done"));
 }
 
 void PlaybackWindowTest::tenMinuteGapIsWaitedFor() {
-    Playback p(Line("10:00:00", "$GPZDA,1") + Line("10:10:00", "$GPZDA,2"));
-    p.Press();
-    p.t.Advance(1);
-    QCOMPARE(p.Log(), Log{"$GPZDA,1"});
-    p.t.Advance(599);
-    QCOMPARE(p.Log(), Log{"$GPZDA,1"});
-    QCOMPARE(p.t.Panel(1), std::string("Playback"));
-    p.t.Advance(1);
-    QCOMPARE(p.Log(), (Log{"$GPZDA,1", "$GPZDA,2"}));
-    QCOMPARE(p.t.Panel(1), std::string("Done"));
+    Player t(Line("10:00:00", "$GPZDA,1") + Line("10:10:00", "$GPZDA,2"));
+    t.Play();
+    t.Advance(1);
+    QCOMPARE(t.Log(), Log{"$GPZDA,1"});
+    t.Advance(599);
+    QCOMPARE(t.Log(), Log{"$GPZDA,1"});
+    QCOMPARE(t.Panel(1), std::string("Playback"));
+    t.Advance(1);
+    QCOMPARE(t.Log(), (Log{"$GPZDA,1", "$GPZDA,2"}));
+    QCOMPARE(t.Panel(1), std::string("Done"));
 }
 
 void PlaybackWindowTest::stampsThatGoBackAreDueAtOnce() {
-    Playback p(Line("10:00:00", "$GPZDA,1") + Line("10:00:02", "$GPZDA,2") + Line("09:00:00", "$GPZDA,3") +
-               Line("10:00:01", "$GPZDA,4") + Line("10:00:05", "$GPZDA,5"));
-    p.Press();
-    p.t.Advance(2);
-    QCOMPARE(p.Log(), Log{"$GPZDA,1"});
-    p.t.Advance(1);
-    QCOMPARE(p.Log(), (Log{"$GPZDA,1", "$GPZDA,2", "$GPZDA,3", "$GPZDA,4"}));
-    p.t.Advance(3);
-    QCOMPARE(p.Log().size(), std::size_t{5});
+    Player t(Line("10:00:00", "$GPZDA,1") + Line("10:00:02", "$GPZDA,2") + Line("09:00:00", "$GPZDA,3") +
+             Line("10:00:01", "$GPZDA,4") + Line("10:00:05", "$GPZDA,5"));
+    t.Play();
+    t.Advance(2);
+    QCOMPARE(t.Log(), Log{"$GPZDA,1"});
+    t.Advance(1);
+    QCOMPARE(t.Log(), (Log{"$GPZDA,1", "$GPZDA,2", "$GPZDA,3", "$GPZDA,4"}));
+    t.Advance(3);
+    QCOMPARE(t.Log().size(), std::size_t{5});
 }
 
 void PlaybackWindowTest::pendingLineWaitsBetweenTicks() {
-    Playback p(Line("10:00:00", "$GPZDA,1") + Line("10:00:09", "$GPZDA,2"));
-    p.Press();
+    Player t(Line("10:00:00", "$GPZDA,1") + Line("10:00:09", "$GPZDA,2"));
+    t.Play();
     for (int i = 0; i < 9; ++i) {
-        p.t.Advance(1);
-        QCOMPARE(std::string(p.t.m_sCommBuffer(0)), std::string("$GPZDA,2"));
-        QCOMPARE(p.Log(), Log{"$GPZDA,1"});
+        t.Advance(1);
+        QCOMPARE(std::string(t.m_sCommBuffer(0)), std::string("$GPZDA,2"));
+        QCOMPARE(t.Log(), Log{"$GPZDA,1"});
     }
-    p.t.Advance(1);
-    QCOMPARE(p.Log(), (Log{"$GPZDA,1", "$GPZDA,2"}));
+    t.Advance(1);
+    QCOMPARE(t.Log(), (Log{"$GPZDA,1", "$GPZDA,2"}));
 }
 
 void PlaybackWindowTest::clockThatJumpsReleasesAllThatIsDue() {
-    Playback p(Line("10:00:00", "$GPZDA,1") + Line("10:00:05", "$GPZDA,2") + Line("10:00:09", "$GPZDA,3") +
-               Line("12:00:00", "$GPZDA,4"));
-    p.Press();
-    p.t.Advance(1);
-    p.tWorld.dtNow.lSeconds -= 3600;  // set back: nothing is due for an hour
-    p.t.Advance(20);
-    QCOMPARE(p.Log(), Log{"$GPZDA,1"});
-    p.tWorld.dtNow.lSeconds += 3600;
-    p.t.Advance(1);
-    QCOMPARE(p.Log(), (Log{"$GPZDA,1", "$GPZDA,2", "$GPZDA,3"}));
+    Player t(Line("10:00:00", "$GPZDA,1") + Line("10:00:05", "$GPZDA,2") + Line("10:00:09", "$GPZDA,3") +
+             Line("12:00:00", "$GPZDA,4"));
+    t.Play();
+    t.Advance(1);
+    t.tWorld.dtNow.lSeconds -= 3600;  // set back: nothing is due for an hour
+    t.Advance(20);
+    QCOMPARE(t.Log(), Log{"$GPZDA,1"});
+    t.tWorld.dtNow.lSeconds += 3600;
+    t.Advance(1);
+    QCOMPARE(t.Log(), (Log{"$GPZDA,1", "$GPZDA,2", "$GPZDA,3"}));
 }
 
 void PlaybackWindowTest::playedLinesKeepTheirStamps() {
-    Playback p(Line("23:58:07", Report) + Line("23:58:07", "$PNMLS,29,19,3*50") +
-               Line("23:58:08", "$GPGLL,4916.45,N,12311.12,W,225444,A") + Line("23:59:59", "$GPZDA,1"));
-    p.Press();
-    p.t.Advance(2);
-    QCOMPARE(p.t.Lines(p.t.lstAisData).front(),
+    Player t(Line("23:58:07", AnyReport) + Line("23:58:07", "$PNMLS,29,19,3*50") +
+             Line("23:58:08", "$GPGLL,4916.45,N,12311.12,W,225444,A") + Line("23:59:59", "$GPZDA,1"));
+    t.Play();
+    t.Advance(2);
+    QCOMPARE(t.Lines(t.lstAisData).front(),
              std::string("Time=23:58:07, Ch=A, Id=1, MMSI=366053209, Position Scheduled"));
-    QCOMPARE(p.t.Cell(p.t.grdTargetData, 1, 6), std::string("23:58:07"));
-    QCOMPARE(p.t.Cell(p.t.grdTargetData, 1, 5), std::string("10"));
-    QVERIFY(p.t.LastLine(p.t.lstRxData).starts_with("Time=23:58:07, Ch= A"));
-    QVERIFY(p.t.LastLine(p.t.lstGpsData).starts_with("Time=23:58:08, Utc=22:54:44"));
-    QCOMPARE(p.t.Panel(5), std::string("12:00:02"));
+    QCOMPARE(t.Cell(t.grdTargetData, 1, 6), std::string("23:58:07"));
+    QCOMPARE(t.Cell(t.grdTargetData, 1, 5), std::string("10"));
+    QVERIFY(t.LastLine(t.lstRxData).starts_with("Time=23:58:07, Ch= A"));
+    QVERIFY(t.LastLine(t.lstGpsData).starts_with("Time=23:58:08, Utc=22:54:44"));
+    QCOMPARE(t.Panel(5), std::string("12:00:02"));
 }
 
 void PlaybackWindowTest::releasedLineCountsAsTraffic() {
-    Playback p(Line("10:00:00", "$GPZDA,1") + Line("10:00:00", "$X") + Line("11:00:00", "$GPZDA,2"));
-    p.Press();
-    p.t.Advance(1);
-    QVERIFY(p.t.m_bCommReceived(0));
-    QVERIFY(!p.t.m_bCommReceived(1));
-    p.t.Advance(1);
-    QCOMPARE(p.t.Panel(3), std::string("00:00"));
-    QCOMPARE(p.t.Panel(4), std::string("00:02"));
+    Player t(Line("10:00:00", "$GPZDA,1") + Line("10:00:00", "$X") + Line("11:00:00", "$GPZDA,2"));
+    t.Play();
+    t.Advance(1);
+    QVERIFY(t.m_bCommReceived(0));
+    QVERIFY(!t.m_bCommReceived(1));
+    t.Advance(1);
+    QCOMPARE(t.Panel(3), std::string("00:00"));
+    QCOMPARE(t.Panel(4), std::string("00:02"));
 }
 
 void PlaybackWindowTest::everyLineEndServes_data() {
@@ -402,11 +382,11 @@ void PlaybackWindowTest::everyLineEndServes() {
     QByteArray sFile;
     for (int i = 0; i < 3; ++i) sFile += "03/07/2005 10:00:00 $GPZDA," + QByteArray::number(i) + end;
     sFile += "03/07/2005 10:00:00 $GPZDA,last";  // without an end
-    Playback p(support::View(sFile));
-    p.Press();
-    p.t.Advance(1);
-    QCOMPARE(p.Log(), (Log{"$GPZDA,0", "$GPZDA,1", "$GPZDA,2", "$GPZDA,last"}));
-    QCOMPARE(p.t.Panel(1), std::string("Done"));
+    Player t(support::View(sFile));
+    t.Play();
+    t.Advance(1);
+    QCOMPARE(t.Log(), (Log{"$GPZDA,0", "$GPZDA,1", "$GPZDA,2", "$GPZDA,last"}));
+    QCOMPARE(t.Panel(1), std::string("Done"));
 }
 
 void PlaybackWindowTest::shortLineIsASizeError_data() {
@@ -419,71 +399,71 @@ void PlaybackWindowTest::shortLineIsASizeError_data() {
 
 void PlaybackWindowTest::shortLineIsASizeError() {
     QFETCH(QByteArray, line);
-    Playback p(Line("10:00:00", "$GPZDA,1") + line.toStdString() + "\r\n" + Line("11:00:00", "$GPZDA,2"));
-    p.Press();
-    p.t.Advance(1);
-    QCOMPARE(p.Log(), (Log{"$GPZDA,1", "<<Size Error>>"}));
-    QCOMPARE(p.t.Panel(2), std::string("Size Error"));
-    QCOMPARE(p.t.Panel(1), std::string("Playback"));
+    Player t(Line("10:00:00", "$GPZDA,1") + line.toStdString() + "\r\n" + Line("11:00:00", "$GPZDA,2"));
+    t.Play();
+    t.Advance(1);
+    QCOMPARE(t.Log(), (Log{"$GPZDA,1", "<<Size Error>>"}));
+    QCOMPARE(t.Panel(2), std::string("Size Error"));
+    QCOMPARE(t.Panel(1), std::string("Playback"));
 }
 
 void PlaybackWindowTest::failedChecksumIsReportedAsLive() {
-    Playback p(Line("10:00:00", "$PNMLS,29,19,3*51") + Line("11:00:00", "$GPZDA,2"));
-    p.Press();
-    p.t.Advance(1);
-    QCOMPARE(p.Log(), (Log{"$PNMLS,29,19,3*51", "<<Checksum Error>>"}));
-    QCOMPARE(p.t.Panel(2), std::string("Checksum Error"));
-    QCOMPARE(p.t.Marks(p.t.lstCommData(0)), (std::vector<bool>{false, false}));
+    Player t(Line("10:00:00", "$PNMLS,29,19,3*51") + Line("11:00:00", "$GPZDA,2"));
+    t.Play();
+    t.Advance(1);
+    QCOMPARE(t.Log(), (Log{"$PNMLS,29,19,3*51", "<<Checksum Error>>"}));
+    QCOMPARE(t.Panel(2), std::string("Checksum Error"));
+    QCOMPARE(t.Marks(t.lstCommData(0)), (std::vector<bool>{false, false}));
 }
 
 void PlaybackWindowTest::bytesZeroAndTwentySixAreOrdinary() {
     const std::string sOdd("$GPZDA,\0\x1A,1", 11);
-    Playback p(Line("10:00:00", sOdd) + Line("10:00:00", "$GPZDA,2"));
-    p.Press();
-    p.t.Advance(1);
-    QCOMPARE(p.t.lstCommData(0).Lines.Count(), 2);
-    QCOMPARE(p.t.lstCommData(0).Lines.Line(0), sOdd);
-    QCOMPARE(p.t.Panel(1), std::string("Done"));
+    Player t(Line("10:00:00", sOdd) + Line("10:00:00", "$GPZDA,2"));
+    t.Play();
+    t.Advance(1);
+    QCOMPARE(t.lstCommData(0).Lines.Count(), 2);
+    QCOMPARE(t.lstCommData(0).Lines.Line(0), sOdd);
+    QCOMPARE(t.Panel(1), std::string("Done"));
 }
 
 void PlaybackWindowTest::endOfFileStopsWithDone() {
-    Playback p(Line("10:00:00", Report));
-    p.Press();
-    const std::int16_t iFile = p.t.m_iRecordFile;
-    p.t.Advance(1);
-    QCOMPARE(p.t.Panel(1), std::string("Done"));
-    QCOMPARE(Buttons(p.t), std::string(Stopped));
-    QCOMPARE(p.t.windowTitle(), QStringLiteral("Tidewatch - played.txt"));
-    QCOMPARE(p.t.Panel(2), std::string("1 Targets, 1 Messages"));
-    QVERIFY(!p.t.tmrComm.isActive());
-    QVERIFY(!p.t.m_bPlayback);
-    QVERIFY(!p.t.m_tFiles.IsOpen(iFile));
-    p.t.Advance(3);
-    QCOMPARE(p.t.Panel(1), std::string("Done"));
+    Player t(Line("10:00:00", AnyReport));
+    t.Play();
+    const std::int16_t iFile = t.m_iRecordFile;
+    t.Advance(1);
+    QCOMPARE(t.Panel(1), std::string("Done"));
+    QCOMPARE(Buttons(t), std::string(Stopped));
+    QCOMPARE(t.windowTitle(), QStringLiteral("Tidewatch - played.txt"));
+    QCOMPARE(t.Panel(2), std::string("1 Targets, 1 Messages"));
+    QVERIFY(!t.tmrComm.isActive());
+    QVERIFY(!t.m_bPlayback);
+    QVERIFY(!t.m_tFiles.IsOpen(iFile));
+    t.Advance(3);
+    QCOMPARE(t.Panel(1), std::string("Done"));
 }
 
 void PlaybackWindowTest::emptyFileIsDoneAtTheFirstTick() {
-    Playback p("");
-    p.Press();
-    QCOMPARE(p.t.Panel(1), std::string("Playback"));
-    p.t.Advance(1);
-    QCOMPARE(p.t.Panel(1), std::string("Done"));
-    QCOMPARE(Buttons(p.t), std::string(Stopped));
-    QVERIFY(p.Log().empty());
+    Player t("");
+    t.Play();
+    QCOMPARE(t.Panel(1), std::string("Playback"));
+    t.Advance(1);
+    QCOMPARE(t.Panel(1), std::string("Done"));
+    QCOMPARE(Buttons(t), std::string(Stopped));
+    QVERIFY(t.Log().empty());
 }
 
 void PlaybackWindowTest::stopEndsThePlayback() {
-    Playback p(Line("10:00:00", "$GPZDA,1") + Line("10:00:05", "$GPZDA,2"));
-    p.Press();
-    const std::int16_t iFile = p.t.m_iRecordFile;
-    p.t.Advance(2);
-    p.t.Press("Stop");
-    QCOMPARE(p.t.Panel(1), std::string("Stopped"));
-    QCOMPARE(Buttons(p.t), std::string(Stopped));
-    QCOMPARE(p.t.windowTitle(), QStringLiteral("Tidewatch"));
-    QVERIFY(!p.t.m_tFiles.IsOpen(iFile));
-    p.t.Advance(20);
-    QCOMPARE(p.Log(), Log{"$GPZDA,1"});
+    Player t(Line("10:00:00", "$GPZDA,1") + Line("10:00:05", "$GPZDA,2"));
+    t.Play();
+    const std::int16_t iFile = t.m_iRecordFile;
+    t.Advance(2);
+    t.Press("Stop");
+    QCOMPARE(t.Panel(1), std::string("Stopped"));
+    QCOMPARE(Buttons(t), std::string(Stopped));
+    QCOMPARE(t.windowTitle(), QStringLiteral("Tidewatch"));
+    QVERIFY(!t.m_tFiles.IsOpen(iFile));
+    t.Advance(20);
+    QCOMPARE(t.Log(), Log{"$GPZDA,1"});
 }
 
 void PlaybackWindowTest::lineWithoutAStampEndsThePlayback_data() {
@@ -508,23 +488,23 @@ void PlaybackWindowTest::lineWithoutAStampEndsThePlayback_data() {
 
 void PlaybackWindowTest::lineWithoutAStampEndsThePlayback() {
     QFETCH(QByteArray, line);
-    Playback p(Line("10:00:00", "$GPZDA,good") + line.toStdString() + "\r\n" + Line("10:00:00", "$GPZDA,after"));
-    p.Press();
-    const std::int16_t iFile = p.t.m_iRecordFile;
-    p.t.Advance(1);
-    QCOMPARE(p.Log(), Log{"$GPZDA,good"});
-    QCOMPARE(p.t.Panel(1), std::string("Stopped"));
-    QCOMPARE(p.t.Panel(2), std::string("line 2: does not begin with a date and time"));
-    QCOMPARE(Buttons(p.t), std::string(Stopped));
-    QVERIFY(!p.t.m_tFiles.IsOpen(iFile));
-    QVERIFY(p.tWorld.sMessages.isEmpty());
+    Player t(Line("10:00:00", "$GPZDA,good") + line.toStdString() + "\r\n" + Line("10:00:00", "$GPZDA,after"));
+    t.Play();
+    const std::int16_t iFile = t.m_iRecordFile;
+    t.Advance(1);
+    QCOMPARE(t.Log(), Log{"$GPZDA,good"});
+    QCOMPARE(t.Panel(1), std::string("Stopped"));
+    QCOMPARE(t.Panel(2), std::string("line 2: does not begin with a date and time"));
+    QCOMPARE(Buttons(t), std::string(Stopped));
+    QVERIFY(!t.m_tFiles.IsOpen(iFile));
+    QVERIFY(t.tWorld.sMessages.isEmpty());
     // The first line already.
-    p.tWorld.WriteFile(p.sFile, line.toStdString() + "\r\n" + Line("10:00:00", "$GPZDA,after"));
-    p.Press();
-    p.t.Advance(1);
-    QVERIFY(p.Log().empty());
-    QCOMPARE(p.t.Panel(1), std::string("Stopped"));
-    QCOMPARE(p.t.Panel(2), std::string("line 1: does not begin with a date and time"));
+    t.tWorld.WriteFile(t.sFile, line.toStdString() + "\r\n" + Line("10:00:00", "$GPZDA,after"));
+    t.Play();
+    t.Advance(1);
+    QVERIFY(t.Log().empty());
+    QCOMPARE(t.Panel(1), std::string("Stopped"));
+    QCOMPARE(t.Panel(2), std::string("line 1: does not begin with a date and time"));
 }
 
 void PlaybackWindowTest::badLineIsTold_data() {
@@ -541,16 +521,16 @@ void PlaybackWindowTest::badLineIsTold_data() {
 void PlaybackWindowTest::badLineIsTold() {
     QFETCH(QByteArray, end);
     QFETCH(QString, key);
-    const QByteArray sGood = "03/07/2005 10:00:00 " + QByteArray(Report) + end;
+    const QByteArray sGood = "03/07/2005 10:00:00 " + QByteArray(AnyReport) + end;
     const QByteArray sShort = "03/07/2005 10:00:00" + end;
     for (const auto& [sBad, sReason] : {std::pair(QByteArray(), "does not begin with a date and time"),
                                         std::pair(QByteArray((1 << 20) + 1, 'x'), "too long")}) {
-        Playback p((sGood.repeated(1202) + sShort + sBad + end + sGood).toStdString());
-        p.tWorld.tFileAnswers = {p.sFile};
-        p.t.Toolbar.Action(key).trigger();
-        p.t.Advance(1);
-        QCOMPARE(p.t.Panel(2), std::string("line 1204: ") + sReason);
-        QCOMPARE(p.t.Cell(p.t.grdMessageData, 34, 1), std::string("1202"));
+        Player t((sGood.repeated(1202) + sShort + sBad + end + sGood).toStdString());
+        t.tWorld.tFileAnswers = {t.sFile};
+        t.Toolbar.Action(key).trigger();
+        t.Advance(1);
+        QCOMPARE(t.Panel(2), std::string("line 1204: ") + sReason);
+        QCOMPARE(t.Cell(t.grdMessageData, 34, 1), std::string("1202"));
     }
 }
 
@@ -577,88 +557,87 @@ void PlaybackWindowTest::damagedFileNeitherHangsNorCrashes() {
     } else if (kind == QLatin1String("100 MB behind a stamp")) {
         sContent = Line("10:00:00", "$GPZDA,1") + "03/07/2005 10:00:00 $GPZDA,";
     }
-    Playback p(sContent);
-    if (kind.contains(QLatin1String("100 MB"))) QVERIFY(QFile::resize(p.sFile, 100000000));
-    if (kind == QLatin1String("zeros")) QVERIFY(QFile::resize(p.sFile, 500000));
+    Player t(sContent);
+    if (kind.contains(QLatin1String("100 MB"))) QVERIFY(QFile::resize(t.sFile, 100000000));
+    if (kind == QLatin1String("zeros")) QVERIFY(QFile::resize(t.sFile, 500000));
     QElapsedTimer tElapsed;
     tElapsed.start();
-    p.Press();
-    p.t.Advance(2);
+    t.Play();
+    t.Advance(2);
     QVERIFY(tElapsed.elapsed() < Patience);
-    QCOMPARE(p.t.Panel(1), std::string("Stopped"));
-    QVERIFY2(p.t.Panel(2).size() > 5, p.t.Panel(2).c_str());
-    QCOMPARE(Buttons(p.t), std::string(Stopped));
-    QVERIFY(p.tWorld.sMessages.isEmpty());
+    QCOMPARE(t.Panel(1), std::string("Stopped"));
+    QVERIFY2(t.Panel(2).size() > 5, t.Panel(2).c_str());
+    QCOMPARE(Buttons(t), std::string(Stopped));
+    QVERIFY(t.tWorld.sMessages.isEmpty());
 
-    p.tWorld.tFileAnswers = {p.sFile};
-    p.t.Press("Playback Burst");
-    QVERIFY(p.t.Panel(2).size() > 5);
-    QCOMPARE(Buttons(p.t), std::string(Stopped));
-    QCOMPARE(p.tWorld.bBusyPointer, (std::vector<bool>{true, false}));
+    t.PressWithFile("Playback Burst", t.sFile);
+    QVERIFY(t.Panel(2).size() > 5);
+    QCOMPARE(Buttons(t), std::string(Stopped));
+    QCOMPARE(t.tWorld.bBusyPointer, (std::vector<bool>{true, false}));
 }
 
 void PlaybackWindowTest::unreadableFileIsSilent() {
-    Playback p(Line("10:00:00", Report));
-    QVERIFY(QFile::setPermissions(p.sFile, {}));
-    QVERIFY(QFile::setPermissions(p.tWorld.Folder(), QFile::Permissions(0x7775)));
+    Player t(Line("10:00:00", AnyReport));
+    QVERIFY(QFile::setPermissions(t.sFile, {}));
+    QVERIFY(QFile::setPermissions(t.tWorld.Folder(), QFile::Permissions(0x7775)));
     // The system's administrator may read everything: become somebody else for a moment.
     const uid_t iUser = ::geteuid();
     if (iUser == 0) QCOMPARE(::seteuid(65534), 0);
-    p.Press();
+    t.Play();
     const bool bBack = ::seteuid(iUser) == 0;
     QVERIFY(bBack);
-    QCOMPARE(p.t.windowTitle(), QStringLiteral("Tidewatch"));
-    QCOMPARE(Buttons(p.t), std::string(Stopped));
-    QCOMPARE(p.t.Panel(1), std::string("Stopped"));
-    QVERIFY(!p.t.m_bPlayback);
-    QVERIFY(p.tWorld.sMessages.isEmpty());
+    QCOMPARE(t.windowTitle(), QStringLiteral("Tidewatch"));
+    QCOMPARE(Buttons(t), std::string(Stopped));
+    QCOMPARE(t.Panel(1), std::string("Stopped"));
+    QVERIFY(!t.m_bPlayback);
+    QVERIFY(t.tWorld.sMessages.isEmpty());
 }
 
 void PlaybackWindowTest::shrinkingFileEndsThePlayback() {
     // Longer than what is read at once: 20,000 lines of some 65 characters over 20 seconds.
     std::string sFile;
     for (int i = 0; i < 20000; ++i) {
-        sFile += Line(Clock(10, i / 1000).c_str(), Report);
+        sFile += Line(Clock(10, i / 1000).c_str(), AnyReport);
     }
-    Playback p(sFile);
-    p.Press();
-    p.t.Advance(1);
-    QCOMPARE(p.t.Panel(1), std::string("Playback"));
-    QVERIFY(QFile::resize(p.sFile, 100));
-    for (int i = 0; i < 30 && p.t.m_bPlayback; ++i) p.t.Advance(1);
-    QVERIFY(!p.t.m_bPlayback);
-    QCOMPARE(Buttons(p.t), std::string(Stopped));
-    const int iMessages = std::stoi(p.t.Cell(p.t.grdMessageData, 34, 1));
+    Player t(sFile);
+    t.Play();
+    t.Advance(1);
+    QCOMPARE(t.Panel(1), std::string("Playback"));
+    QVERIFY(QFile::resize(t.sFile, 100));
+    for (int i = 0; i < 30 && t.m_bPlayback; ++i) t.Advance(1);
+    QVERIFY(!t.m_bPlayback);
+    QCOMPARE(Buttons(t), std::string(Stopped));
+    const int iMessages = std::stoi(t.Cell(t.grdMessageData, 34, 1));
     QVERIFY(iMessages >= 1000 && iMessages < 20000);
     // At a line's end it is the end; within a line what is left may be no stamp.
-    QVERIFY(p.t.Panel(1) == "Done" || (p.t.Panel(1) == "Stopped" && p.t.Panel(2).size() > 5));
+    QVERIFY(t.Panel(1) == "Done" || (t.Panel(1) == "Stopped" && t.Panel(2).size() > 5));
 }
 
 void PlaybackWindowTest::playedLinesAreForwarded() {
-    Playback p(Line("10:00:00", Report) + Line("10:00:00", "$GPZDA,1") + Line("10:00:00", "$PNMLS,29,19,3*51") +
-               Line("11:00:00", Report));
-    p.t.chkOutputEnabled.setChecked(true);
-    p.t.txtOutputPort.SetText("3");
-    p.t.txtOutputSettings.SetText("19200,e,7,1");
-    p.Press();
-    QVERIFY(p.t.MSCommOutput.PortOpen());
-    QCOMPARE(p.t.Device(p.t.MSCommOutput)->Settings().lBaud, 19200);
-    QCOMPARE(p.t.Panel(1), std::string("Playback"));
-    p.t.Advance(1);
-    QCOMPARE(p.t.Device(p.t.MSCommOutput)->Written(), std::string(Report) + "\r\n$GPZDA,1\r\n");
-    QCOMPARE(p.t.Lines(p.t.lstOutputData), (Log{Report, "$GPZDA,1"}));
-    p.t.Press("Stop");
-    QVERIFY(!p.t.MSCommOutput.PortOpen());
+    Player t(Line("10:00:00", AnyReport) + Line("10:00:00", "$GPZDA,1") + Line("10:00:00", "$PNMLS,29,19,3*51") +
+             Line("11:00:00", AnyReport));
+    t.chkOutputEnabled.setChecked(true);
+    t.txtOutputPort.SetText("3");
+    t.txtOutputSettings.SetText("19200,e,7,1");
+    t.Play();
+    QVERIFY(t.MSCommOutput.PortOpen());
+    QCOMPARE(t.Device(t.MSCommOutput)->Settings().lBaud, 19200);
+    QCOMPARE(t.Panel(1), std::string("Playback"));
+    t.Advance(1);
+    QCOMPARE(t.Device(t.MSCommOutput)->Written(), std::string(AnyReport) + "\r\n$GPZDA,1\r\n");
+    QCOMPARE(t.Lines(t.lstOutputData), (Log{AnyReport, "$GPZDA,1"}));
+    t.Press("Stop");
+    QVERIFY(!t.MSCommOutput.PortOpen());
 }
 
 void PlaybackWindowTest::madeRmcCarriesTodaysDate() {
-    Playback p(Line("10:00:00", "$GPGLL,4916.45,N,12311.12,W,225444,A") + Line("11:00:00", Report));
-    p.t.chkOutputEnabled.setChecked(true);
-    p.t.chkOutputRMC.setChecked(true);
-    p.t.txtOutputPort.SetText("3");
-    p.Press();
-    p.t.Advance(1);
-    const Log sOutput = p.t.Lines(p.t.lstOutputData);
+    Player t(Line("10:00:00", "$GPGLL,4916.45,N,12311.12,W,225444,A") + Line("11:00:00", AnyReport));
+    t.chkOutputEnabled.setChecked(true);
+    t.chkOutputRMC.setChecked(true);
+    t.txtOutputPort.SetText("3");
+    t.Play();
+    t.Advance(1);
+    const Log sOutput = t.Lines(t.lstOutputData);
     QCOMPARE(sOutput.size(), std::size_t{2});
     // The recording is of 7 March 2005, the clock says 15 May 2011.
     QVERIFY2(sOutput[0].starts_with("$ECRMC,225444,A,4916.45,N,12311.12,W,0.0,000.0,150511,0.0,E*"),
@@ -666,51 +645,51 @@ void PlaybackWindowTest::madeRmcCarriesTodaysDate() {
 }
 
 void PlaybackWindowTest::playbackGoesOnWhenTheOutputCannotBeOpened() {
-    Playback p(Line("10:00:00", Report) + Line("11:00:00", Report));
-    p.tWorld.sBadPorts[3] = "gone";
-    p.t.chkOutputEnabled.setChecked(true);
-    p.t.txtOutputPort.SetText("3");
-    p.Press();
-    QCOMPARE(p.t.Panel(1), std::string("Stopped"));  // not written
-    QCOMPARE(p.t.Panel(2), std::string());
-    QVERIFY(!p.t.MSCommOutput.PortOpen());
-    QCOMPARE(Buttons(p.t), std::string(Playing));
-    p.t.Advance(1);
-    QCOMPARE(p.Log(), Log{Report});
-    QCOMPARE(p.t.Lines(p.t.lstOutputData), Log{Report});
-    QVERIFY(p.tWorld.sMessages.isEmpty());
+    Player t(Line("10:00:00", AnyReport) + Line("11:00:00", AnyReport));
+    t.tWorld.sBadPorts[3] = "gone";
+    t.chkOutputEnabled.setChecked(true);
+    t.txtOutputPort.SetText("3");
+    t.Play();
+    QCOMPARE(t.Panel(1), std::string("Stopped"));  // not written
+    QCOMPARE(t.Panel(2), std::string());
+    QVERIFY(!t.MSCommOutput.PortOpen());
+    QCOMPARE(Buttons(t), std::string(Playing));
+    t.Advance(1);
+    QCOMPARE(t.Log(), Log{AnyReport});
+    QCOMPARE(t.Lines(t.lstOutputData), Log{AnyReport});
+    QVERIFY(t.tWorld.sMessages.isEmpty());
 }
 
 void PlaybackWindowTest::startAfterAPlaybackTakesThePortsAgain() {
-    Playback p(Line("10:00:00", Report));
-    p.Press();
-    p.t.Advance(1);
-    p.t.StartBoth();
-    QCOMPARE(p.t.Panel(1), std::string("Running"));
-    QCOMPARE(p.t.windowTitle(), QStringLiteral("Tidewatch"));
-    QVERIFY(p.Log().empty());
-    p.t.FeedLine(0, "$GPZDA,live");
-    QCOMPARE(p.Log(), Log{"$GPZDA,live"});
+    Player t(Line("10:00:00", AnyReport));
+    t.Play();
+    t.Advance(1);
+    t.StartBoth();
+    QCOMPARE(t.Panel(1), std::string("Running"));
+    QCOMPARE(t.windowTitle(), QStringLiteral("Tidewatch"));
+    QVERIFY(t.Log().empty());
+    t.FeedLine(0, "$GPZDA,live");
+    QCOMPARE(t.Log(), Log{"$GPZDA,live"});
 }
 
 void PlaybackWindowTest::inputPortsStayClosed() {
-    Playback p(Line("10:00:00", Report) + Line("11:00:00", Report));
-    p.t.chkCommEnabled(1).setChecked(true);
-    p.Press();
-    p.t.Advance(2);
-    QVERIFY(!p.t.MSComm(0).PortOpen());
-    QVERIFY(!p.t.MSComm(1).PortOpen());
+    Player t(Line("10:00:00", AnyReport) + Line("11:00:00", AnyReport));
+    t.chkCommEnabled(1).setChecked(true);
+    t.Play();
+    t.Advance(2);
+    QVERIFY(!t.MSComm(0).PortOpen());
+    QVERIFY(!t.MSComm(1).PortOpen());
 }
 
 void PlaybackWindowTest::closingTheWindowEndsThePlayback() {
-    Playback p(Line("10:00:00", Report) + Line("11:00:00", Report));
-    p.Press();
-    p.t.Advance(1);
-    const std::int16_t iFile = p.t.m_iRecordFile;
-    p.t.close();
-    QVERIFY(!p.t.m_bPlayback);
-    QVERIFY(!p.t.m_tFiles.IsOpen(iFile));
-    QVERIFY(QFile::exists(p.tWorld.ProfileFile()));
+    Player t(Line("10:00:00", AnyReport) + Line("11:00:00", AnyReport));
+    t.Play();
+    t.Advance(1);
+    const std::int16_t iFile = t.m_iRecordFile;
+    t.close();
+    QVERIFY(!t.m_bPlayback);
+    QVERIFY(!t.m_tFiles.IsOpen(iFile));
+    QVERIFY(QFile::exists(t.tWorld.ProfileFile()));
 }
 
 QTEST_MAIN(PlaybackWindowTest)

@@ -8,26 +8,22 @@
 
 #include "tests/support/Bytes.h"
 #include "tests/support/PrintString.h"
-#include "tests/support/TestWindow.h"
+#include "tests/window/Bench.h"
 
+using support::AnyReport;
 using support::Bytes;
-using support::TestWindow;
-using support::World;
+using support::PlaceOf;
+using support::ShownWindow;
 
 namespace {
 
-struct Fields {
-    Fields() : t(tWorld) {
-        t.LoadAndShow();
-        t.SSTab.SetTab(ui::TabGps);
-        t.txtGpsLat.setFocus();
-        t.Synchronize();
+struct Fields : ShownWindow {
+    Fields() : ShownWindow(ui::TabGps) {
+        txtGpsLat.setFocus();
+        Synchronize();
     }
-    toolkit::MaskedBox& Lat() { return t.txtGpsLat; }
-    toolkit::MaskedBox& Lon() { return t.txtGpsLon; }
-
-    World tWorld;
-    TestWindow t;
+    toolkit::MaskedBox& Lat() { return txtGpsLat; }
+    toolkit::MaskedBox& Lon() { return txtGpsLon; }
 };
 
 // What the user sees, the selected characters in brackets; "'" and the degree sign as they are, the latter as "~".
@@ -128,77 +124,77 @@ void PositionFieldsWindowTest::clickSelectsOneCharacter() {
     QFETCH(bool, longitude);
     QFETCH(int, clicked);
     QFETCH(int, selected);
-    Fields f;
-    toolkit::MaskedBox& txt = longitude ? f.Lon() : f.Lat();
+    Fields t;
+    toolkit::MaskedBox& txt = longitude ? t.Lon() : t.Lat();
     Click(txt, clicked);
     QCOMPARE(txt.selectionStart(), selected);
     QCOMPARE(txt.selectedText().size(), qsizetype{1});
-    QVERIFY(f.t.focusWidget() == &txt);
+    QVERIFY(t.focusWidget() == &txt);
 }
 
 void PositionFieldsWindowTest::clickFarBehindTheTextSelectsTheLetter() {
-    Fields f;
-    QTest::mouseClick(&f.Lat(), Qt::LeftButton, {}, QPoint(f.Lat().width() - 3, f.Lat().height() / 2));
-    QCOMPARE(Shown(f.Lat()), std::string("00 00.00 [N]"));
+    Fields t;
+    QTest::mouseClick(&t.Lat(), Qt::LeftButton, {}, QPoint(t.Lat().width() - 3, t.Lat().height() / 2));
+    QCOMPARE(Shown(t.Lat()), std::string("00 00.00 [N]"));
 }
 
 void PositionFieldsWindowTest::rightWalksOverSeparatorsToTheLetter() {
-    Fields f;
-    Click(f.Lat(), 0);
+    Fields t;
+    Click(t.Lat(), 0);
     std::string sWalk;
     for (int i = 0; i < 9; ++i) {
-        sWalk += std::to_string(f.Lat().selectionStart());
-        Keys(f.Lat(), Qt::Key_Right);
-        QCOMPARE(f.Lat().selectedText().size(), qsizetype{1});
+        sWalk += std::to_string(t.Lat().selectionStart());
+        Keys(t.Lat(), Qt::Key_Right);
+        QCOMPARE(t.Lat().selectedText().size(), qsizetype{1});
     }
     QCOMPARE(sWalk, std::string("013467999"));
-    Click(f.Lon(), 0);
+    Click(t.Lon(), 0);
     sWalk.clear();
     for (int i = 0; i < 10; ++i) {
-        sWalk += std::to_string(f.Lon().selectionStart()) + ' ';
-        Keys(f.Lon(), Qt::Key_Right);
+        sWalk += std::to_string(t.Lon().selectionStart()) + ' ';
+        Keys(t.Lon(), Qt::Key_Right);
     }
     QCOMPARE(sWalk, std::string("0 1 2 4 5 7 8 10 10 10 "));
 }
 
 void PositionFieldsWindowTest::leftWalksOverSeparatorsToTheFirst() {
-    Fields f;
-    Click(f.Lat(), 9);
+    Fields t;
+    Click(t.Lat(), 9);
     std::string sWalk;
     for (int i = 0; i < 9; ++i) {
-        sWalk += std::to_string(f.Lat().selectionStart());
-        Keys(f.Lat(), Qt::Key_Left);
-        QCOMPARE(f.Lat().selectedText().size(), qsizetype{1});
+        sWalk += std::to_string(t.Lat().selectionStart());
+        Keys(t.Lat(), Qt::Key_Left);
+        QCOMPARE(t.Lat().selectedText().size(), qsizetype{1});
     }
     QCOMPARE(sWalk, std::string("976431000"));
-    QCOMPARE(f.Lat().text(), QStringLiteral("00 00.00 N"));
+    QCOMPARE(t.Lat().text(), QStringLiteral("00 00.00 N"));
 }
 
 void PositionFieldsWindowTest::typedDigitsOverwriteAndMoveOn() {
-    Fields f;
-    Click(f.Lat(), 0);
-    QTest::keyClick(&f.Lat(), '4');
-    QCOMPARE(Shown(f.Lat()), std::string("4[0] 00.00 N"));
-    QTest::keyClick(&f.Lat(), '5');
-    QCOMPARE(Shown(f.Lat()), std::string("45 [0]0.00 N"));
-    QTest::keyClick(&f.Lat(), '1');
-    QTest::keyClick(&f.Lat(), '2');
-    QCOMPARE(Shown(f.Lat()), std::string("45 12.[0]0 N"));
-    QTest::keyClick(&f.Lat(), '7');
-    QTest::keyClick(&f.Lat(), '5');
-    QCOMPARE(Shown(f.Lat()), std::string("45 12.75 [N]"));
-    QVERIFY(Near(f.t.m_dLatitude, 45 + 12.75 / 60));
-    QTest::keyClick(&f.Lat(), '9');  // no digit at the letter's place
-    QCOMPARE(Shown(f.Lat()), std::string("45 12.75 [N]"));
+    Fields t;
+    Click(t.Lat(), 0);
+    QTest::keyClick(&t.Lat(), '4');
+    QCOMPARE(Shown(t.Lat()), std::string("4[0] 00.00 N"));
+    QTest::keyClick(&t.Lat(), '5');
+    QCOMPARE(Shown(t.Lat()), std::string("45 [0]0.00 N"));
+    QTest::keyClick(&t.Lat(), '1');
+    QTest::keyClick(&t.Lat(), '2');
+    QCOMPARE(Shown(t.Lat()), std::string("45 12.[0]0 N"));
+    QTest::keyClick(&t.Lat(), '7');
+    QTest::keyClick(&t.Lat(), '5');
+    QCOMPARE(Shown(t.Lat()), std::string("45 12.75 [N]"));
+    QVERIFY(Near(t.m_dLatitude, 45 + 12.75 / 60));
+    QTest::keyClick(&t.Lat(), '9');  // no digit at the letter's place
+    QCOMPARE(Shown(t.Lat()), std::string("45 12.75 [N]"));
 }
 
 void PositionFieldsWindowTest::longitudeIsTypedLikewise() {
-    Fields f;
-    Click(f.Lon(), 0);
-    QTest::keyClicks(&f.Lon(), QStringLiteral("1233015e"));
-    QCOMPARE(Shown(f.Lon()), std::string("123 30.15 [E]"));
-    QVERIFY(Near(f.t.m_dLongitude, 123 + 30.15 / 60));
-    QVERIFY(f.t.m_dLatitude == -999.0);
+    Fields t;
+    Click(t.Lon(), 0);
+    QTest::keyClicks(&t.Lon(), QStringLiteral("1233015e"));
+    QCOMPARE(Shown(t.Lon()), std::string("123 30.15 [E]"));
+    QVERIFY(Near(t.m_dLongitude, 123 + 30.15 / 60));
+    QVERIFY(t.m_dLatitude == -999.0);
 }
 
 void PositionFieldsWindowTest::lettersTakeTheHemisphere_data() {
@@ -219,14 +215,14 @@ void PositionFieldsWindowTest::lettersTakeTheHemisphere() {
     QFETCH(bool, longitude);
     QFETCH(char, typed);
     QFETCH(char, shown);
-    Fields f;
-    toolkit::MaskedBox& txt = longitude ? f.Lon() : f.Lat();
+    Fields t;
+    toolkit::MaskedBox& txt = longitude ? t.Lon() : t.Lat();
     txt.SetText(longitude ? "012 30.00 W" : "12 30.00 N");
     Click(txt, longitude ? 10 : 9);
     QTest::keyClick(&txt, typed);
     const std::string sExpected = std::string(longitude ? "012 30.00 [" : "12 30.00 [") + shown + ']';
     QCOMPARE(Shown(txt), sExpected);
-    const double d = longitude ? f.t.m_dLongitude : f.t.m_dLatitude;
+    const double d = longitude ? t.m_dLongitude : t.m_dLatitude;
     QCOMPARE(d, shown == 'N' || shown == 'E' ? 12.5 : -12.5);
 }
 
@@ -241,14 +237,14 @@ void PositionFieldsWindowTest::otherCharactersAreDiscarded_data() {
 
 void PositionFieldsWindowTest::otherCharactersAreDiscarded() {
     QFETCH(QString, typed);
-    Fields f;
-    f.Lat().SetText("12 30.00 N");
+    Fields t;
+    t.Lat().SetText("12 30.00 N");
     for (const int i : {0, 1, 3, 4, 6, 7}) {
-        Click(f.Lat(), i);
-        QTest::sendKeyEvent(QTest::Click, &f.Lat(), Qt::Key_unknown, typed, Qt::NoModifier);
-        QCOMPARE(f.Lat().text(), QStringLiteral("12 30.00 N"));
-        QCOMPARE(f.Lat().selectionStart(), i);
-        QCOMPARE(f.Lat().selectedText().size(), qsizetype{1});
+        Click(t.Lat(), i);
+        QTest::sendKeyEvent(QTest::Click, &t.Lat(), Qt::Key_unknown, typed, Qt::NoModifier);
+        QCOMPARE(t.Lat().text(), QStringLiteral("12 30.00 N"));
+        QCOMPARE(t.Lat().selectionStart(), i);
+        QCOMPARE(t.Lat().selectedText().size(), qsizetype{1});
     }
 }
 
@@ -277,127 +273,127 @@ void PositionFieldsWindowTest::controlKeysAreDiscarded_data() {
 void PositionFieldsWindowTest::controlKeysAreDiscarded() {
     QFETCH(int, key);
     QFETCH(int, modifiers);
-    Fields f;
-    f.Lat().SetText("12 30.00 N");
+    Fields t;
+    t.Lat().SetText("12 30.00 N");
     for (const int i : {0, 4, 9}) {
-        Click(f.Lat(), i);
-        QTest::keyClick(&f.Lat(), static_cast<Qt::Key>(key), Qt::KeyboardModifiers(modifiers));
-        QCOMPARE(f.Lat().text(), QStringLiteral("12 30.00 N"));
-        QCOMPARE(f.Lat().selectionStart(), i);
-        QCOMPARE(f.Lat().selectedText().size(), qsizetype{1});
-        QCOMPARE(f.t.m_dLatitude, 12.5);
+        Click(t.Lat(), i);
+        QTest::keyClick(&t.Lat(), static_cast<Qt::Key>(key), Qt::KeyboardModifiers(modifiers));
+        QCOMPARE(t.Lat().text(), QStringLiteral("12 30.00 N"));
+        QCOMPARE(t.Lat().selectionStart(), i);
+        QCOMPARE(t.Lat().selectedText().size(), qsizetype{1});
+        QCOMPARE(t.m_dLatitude, 12.5);
     }
 }
 
 void PositionFieldsWindowTest::pasteIsDiscarded() {
-    Fields f;
-    f.Lat().SetText("12 30.00 N");
+    Fields t;
+    t.Lat().SetText("12 30.00 N");
     QGuiApplication::clipboard()->setText(QStringLiteral("99 99.99 S and more"));
     if (QGuiApplication::clipboard()->supportsSelection()) {
         QGuiApplication::clipboard()->setText(QStringLiteral("77"), QClipboard::Selection);
     }
-    Click(f.Lat(), 1);
-    QTest::keyClick(&f.Lat(), Qt::Key_V, Qt::ControlModifier);
-    QTest::keyClick(&f.Lat(), Qt::Key_Insert, Qt::ShiftModifier);
-    QTest::mouseClick(&f.Lat(), Qt::MiddleButton, {}, PlaceOf(f.Lat(), 3));
-    QCOMPARE(Shown(f.Lat()), std::string("1[2] 30.00 N"));
-    QCOMPARE(f.t.m_dLatitude, 12.5);
-    QVERIFY(!f.Lat().acceptDrops());
+    Click(t.Lat(), 1);
+    QTest::keyClick(&t.Lat(), Qt::Key_V, Qt::ControlModifier);
+    QTest::keyClick(&t.Lat(), Qt::Key_Insert, Qt::ShiftModifier);
+    QTest::mouseClick(&t.Lat(), Qt::MiddleButton, {}, PlaceOf(t.Lat(), 3));
+    QCOMPARE(Shown(t.Lat()), std::string("1[2] 30.00 N"));
+    QCOMPARE(t.m_dLatitude, 12.5);
+    QVERIFY(!t.Lat().acceptDrops());
 }
 
 void PositionFieldsWindowTest::homeAndEndMoveNothing() {
-    Fields f;
-    Click(f.Lat(), 4);
+    Fields t;
+    Click(t.Lat(), 4);
     for (const Qt::Key eKey : {Qt::Key_Home, Qt::Key_End}) {
         for (const Qt::KeyboardModifier eModifier : {Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier}) {
-            QTest::keyClick(&f.Lat(), eKey, eModifier);
-            QCOMPARE(f.Lat().selectedText().size(), qsizetype{1});
-            QCOMPARE(Shown(f.Lat()), std::string("00 0[0].00 N"));
+            QTest::keyClick(&t.Lat(), eKey, eModifier);
+            QCOMPARE(t.Lat().selectedText().size(), qsizetype{1});
+            QCOMPARE(Shown(t.Lat()), std::string("00 0[0].00 N"));
         }
     }
 }
 
 void PositionFieldsWindowTest::dragSelectsOneCharacter() {
-    Fields f;
-    f.Lat().SetText("12 34.56 N");
-    Click(f.Lat(), 0);
-    const QPoint tFrom = PlaceOf(f.Lat(), 1);
-    const QPoint tTo = PlaceOf(f.Lat(), 7);
-    QTest::mousePress(&f.Lat(), Qt::LeftButton, {}, tFrom);
-    QTest::mouseMove(&f.Lat(), (tFrom + tTo) / 2);
-    QTest::mouseMove(&f.Lat(), tTo);
-    QTest::mouseRelease(&f.Lat(), Qt::LeftButton, {}, tTo);
-    QCOMPARE(Shown(f.Lat()), std::string("12 34.5[6] N"));
-    QTest::mousePress(&f.Lat(), Qt::LeftButton, {}, tTo);
-    QTest::mouseMove(&f.Lat(), QPoint(-50, -50));
-    QTest::mouseRelease(&f.Lat(), Qt::LeftButton, {}, QPoint(-50, -50));
-    QCOMPARE(Shown(f.Lat()), std::string("[1]2 34.56 N"));
+    Fields t;
+    t.Lat().SetText("12 34.56 N");
+    Click(t.Lat(), 0);
+    const QPoint tFrom = PlaceOf(t.Lat(), 1);
+    const QPoint tTo = PlaceOf(t.Lat(), 7);
+    QTest::mousePress(&t.Lat(), Qt::LeftButton, {}, tFrom);
+    QTest::mouseMove(&t.Lat(), (tFrom + tTo) / 2);
+    QTest::mouseMove(&t.Lat(), tTo);
+    QTest::mouseRelease(&t.Lat(), Qt::LeftButton, {}, tTo);
+    QCOMPARE(Shown(t.Lat()), std::string("12 34.5[6] N"));
+    QTest::mousePress(&t.Lat(), Qt::LeftButton, {}, tTo);
+    QTest::mouseMove(&t.Lat(), QPoint(-50, -50));
+    QTest::mouseRelease(&t.Lat(), Qt::LeftButton, {}, QPoint(-50, -50));
+    QCOMPARE(Shown(t.Lat()), std::string("[1]2 34.56 N"));
 }
 
 void PositionFieldsWindowTest::doubleClickSelectsOneCharacter() {
-    Fields f;
-    f.Lat().SetText("12 34.56 N");
-    f.Lat().Synchronize();
+    Fields t;
+    t.Lat().SetText("12 34.56 N");
+    t.Lat().Synchronize();
     for (int i = 0; i < 3; ++i) {
-        QTest::mouseClick(&f.Lat(), Qt::LeftButton, {}, PlaceOf(f.Lat(), 4));
-        QTest::mouseDClick(&f.Lat(), Qt::LeftButton, {}, PlaceOf(f.Lat(), 4));
-        QCOMPARE(Shown(f.Lat()), std::string("12 3[4].56 N"));
+        QTest::mouseClick(&t.Lat(), Qt::LeftButton, {}, PlaceOf(t.Lat(), 4));
+        QTest::mouseDClick(&t.Lat(), Qt::LeftButton, {}, PlaceOf(t.Lat(), 4));
+        QCOMPARE(Shown(t.Lat()), std::string("12 3[4].56 N"));
     }
 }
 
 void PositionFieldsWindowTest::shiftClickSelectsOneCharacter() {
-    Fields f;
-    f.Lat().SetText("12 34.56 N");
-    Click(f.Lat(), 0);
-    QTest::mouseClick(&f.Lat(), Qt::LeftButton, Qt::ShiftModifier, PlaceOf(f.Lat(), 7));
-    QCOMPARE(Shown(f.Lat()), std::string("12 34.5[6] N"));
-    QTest::keyClick(&f.Lat(), Qt::Key_Left, Qt::ShiftModifier);
-    QCOMPARE(Shown(f.Lat()), std::string("12 34.[5]6 N"));
-    QTest::keyClick(&f.Lat(), Qt::Key_Left, Qt::ControlModifier);
-    QCOMPARE(Shown(f.Lat()), std::string("12 3[4].56 N"));
+    Fields t;
+    t.Lat().SetText("12 34.56 N");
+    Click(t.Lat(), 0);
+    QTest::mouseClick(&t.Lat(), Qt::LeftButton, Qt::ShiftModifier, PlaceOf(t.Lat(), 7));
+    QCOMPARE(Shown(t.Lat()), std::string("12 34.5[6] N"));
+    QTest::keyClick(&t.Lat(), Qt::Key_Left, Qt::ShiftModifier);
+    QCOMPARE(Shown(t.Lat()), std::string("12 34.[5]6 N"));
+    QTest::keyClick(&t.Lat(), Qt::Key_Left, Qt::ControlModifier);
+    QCOMPARE(Shown(t.Lat()), std::string("12 3[4].56 N"));
 }
 
 void PositionFieldsWindowTest::inputMethodTypesLikeAKey() {
-    Fields f;
-    Click(f.Lat(), 0);
+    Fields t;
+    Click(t.Lat(), 0);
     QInputMethodEvent tDigits;
     tDigits.setCommitString(QStringLiteral("4x5"));
-    QCoreApplication::sendEvent(&f.Lat(), &tDigits);
-    QCOMPARE(Shown(f.Lat()), std::string("45 [0]0.00 N"));
+    QCoreApplication::sendEvent(&t.Lat(), &tDigits);
+    QCOMPARE(Shown(t.Lat()), std::string("45 [0]0.00 N"));
     QInputMethodEvent tPreedit(QStringLiteral("12345678901234567890"), {});
-    QCoreApplication::sendEvent(&f.Lat(), &tPreedit);
-    QCOMPARE(Shown(f.Lat()), std::string("45 [0]0.00 N"));
+    QCoreApplication::sendEvent(&t.Lat(), &tPreedit);
+    QCOMPARE(Shown(t.Lat()), std::string("45 [0]0.00 N"));
     QInputMethodEvent tReplace;
     tReplace.setCommitString(QString(), -2, 5);  // asks to delete what stands around
-    QCoreApplication::sendEvent(&f.Lat(), &tReplace);
-    QCOMPARE(Shown(f.Lat()), std::string("45 [0]0.00 N"));
-    QCOMPARE(f.t.m_dLatitude, 45.0);
+    QCoreApplication::sendEvent(&t.Lat(), &tReplace);
+    QCOMPARE(Shown(t.Lat()), std::string("45 [0]0.00 N"));
+    QCOMPARE(t.m_dLatitude, 45.0);
 }
 
 void PositionFieldsWindowTest::tabLeavesTheField() {
-    Fields f;
-    Click(f.Lat(), 3);
-    QTest::keyClick(&f.Lat(), Qt::Key_Tab);
-    QVERIFY(f.t.focusWidget() == &f.Lon());
-    QTest::keyClick(&f.Lon(), Qt::Key_Backtab);
-    QVERIFY(f.t.focusWidget() == &f.Lat());
-    QTest::keyClick(&f.Lat(), Qt::Key_Tab, Qt::ShiftModifier);
-    QCOMPARE(f.Lat().text(), QStringLiteral("00 00.00 N"));
-    QCOMPARE(f.Lon().text(), QStringLiteral("000 00.00 W"));
+    Fields t;
+    Click(t.Lat(), 3);
+    QTest::keyClick(&t.Lat(), Qt::Key_Tab);
+    QVERIFY(t.focusWidget() == &t.Lon());
+    QTest::keyClick(&t.Lon(), Qt::Key_Backtab);
+    QVERIFY(t.focusWidget() == &t.Lat());
+    QTest::keyClick(&t.Lat(), Qt::Key_Tab, Qt::ShiftModifier);
+    QCOMPARE(t.Lat().text(), QStringLiteral("00 00.00 N"));
+    QCOMPARE(t.Lon().text(), QStringLiteral("000 00.00 W"));
 }
 
 void PositionFieldsWindowTest::tabIntoAFieldSelectsOneCharacter() {
-    Fields f;
-    f.t.activateWindow();
-    Click(f.Lat(), 3);
-    QTest::keyClick(&f.Lat(), Qt::Key_Tab);
+    Fields t;
+    t.activateWindow();
+    Click(t.Lat(), 3);
+    QTest::keyClick(&t.Lat(), Qt::Key_Tab);
     QCoreApplication::processEvents();
-    QCOMPARE(Shown(f.Lon()), std::string("[0]00 00.00 W"));
-    QTest::keyClick(&f.Lon(), '1');
-    QCOMPARE(Shown(f.Lon()), std::string("1[0]0 00.00 W"));
-    QTest::keyClick(&f.Lon(), Qt::Key_Backtab);
+    QCOMPARE(Shown(t.Lon()), std::string("[0]00 00.00 W"));
+    QTest::keyClick(&t.Lon(), '1');
+    QCOMPARE(Shown(t.Lon()), std::string("1[0]0 00.00 W"));
+    QTest::keyClick(&t.Lon(), Qt::Key_Backtab);
     QCoreApplication::processEvents();
-    QCOMPARE(Shown(f.Lat()), std::string("00 [0]0.00 N"));  // where it was
+    QCOMPARE(Shown(t.Lat()), std::string("00 [0]0.00 N"));  // where it was
 }
 
 void PositionFieldsWindowTest::stepsFollowThePlace_data() {
@@ -414,9 +410,9 @@ void PositionFieldsWindowTest::stepsFollowThePlace() {
     QFETCH(bool, longitude);
     QFETCH(int, place);
     QFETCH(double, step);
-    Fields f;
-    toolkit::MaskedBox& txt = longitude ? f.Lon() : f.Lat();
-    const double& dOwn = longitude ? f.t.m_dLongitude : f.t.m_dLatitude;
+    Fields t;
+    toolkit::MaskedBox& txt = longitude ? t.Lon() : t.Lat();
+    const double& dOwn = longitude ? t.m_dLongitude : t.m_dLatitude;
     txt.SetText(longitude ? "022 22.22 E" : "22 22.22 N");
     const double dFirst = 22 + 22.22 / 60;
     Click(txt, place);
@@ -434,154 +430,154 @@ void PositionFieldsWindowTest::stepsFollowThePlace() {
 }
 
 void PositionFieldsWindowTest::upAndDownOnTheTensClampAtThePole() {
-    Fields f;
-    f.Lat().SetText("47 36.50 N");
-    Click(f.Lat(), 0);
-    Keys(f.Lat(), Qt::Key_Up);
-    QCOMPARE(Shown(f.Lat()), std::string("[5]7~36.50'N"));
-    Keys(f.Lat(), Qt::Key_Up);
-    QCOMPARE(Shown(f.Lat()), std::string("[6]7~36.50'N"));
-    Keys(f.Lat(), Qt::Key_Up, 2);
-    QCOMPARE(Shown(f.Lat()), std::string("[8]7~36.50'N"));
-    Keys(f.Lat(), Qt::Key_Up);
-    QCOMPARE(Shown(f.Lat()), std::string("[9]0~00.00'N"));
-    QCOMPARE(f.t.m_dLatitude, 90.0);
-    Keys(f.Lat(), Qt::Key_Up);
-    QCOMPARE(Shown(f.Lat()), std::string("[9]0~00.00'N"));
-    f.Lat().SetText("87 00.00 S");
-    Click(f.Lat(), 0);
-    Keys(f.Lat(), Qt::Key_Up);
-    QCOMPARE(Shown(f.Lat()), std::string("[9]0~00.00'S"));
-    QCOMPARE(f.t.m_dLatitude, -90.0);
+    Fields t;
+    t.Lat().SetText("47 36.50 N");
+    Click(t.Lat(), 0);
+    Keys(t.Lat(), Qt::Key_Up);
+    QCOMPARE(Shown(t.Lat()), std::string("[5]7~36.50'N"));
+    Keys(t.Lat(), Qt::Key_Up);
+    QCOMPARE(Shown(t.Lat()), std::string("[6]7~36.50'N"));
+    Keys(t.Lat(), Qt::Key_Up, 2);
+    QCOMPARE(Shown(t.Lat()), std::string("[8]7~36.50'N"));
+    Keys(t.Lat(), Qt::Key_Up);
+    QCOMPARE(Shown(t.Lat()), std::string("[9]0~00.00'N"));
+    QCOMPARE(t.m_dLatitude, 90.0);
+    Keys(t.Lat(), Qt::Key_Up);
+    QCOMPARE(Shown(t.Lat()), std::string("[9]0~00.00'N"));
+    t.Lat().SetText("87 00.00 S");
+    Click(t.Lat(), 0);
+    Keys(t.Lat(), Qt::Key_Up);
+    QCOMPARE(Shown(t.Lat()), std::string("[9]0~00.00'S"));
+    QCOMPARE(t.m_dLatitude, -90.0);
 }
 
 void PositionFieldsWindowTest::letterTogglesTheHemisphere() {
-    Fields f;
+    Fields t;
     for (const Qt::Key eKey : {Qt::Key_Up, Qt::Key_Down}) {
-        f.Lat().SetText("12 30.00 N");
-        Click(f.Lat(), 9);
-        Keys(f.Lat(), eKey);
-        QCOMPARE(Shown(f.Lat()), std::string("12~30.00'[S]"));
-        QCOMPARE(f.t.m_dLatitude, -12.5);
-        Keys(f.Lat(), eKey);
-        QCOMPARE(Shown(f.Lat()), std::string("12~30.00'[N]"));
-        QCOMPARE(f.t.m_dLatitude, 12.5);
+        t.Lat().SetText("12 30.00 N");
+        Click(t.Lat(), 9);
+        Keys(t.Lat(), eKey);
+        QCOMPARE(Shown(t.Lat()), std::string("12~30.00'[S]"));
+        QCOMPARE(t.m_dLatitude, -12.5);
+        Keys(t.Lat(), eKey);
+        QCOMPARE(Shown(t.Lat()), std::string("12~30.00'[N]"));
+        QCOMPARE(t.m_dLatitude, 12.5);
     }
-    f.Lon().SetText("123 15.00 W");
-    Click(f.Lon(), 10);
-    Keys(f.Lon(), Qt::Key_Down);
-    QCOMPARE(Shown(f.Lon()), std::string("123~15.00'[E]"));
-    QCOMPARE(f.t.m_dLongitude, 123.25);
+    t.Lon().SetText("123 15.00 W");
+    Click(t.Lon(), 10);
+    Keys(t.Lon(), Qt::Key_Down);
+    QCOMPARE(Shown(t.Lon()), std::string("123~15.00'[E]"));
+    QCOMPARE(t.m_dLongitude, 123.25);
 }
 
 void PositionFieldsWindowTest::stepsWorkOnTheMagnitudeInTheSouth() {
-    Fields f;
-    f.Lat().SetText("12 30.00 S");
-    Click(f.Lat(), 1);
-    Keys(f.Lat(), Qt::Key_Up);
-    QCOMPARE(Shown(f.Lat()), std::string("1[3]~30.00'S"));
-    Keys(f.Lat(), Qt::Key_Down, 2);
-    QCOMPARE(Shown(f.Lat()), std::string("1[1]~30.00'S"));
-    QCOMPARE(f.t.m_dLatitude, -11.5);
+    Fields t;
+    t.Lat().SetText("12 30.00 S");
+    Click(t.Lat(), 1);
+    Keys(t.Lat(), Qt::Key_Up);
+    QCOMPARE(Shown(t.Lat()), std::string("1[3]~30.00'S"));
+    Keys(t.Lat(), Qt::Key_Down, 2);
+    QCOMPARE(Shown(t.Lat()), std::string("1[1]~30.00'S"));
+    QCOMPARE(t.m_dLatitude, -11.5);
 }
 
 void PositionFieldsWindowTest::upAtZeroRaises() {
-    Fields f;
-    f.Lat().SetText(
+    Fields t;
+    t.Lat().SetText(
         "00\xB0"
         "00.00'N");
-    Click(f.Lat(), 4);
-    Keys(f.Lat(), Qt::Key_Up);
-    QCOMPARE(Shown(f.Lat()), std::string("00~0[1].00'N"));
-    f.Lon().SetText("000 00.00 W");  // zero is east, whatever the letter
-    Click(f.Lon(), 5);
-    Keys(f.Lon(), Qt::Key_Up);
-    QCOMPARE(Shown(f.Lon()), std::string("000~0[1].00'E"));
+    Click(t.Lat(), 4);
+    Keys(t.Lat(), Qt::Key_Up);
+    QCOMPARE(Shown(t.Lat()), std::string("00~0[1].00'N"));
+    t.Lon().SetText("000 00.00 W");  // zero is east, whatever the letter
+    Click(t.Lon(), 5);
+    Keys(t.Lon(), Qt::Key_Up);
+    QCOMPARE(Shown(t.Lon()), std::string("000~0[1].00'E"));
 }
 
 void PositionFieldsWindowTest::downAtZeroGoesToTheOtherHemisphere() {
-    Fields f;
-    Click(f.Lat(), 4);
-    Keys(f.Lat(), Qt::Key_Down);
-    QCOMPARE(Shown(f.Lat()), std::string("00~0[1].00'S"));
-    QVERIFY(Near(f.t.m_dLatitude, -1.0 / 60));
-    Keys(f.Lat(), Qt::Key_Down);  // lowers the magnitude
-    QCOMPARE(f.Lat().Text().substr(0, 2), std::string("00"));
-    QVERIFY(Near(f.t.m_dLatitude, 0));
+    Fields t;
+    Click(t.Lat(), 4);
+    Keys(t.Lat(), Qt::Key_Down);
+    QCOMPARE(Shown(t.Lat()), std::string("00~0[1].00'S"));
+    QVERIFY(Near(t.m_dLatitude, -1.0 / 60));
+    Keys(t.Lat(), Qt::Key_Down);  // lowers the magnitude
+    QCOMPARE(t.Lat().Text().substr(0, 2), std::string("00"));
+    QVERIFY(Near(t.m_dLatitude, 0));
 }
 
 void PositionFieldsWindowTest::longitudeClampsAt180() {
-    Fields f;
-    f.Lon().SetText("099 59.99 E");
-    Click(f.Lon(), 0);
-    Keys(f.Lon(), Qt::Key_Up);
-    QCOMPARE(Shown(f.Lon()), std::string("[1]80~00.00'E"));
-    QCOMPARE(f.t.m_dLongitude, 180.0);
-    f.Lon().SetText("175 00.00 W");
-    Click(f.Lon(), 1);
-    Keys(f.Lon(), Qt::Key_Up);
-    QCOMPARE(Shown(f.Lon()), std::string("1[8]0~00.00'W"));
-    QCOMPARE(f.t.m_dLongitude, -180.0);
+    Fields t;
+    t.Lon().SetText("099 59.99 E");
+    Click(t.Lon(), 0);
+    Keys(t.Lon(), Qt::Key_Up);
+    QCOMPARE(Shown(t.Lon()), std::string("[1]80~00.00'E"));
+    QCOMPARE(t.m_dLongitude, 180.0);
+    t.Lon().SetText("175 00.00 W");
+    Click(t.Lon(), 1);
+    Keys(t.Lon(), Qt::Key_Up);
+    QCOMPARE(Shown(t.Lon()), std::string("1[8]0~00.00'W"));
+    QCOMPARE(t.m_dLongitude, -180.0);
 }
 
 void PositionFieldsWindowTest::stepKeepsTheSelection() {
-    Fields f;
+    Fields t;
     for (const int i : {0, 1, 3, 4, 6, 7, 9}) {
-        Click(f.Lat(), i);
-        Keys(f.Lat(), Qt::Key_Up, 3);
-        Keys(f.Lat(), Qt::Key_Down, 2);
-        QCOMPARE(f.Lat().selectionStart(), i);
-        QCOMPARE(f.Lat().selectedText().size(), qsizetype{1});
+        Click(t.Lat(), i);
+        Keys(t.Lat(), Qt::Key_Up, 3);
+        Keys(t.Lat(), Qt::Key_Down, 2);
+        QCOMPARE(t.Lat().selectionStart(), i);
+        QCOMPARE(t.Lat().selectedText().size(), qsizetype{1});
     }
 }
 
 void PositionFieldsWindowTest::stepOfAnUnreadableTextDoesNothing() {
-    Fields f;
-    f.Lat().SetText("nonsense!!");
-    Click(f.Lat(), 4);
-    Keys(f.Lat(), Qt::Key_Up);
-    Keys(f.Lat(), Qt::Key_Down);
-    QCOMPARE(Shown(f.Lat()), std::string("nons[e]nse!!"));
-    QCOMPARE(f.t.m_dLatitude, -999.0);
-    QVERIFY(f.tWorld.sMessages.isEmpty());
+    Fields t;
+    t.Lat().SetText("nonsense!!");
+    Click(t.Lat(), 4);
+    Keys(t.Lat(), Qt::Key_Up);
+    Keys(t.Lat(), Qt::Key_Down);
+    QCOMPARE(Shown(t.Lat()), std::string("nons[e]nse!!"));
+    QCOMPARE(t.m_dLatitude, -999.0);
+    QVERIFY(t.tWorld.sMessages.isEmpty());
 }
 
 void PositionFieldsWindowTest::stepWithoutASelectionDoesNothing() {
-    Fields f;
-    f.Lat().SetText("12 30.00 N");
-    f.Lat().SetSelection(0, 0);
-    Keys(f.Lat(), Qt::Key_Up);
-    QCOMPARE(f.Lat().Text(), std::string("12 30.00 N"));
-    f.Lat().SetSelection(0, 2);
-    Keys(f.Lat(), Qt::Key_Up);
-    QCOMPARE(f.Lat().Text(), std::string("12 30.00 N"));
+    Fields t;
+    t.Lat().SetText("12 30.00 N");
+    t.Lat().SetSelection(0, 0);
+    Keys(t.Lat(), Qt::Key_Up);
+    QCOMPARE(t.Lat().Text(), std::string("12 30.00 N"));
+    t.Lat().SetSelection(0, 2);
+    Keys(t.Lat(), Qt::Key_Up);
+    QCOMPARE(t.Lat().Text(), std::string("12 30.00 N"));
 }
 
 void PositionFieldsWindowTest::textsOfBothFormsParse() {
-    Fields f;
-    f.Lat().SetText(
+    Fields t;
+    t.Lat().SetText(
         "47\xB0"
         "36.50'N");
-    QVERIFY(Near(f.t.m_dLatitude, 47 + 36.5 / 60));
-    f.Lat().SetText("47 36.50 S");
-    QVERIFY(Near(f.t.m_dLatitude, -(47 + 36.5 / 60)));
+    QVERIFY(Near(t.m_dLatitude, 47 + 36.5 / 60));
+    t.Lat().SetText("47 36.50 S");
+    QVERIFY(Near(t.m_dLatitude, -(47 + 36.5 / 60)));
     // A stepped text is typed over like any other.
-    Click(f.Lat(), 1);
-    Keys(f.Lat(), Qt::Key_Up);
-    QTest::keyClick(&f.Lat(), '2');
-    QCOMPARE(Shown(f.Lat()), std::string("42~[3]6.50'S"));
-    QVERIFY(Near(f.t.m_dLatitude, -(42 + 36.5 / 60)));
+    Click(t.Lat(), 1);
+    Keys(t.Lat(), Qt::Key_Up);
+    QTest::keyClick(&t.Lat(), '2');
+    QCOMPARE(Shown(t.Lat()), std::string("42~[3]6.50'S"));
+    QVERIFY(Near(t.m_dLatitude, -(42 + 36.5 / 60)));
 }
 
 void PositionFieldsWindowTest::unreadableTextMakesThePositionUnknown() {
-    Fields f;
-    f.Lat().SetText("12 30.00 N");
-    f.Lat().SetText("");
-    QCOMPARE(f.t.m_dLatitude, -999.0);
-    f.Lon().SetText("012 30.00 E");
-    f.Lon().SetText("here");
-    QCOMPARE(f.t.m_dLongitude, -999.0);
-    QVERIFY(f.tWorld.sMessages.isEmpty());
+    Fields t;
+    t.Lat().SetText("12 30.00 N");
+    t.Lat().SetText("");
+    QCOMPARE(t.m_dLatitude, -999.0);
+    t.Lon().SetText("012 30.00 E");
+    t.Lon().SetText("here");
+    QCOMPARE(t.m_dLongitude, -999.0);
+    QVERIFY(t.tWorld.sMessages.isEmpty());
 }
 
 void PositionFieldsWindowTest::textNeverGrowsBeyondItsLength_data() {
@@ -594,8 +590,8 @@ void PositionFieldsWindowTest::textNeverGrowsBeyondItsLength_data() {
 void PositionFieldsWindowTest::textNeverGrowsBeyondItsLength() {
     QFETCH(bool, longitude);
     QFETCH(int, longest);
-    Fields f;
-    toolkit::MaskedBox& txt = longitude ? f.Lon() : f.Lat();
+    Fields t;
+    toolkit::MaskedBox& txt = longitude ? t.Lon() : t.Lat();
     txt.SetText("");
     QTest::keyClicks(&txt, QStringLiteral("12345678901234567890NESW12"));
     QVERIFY(static_cast<int>(txt.text().size()) <= longest);
@@ -606,73 +602,73 @@ void PositionFieldsWindowTest::textNeverGrowsBeyondItsLength() {
 }
 
 void PositionFieldsWindowTest::longTextSetByTheProgramIsKept() {
-    Fields f;
-    f.Lat().SetText("112 30.00 N (antenna)");
-    QCOMPARE(f.Lat().Text(), std::string("112 30.00 N (antenna)"));
-    f.Lat().Synchronize();
-    QCOMPARE(f.Lat().text(), QStringLiteral("112 30.00 N (antenna)"));
+    Fields t;
+    t.Lat().SetText("112 30.00 N (antenna)");
+    QCOMPARE(t.Lat().Text(), std::string("112 30.00 N (antenna)"));
+    t.Lat().Synchronize();
+    QCOMPARE(t.Lat().text(), QStringLiteral("112 30.00 N (antenna)"));
 }
 
 void PositionFieldsWindowTest::gpsSentenceWritesTheBoxes() {
-    Fields f;
-    f.t.StartBoth();
-    Click(f.Lat(), 4);
-    f.t.FeedLine(1, "$GPRMC,225446,A,4916.45,N,12311.12,W,000.5,054.7,150511,020.3,E");
-    QCOMPARE(Shown(f.Lat()), std::string("[4]9~16.45'N"));
-    QCOMPARE(Shown(f.Lon()), std::string("[1]23~11.12'W"));
-    QVERIFY(Near(f.t.m_dLatitude, 49 + 16.45 / 60));
-    QVERIFY(Near(f.t.m_dLongitude, -(123 + 11.12 / 60)));
+    Fields t;
+    t.StartBoth();
+    Click(t.Lat(), 4);
+    t.FeedLine(1, "$GPRMC,225446,A,4916.45,N,12311.12,W,000.5,054.7,150511,020.3,E");
+    QCOMPARE(Shown(t.Lat()), std::string("[4]9~16.45'N"));
+    QCOMPARE(Shown(t.Lon()), std::string("[1]23~11.12'W"));
+    QVERIFY(Near(t.m_dLatitude, 49 + 16.45 / 60));
+    QVERIFY(Near(t.m_dLongitude, -(123 + 11.12 / 60)));
 }
 
 void PositionFieldsWindowTest::nextMessageUsesTheNewPosition() {
-    Fields f;
-    f.t.StartBoth();
-    const char* sReport = "!AIVDM,1,1,,A,15M67F@uQqG?w<hK?Mu8iFv00000,0*7B";
-    f.t.FeedLine(0, sReport);
-    QCOMPARE(f.t.Cell(f.t.grdTargetData, 1, 8), std::string());
-    f.Lat().SetText("47 36.50 N");
-    QTest::keyClick(&f.Lon(), Qt::Key_Up);
-    f.Lon().SetText("122 20.20 W");
-    f.t.FeedLine(0, sReport);
-    QVERIFY(!f.t.Cell(f.t.grdTargetData, 2, 8).empty());
-    QVERIFY(!f.t.Cell(f.t.grdTargetData, 2, 9).empty());
-    f.Lon().SetText("nowhere");
-    f.t.FeedLine(0, sReport);
-    QCOMPARE(f.t.Cell(f.t.grdTargetData, 3, 8), std::string());
+    Fields t;
+    t.StartBoth();
+    const char* sReport = AnyReport;
+    t.FeedLine(0, sReport);
+    QCOMPARE(t.Cell(t.grdTargetData, 1, 8), std::string());
+    t.Lat().SetText("47 36.50 N");
+    QTest::keyClick(&t.Lon(), Qt::Key_Up);
+    t.Lon().SetText("122 20.20 W");
+    t.FeedLine(0, sReport);
+    QVERIFY(!t.Cell(t.grdTargetData, 2, 8).empty());
+    QVERIFY(!t.Cell(t.grdTargetData, 2, 9).empty());
+    t.Lon().SetText("nowhere");
+    t.FeedLine(0, sReport);
+    QCOMPARE(t.Cell(t.grdTargetData, 3, 8), std::string());
 }
 
 void PositionFieldsWindowTest::sameTextSetAgainIsAChange() {
-    Fields f;
-    QCOMPARE(f.t.m_dLatitude, -999.0);
-    Click(f.Lat(), 7);
-    f.Lat().SetText("00 00.00 N");
-    QCOMPARE(f.t.m_dLatitude, 0.0);
-    QCOMPARE(Shown(f.Lat()), std::string("[0]0 00.00 N"));
+    Fields t;
+    QCOMPARE(t.m_dLatitude, -999.0);
+    Click(t.Lat(), 7);
+    t.Lat().SetText("00 00.00 N");
+    QCOMPARE(t.m_dLatitude, 0.0);
+    QCOMPARE(Shown(t.Lat()), std::string("[0]0 00.00 N"));
 }
 
 void PositionFieldsWindowTest::assistiveToolMaySetTheText() {
-    Fields f;
-    f.Lat().setText(QStringLiteral("12 30.00 S"));
-    QCOMPARE(f.t.m_dLatitude, -12.5);
-    QCOMPARE(Shown(f.Lat()), std::string("[1]2 30.00 S"));
+    Fields t;
+    t.Lat().setText(QStringLiteral("12 30.00 S"));
+    QCOMPARE(t.m_dLatitude, -12.5);
+    QCOMPARE(Shown(t.Lat()), std::string("[1]2 30.00 S"));
 }
 
 void PositionFieldsWindowTest::screenReaderHearsNameAndValue() {
-    Fields f;
-    QVERIFY(!f.Lat().accessibleName().isEmpty());
-    QVERIFY(!f.Lon().accessibleName().isEmpty());
-    QVERIFY(f.Lat().accessibleName() != f.Lon().accessibleName());
-    f.t.StartBoth();
-    f.t.FeedLine(0, "$GPGLL,4916.45,N,12311.12,W,225444,A");
-    f.t.Synchronize();
-    QCOMPARE(f.Lat().text(), QStringLiteral("49\u00B016.45'N"));
+    Fields t;
+    QVERIFY(!t.Lat().accessibleName().isEmpty());
+    QVERIFY(!t.Lon().accessibleName().isEmpty());
+    QVERIFY(t.Lat().accessibleName() != t.Lon().accessibleName());
+    t.StartBoth();
+    t.FeedLine(0, "$GPGLL,4916.45,N,12311.12,W,225444,A");
+    t.Synchronize();
+    QCOMPARE(t.Lat().text(), QStringLiteral("49\u00B016.45'N"));
 }
 
 void PositionFieldsWindowTest::randomHandlingLeavesOneSelectedAndAReadableText() {
-    Fields f;
-    f.Lat().SetText("12 34.56 N");
-    f.Lon().SetText("012 34.56 E");
-    f.t.Synchronize();
+    Fields t;
+    t.Lat().SetText("12 34.56 N");
+    t.Lon().SetText("012 34.56 E");
+    t.Synchronize();
     QGuiApplication::clipboard()->setText(QStringLiteral("9 x"));
     quint32 lState = 20110515;
     const auto tRandom = [&lState](quint32 lBelow) {
@@ -685,7 +681,7 @@ void PositionFieldsWindowTest::randomHandlingLeavesOneSelectedAndAReadableText()
                                    Qt::Key_S,    Qt::Key_E,         Qt::Key_W};
     constexpr Qt::KeyboardModifier With[] = {Qt::NoModifier, Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier};
     for (int i = 0; i < 4000; ++i) {
-        toolkit::MaskedBox& txt = tRandom(2) == 0 ? f.Lat() : f.Lon();
+        toolkit::MaskedBox& txt = tRandom(2) == 0 ? t.Lat() : t.Lon();
         if (tRandom(6) == 0 || txt.selectedText().isEmpty()) {
             QTest::mousePress(&txt, Qt::LeftButton, {}, QPoint(static_cast<int>(tRandom(120)), 5));
             QTest::mouseRelease(&txt, Qt::LeftButton, {}, QPoint(static_cast<int>(tRandom(120)), 5));
@@ -693,9 +689,9 @@ void PositionFieldsWindowTest::randomHandlingLeavesOneSelectedAndAReadableText()
             QTest::keyClick(&txt, Pressed[tRandom(std::size(Pressed))], With[tRandom(std::size(With))]);
         }
         QCOMPARE(txt.selectedText().size(), qsizetype{1});
-        QCOMPARE(txt.text().size(), &txt == &f.Lat() ? 10 : 11);
+        QCOMPARE(txt.text().size(), &txt == &t.Lat() ? 10 : 11);
         // Minutes such as 99.99 are typed easily; they parse like any other number.
-        QVERIFY((&txt == &f.Lat() ? f.t.m_dLatitude : f.t.m_dLongitude) != -999.0);
+        QVERIFY((&txt == &t.Lat() ? t.m_dLatitude : t.m_dLongitude) != -999.0);
     }
 }
 

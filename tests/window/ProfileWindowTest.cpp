@@ -5,9 +5,11 @@
 #include "tests/support/Bytes.h"
 #include "tests/support/FullDisk.h"
 #include "tests/support/PrintString.h"
-#include "tests/support/TestWindow.h"
+#include "tests/window/Bench.h"
 
+using support::AnyReport;
 using support::Bytes;
+using support::ShownWindow;
 using support::TestWindow;
 using support::World;
 
@@ -143,11 +145,9 @@ void ProfileWindowTest::controlsAreRestoredInTheOrderOfTheTable() {
 }
 
 void ProfileWindowTest::everyKeyIsSavedInTheOrderOfTheTable() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.close();
-    const std::string sText = tWorld.ReadFile(tWorld.ProfileFile());
+    const std::string sText = t.tWorld.ReadFile(t.tWorld.ProfileFile());
     QCOMPARE(Keys(sText), AllKeys());
     QVERIFY(sText.starts_with(
         "[Nmea Data]\r\nEnabled #0=1\r\nComm Port #0=6\r\nSettings #0=38400,n,8,1\r\n"
@@ -335,25 +335,23 @@ void ProfileWindowTest::restoredTargetIsKeptThoughNothingWasHeard() {
     TestWindow t(tWorld);
     t.LoadAndShow();
     t.StartBoth();
-    t.FeedLine(0, "!AIVDM,1,1,,A,15M67F@uQqG?w<hK?Mu8iFv00000,0*7B");
+    t.FeedLine(0, AnyReport);
     t.Synchronize();
     QCOMPARE(t.cmbTargetTarget.currentText(), QStringLiteral("123456789"));
 }
 
 void ProfileWindowTest::windowPlaceIsInTwips() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.resize(800, 500);
     t.move(31, 47);
     QCoreApplication::processEvents();
     t.close();
-    const std::string sText = tWorld.ReadFile(tWorld.ProfileFile());
+    const std::string sText = t.tWorld.ReadFile(t.tWorld.ProfileFile());
     const std::string sPlace = "[Window Data]\r\nTop=" + std::to_string(47 * 15) +
                                "\r\nLeft=" + std::to_string(31 * 15) + "\r\nHeight=" + std::to_string(500 * 15) +
                                "\r\nWidth=" + std::to_string(800 * 15) + "\r\n";
     QVERIFY2(sText.ends_with(sPlace), sText.c_str());
-    TestWindow tAgain(tWorld);
+    TestWindow tAgain(t.tWorld);
     tAgain.LoadAndShow();
     QCOMPARE(tAgain.size(), QSize(800, 500));
     QCOMPARE(tAgain.pos(), QPoint(31, 47));
@@ -391,21 +389,17 @@ void ProfileWindowTest::valuesAreReplacedNotAdded() {
 }
 
 void ProfileWindowTest::missingProfileIsCreatedAtTheFirstUnload() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
-    QVERIFY(!QFile::exists(tWorld.ProfileFile()));
+    ShownWindow t;
+    QVERIFY(!QFile::exists(t.tWorld.ProfileFile()));
     t.close();
-    QVERIFY(QFile::exists(tWorld.ProfileFile()));
+    QVERIFY(QFile::exists(t.tWorld.ProfileFile()));
 }
 
 void ProfileWindowTest::profileThatCannotBeWrittenIsSilent() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
-    t.m_sProfileFile = tWorld.Path(QStringLiteral("gone/tidewatch.Ini"));
+    ShownWindow t;
+    t.m_sProfileFile = t.tWorld.Path(QStringLiteral("gone/tidewatch.Ini"));
     QVERIFY(t.close());
-    QVERIFY(tWorld.sMessages.isEmpty());
+    QVERIFY(t.tWorld.sMessages.isEmpty());
 }
 
 void ProfileWindowTest::fullDiskLeavesTheProfileAsItWas_data() {
@@ -452,9 +446,7 @@ void ProfileWindowTest::maximisedWindowKeepsTheLastNormalPlace() {
 }
 
 void ProfileWindowTest::choicesOfTheSessionAreNotSaved() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.chkOutputRMC.setChecked(true);
     t.chkTargetTrack.setChecked(true);
     t.cmbTargetSort.SetListIndex(2);
@@ -462,8 +454,8 @@ void ProfileWindowTest::choicesOfTheSessionAreNotSaved() {
     t.txtRxNasaChannel.SetText("B");
     t.txtRxNasaInterval.SetText("5");
     t.close();
-    QCOMPARE(Keys(tWorld.ReadFile(tWorld.ProfileFile())), AllKeys());
-    TestWindow tAgain(tWorld);
+    QCOMPARE(Keys(t.tWorld.ReadFile(t.tWorld.ProfileFile())), AllKeys());
+    TestWindow tAgain(t.tWorld);
     tAgain.LoadAndShow();
     QVERIFY(!tAgain.chkOutputRMC.isChecked());
     QVERIFY(!tAgain.chkTargetTrack.isChecked());
@@ -474,31 +466,26 @@ void ProfileWindowTest::choicesOfTheSessionAreNotSaved() {
 }
 
 void ProfileWindowTest::portsAreClosedBeforeTheProfileIsWritten() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
-    tWorld.tFileAnswers = {tWorld.Path(QStringLiteral("record.txt"))};
-    t.Press("Record");
+    t.PressWithFile("Record", t.tWorld.Path(QStringLiteral("record.txt")));
     t.FeedLine(0, "$GPGLL,4916.45,N,12311.12,W,225444,A");
     // Where nothing can be written the unload must have closed the ports all the same.
-    t.m_sProfileFile = tWorld.Path(QStringLiteral("gone/tidewatch.Ini"));
+    t.m_sProfileFile = t.tWorld.Path(QStringLiteral("gone/tidewatch.Ini"));
     t.close();
     QVERIFY(!t.MSComm(0).PortOpen());
     QVERIFY(!t.MSComm(1).PortOpen());
     QVERIFY(!t.m_bRecording);
-    QCOMPARE(Bytes(tWorld.ReadFile(tWorld.Path(QStringLiteral("record.txt")))),
+    QCOMPARE(Bytes(t.tWorld.ReadFile(t.tWorld.Path(QStringLiteral("record.txt")))),
              QByteArray("05/15/2011 12:00:00 $GPGLL,4916.45,N,12311.12,W,225444,A\r\n"));
 }
 
 void ProfileWindowTest::closingTheWindowSavesOnce() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.close();
-    QVERIFY(QFile::remove(tWorld.ProfileFile()));
+    QVERIFY(QFile::remove(t.tWorld.ProfileFile()));
     t.Form_Unload();
-    QVERIFY(!QFile::exists(tWorld.ProfileFile()));
+    QVERIFY(!QFile::exists(t.tWorld.ProfileFile()));
 }
 
 void ProfileWindowTest::nothingIsSavedBeforeTheWindowCloses() {

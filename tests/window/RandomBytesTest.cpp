@@ -5,14 +5,14 @@
 #include <array>
 #include <string>
 
-#include "tests/support/TestWindow.h"
+#include "tests/window/Bench.h"
 #include "tests/window/Shown.h"
 
 namespace {
 
 using support::Dice;
+using support::ShownWindow;
 using support::TestWindow;
-using support::World;
 
 constexpr int Steps = 15000;
 constexpr int CheckEvery = 100;
@@ -146,9 +146,7 @@ void RandomBytesTest::theWindowGoesOnWhateverArrives_data() {
 void RandomBytesTest::theWindowGoesOnWhateverArrives() {
     QFETCH(std::uint32_t, lSeed);
     Dice tDice(lSeed);
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.txtOutputPort.SetText("3");
     t.StartBoth();
     for (int i = 1; i <= Steps; ++i) {

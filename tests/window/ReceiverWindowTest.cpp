@@ -1,7 +1,7 @@
 // The receiver board: its signal sentence in the logs and in the table, and the two commands sent to it.
 #include <QTest>
 
-#include "tests/support/AisEncoder.h"
+#include "tests/window/Bench.h"
 #include "tests/window/Shown.h"
 
 using namespace support;
@@ -10,18 +10,12 @@ namespace {
 
 std::string Report(std::uint32_t lMmsi, char cChannel = 'A') { return AisSentence(AisOther(11, lMmsi), cChannel); }
 
-struct Listening {
-    World tWorld;
-    TestWindow t{tWorld};
-    Listening() {
-        t.LoadAndShow();
-        t.StartBoth();
-    }
-    QStringList RxLog() { return support::Log(t, t.lstRxData); }
-    QStringList AisLog() { return support::Log(t, t.lstAisData); }
-    QByteArray Sent(app::PortIndex i = 0) { return Bytes(t.Device(t.MSComm(i))->Written()); }
+struct Receiver : Listening {
+    QStringList RxLog() { return support::Log(*this, lstRxData); }
+    QStringList AisLog() { return support::Log(*this, lstAisData); }
+    QByteArray Sent(app::PortIndex i = 0) { return Bytes(Device(MSComm(i))->Written()); }
     void ClickOn(QWidget& tButton) {
-        t.SSTab.SetTab(ui::TabReceiver);
+        SSTab.SetTab(ui::TabReceiver);
         QTest::mouseClick(&tButton, Qt::LeftButton);
     }
 };
@@ -82,23 +76,21 @@ void ReceiverWindowTest::badFieldIsNamed_data() {
 void ReceiverWindowTest::badFieldIsNamed() {
     QFETCH(QByteArray, sSentence);
     QFETCH(QByteArray, sField);
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Receiver t;
     t.FeedLine(0, Report(1));
     t.FeedLine(0, View(sSentence));
-    QCOMPARE(tListening.RxLog(), Texts({("Error - " + sField + ", " + sSentence).toStdString()}));
-    QCOMPARE(tListening.AisLog().size(), 1);
+    QCOMPARE(t.RxLog(), Texts({("Error - " + sField + ", " + sSentence).toStdString()}));
+    QCOMPARE(t.AisLog().size(), 1);
     for (const int iCol : {3, 4, 5}) QCOMPARE(Cell(t, 1, iCol), QByteArray());
 }
 
 void ReceiverWindowTest::levelsBehindAMessageAreTiedToIt() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Receiver t;
     t.FeedLine(0, Report(1, 'B'));
     t.Advance(2);
     t.FeedLine(0, WithChecksum("$PNMLS,29,19,3"));
-    QCOMPARE(tListening.RxLog(), Texts({"Time=12:00:00, Ch= B, Sig=29, Thr=19, Int=3"}));
-    QCOMPARE(tListening.AisLog(), Texts({"Time=12:00:00, Ch=B, Id=11, MMSI=1", "   Sig=29, Thr=19, Int=3"}));
+    QCOMPARE(t.RxLog(), Texts({"Time=12:00:00, Ch= B, Sig=29, Thr=19, Int=3"}));
+    QCOMPARE(t.AisLog(), Texts({"Time=12:00:00, Ch=B, Id=11, MMSI=1", "   Sig=29, Thr=19, Int=3"}));
     QCOMPARE(Cell(t, 1, targets::ColSignal), QByteArray("29"));
     QCOMPARE(Cell(t, 1, targets::ColThreshold), QByteArray("19"));
     QCOMPARE(Cell(t, 1, targets::ColSnr), QByteArray("10"));
@@ -106,14 +98,13 @@ void ReceiverWindowTest::levelsBehindAMessageAreTiedToIt() {
 }
 
 void ReceiverWindowTest::levelsBehindOtherLinesStandAlone() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Receiver t;
     t.FeedLine(0, Report(1, 'B'));
     t.FeedLine(0, "$GPZDA,1");
     t.Advance(2);
     t.FeedLine(0, WithChecksum("$PNMLS,29,19,3"));
-    QCOMPARE(tListening.RxLog(), Texts({"Time=12:00:02, Sig=29, Thr=19, Int=3"}));
-    QCOMPARE(tListening.AisLog().last(), QStringLiteral("   Sig=29, Thr=19, Int=3"));
+    QCOMPARE(t.RxLog(), Texts({"Time=12:00:02, Sig=29, Thr=19, Int=3"}));
+    QCOMPARE(t.AisLog().last(), QStringLiteral("   Sig=29, Thr=19, Int=3"));
     for (const int iCol : {3, 4, 5}) QCOMPARE(Cell(t, 1, iCol), QByteArray());
 }
 
@@ -143,24 +134,22 @@ void ReceiverWindowTest::levelsShowRawOrInDbm() {
     QFETCH(bool, bPower);
     QFETCH(QByteArray, sLine);
     QFETCH(QByteArray, sSnr);
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Receiver t;
     t.chkRxNasaPower.setChecked(bPower);
     t.FeedLine(0, Report(1));
     t.FeedLine(0, WithChecksum("$PNMLS," + sFields.toStdString()));
-    QCOMPARE(tListening.RxLog().last().toLatin1(), "Time=12:00:00, Ch= A, " + sLine);
-    QCOMPARE(tListening.AisLog().last().toLatin1(), "   " + sLine);
+    QCOMPARE(t.RxLog().last().toLatin1(), "Time=12:00:00, Ch= A, " + sLine);
+    QCOMPARE(t.AisLog().last().toLatin1(), "   " + sLine);
     QCOMPARE(Cell(t, 1, targets::ColSnr), sSnr);
     QCOMPARE("Sig=" + Cell(t, 1, 3) + ", Thr=" + Cell(t, 1, 4) + ", ", sLine.left(sLine.indexOf("Int=")));
 }
 
 void ReceiverWindowTest::powerBoxActsOnTheNextSentence() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Receiver t;
     QVERIFY(t.chkRxNasaPower.isEnabled());
     t.FeedLine(0, Report(1));
     t.FeedLine(0, WithChecksum("$PNMLS,40,19,3"));
-    tListening.t.SSTab.SetTab(ui::TabReceiver);
+    t.SSTab.SetTab(ui::TabReceiver);
     QTest::keyClick(&t.chkRxNasaPower, Qt::Key_Space);
     QCOMPARE(Cell(t, 1, targets::ColSignal), QByteArray("40"));
     t.FeedLine(0, Report(2));
@@ -179,8 +168,7 @@ void ReceiverWindowTest::levelsReachTheNewestRowHoweverSorted_data() {
 void ReceiverWindowTest::levelsReachTheNewestRowHoweverSorted() {
     QFETCH(int, iSort);
     QFETCH(QStringList, sOrder);
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Receiver t;
     t.cmbTargetSort.SetListIndex(iSort);
     const std::vector<std::pair<std::uint32_t, int>> tHeard = {{300, 41}, {100, 38}, {400, 25}, {200, 47}};
     for (const auto& [lMmsi, iLevel] : tHeard) {
@@ -197,8 +185,7 @@ void ReceiverWindowTest::levelsReachTheNewestRowHoweverSorted() {
 }
 
 void ReceiverWindowTest::levelsReachTheRowAfterPruning() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Receiver t;
     for (std::uint32_t i = 0; i < 300; ++i) t.FeedLine(0, Report(1000 - i));
     t.FeedLine(0, WithChecksum("$PNMLS,33,19,3"));
     // The newest has the smallest MMSI: it stands on top.
@@ -208,52 +195,49 @@ void ReceiverWindowTest::levelsReachTheRowAfterPruning() {
 }
 
 void ReceiverWindowTest::levelsAfterAClearTouchNothing() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Receiver t;
     for (std::uint32_t i = 0; i < 5; ++i) t.FeedLine(0, Report(i));
     t.Press(ui::KeyStop);
     // A burst keeps the port's flag: its first line belongs to the message before the clear.
-    const QString sFile = tListening.tWorld.Path(QStringLiteral("played.txt"));
-    tListening.tWorld.WriteFile(sFile, "05/15/2011 12:00:00 " + WithChecksum("$PNMLS,29,19,3") + "\r\n");
-    tListening.tWorld.tFileAnswers.push_back(sFile);
+    const QString sFile = t.tWorld.Path(QStringLiteral("played.txt"));
+    t.tWorld.WriteFile(sFile, "05/15/2011 12:00:00 " + WithChecksum("$PNMLS,29,19,3") + "\r\n");
+    t.tWorld.tFileAnswers.push_back(sFile);
     t.Press(ui::KeyPlaybackBurst);
     QCOMPARE(t.grdTargetData.Cells.Rows(), 1);
     QCOMPARE(Bytes(t.Cell(t.grdTargetData, 0, targets::ColSignal)), QByteArray("Signal"));
-    QCOMPARE(tListening.RxLog().size(), 1);
-    QVERIFY(tListening.RxLog().at(0).contains(QLatin1String("Ch= A")));
+    QCOMPARE(t.RxLog().size(), 1);
+    QVERIFY(t.RxLog().at(0).contains(QLatin1String("Ch= A")));
 }
 
 void ReceiverWindowTest::levelsOfOnePortReachTheNewestMessageOfAny() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Receiver t;
     t.FeedLine(0, Report(100, 'A'));
     t.Advance(3);
     t.FeedLine(1, Report(200, 'B'));
     t.FeedLine(0, WithChecksum("$PNMLS,29,19,3"));
-    QCOMPARE(tListening.RxLog(), Texts({"Time=12:00:03, Ch= B, Sig=29, Thr=19, Int=3"}));
+    QCOMPARE(t.RxLog(), Texts({"Time=12:00:03, Ch= B, Sig=29, Thr=19, Int=3"}));
     QCOMPARE(Column(t, targets::ColSignal), Texts({"", "29"}));
 }
 
 void ReceiverWindowTest::secondSentenceInARowStandsAlone() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Receiver t;
     t.FeedLine(0, Report(100));
     t.FeedLine(0, WithChecksum("$PNMLS,29,19,3"));
     t.FeedLine(0, WithChecksum("$PNMLS,45,19,3"));
-    QCOMPARE(tListening.RxLog().last(), QStringLiteral("Time=12:00:00, Sig=45, Thr=19, Int=3"));
+    QCOMPARE(t.RxLog().last(), QStringLiteral("Time=12:00:00, Sig=45, Thr=19, Int=3"));
     QCOMPARE(Cell(t, 1, targets::ColSignal), QByteArray("29"));
 }
 
 void ReceiverWindowTest::receiverLogKeeps101Lines() {
-    Listening tListening;
+    Receiver t;
     QStringList sExpected;
     for (int i = 0; i < 140; ++i) {
-        tListening.t.FeedLine(0, WithChecksum("$PNMLS," + std::to_string(i) + ",19,3"));
+        t.FeedLine(0, WithChecksum("$PNMLS," + std::to_string(i) + ",19,3"));
         sExpected << QStringLiteral("Time=12:00:00, Sig=%1, Thr=19, Int=3").arg(i);
     }
-    QCOMPARE(tListening.RxLog(), sExpected.mid(39));
-    QCOMPARE(tListening.t.lstRxData.currentIndex().row(), 100);
-    QCOMPARE(tListening.AisLog().size(), 101);
+    QCOMPARE(t.RxLog(), sExpected.mid(39));
+    QCOMPARE(t.lstRxData.currentIndex().row(), 100);
+    QCOMPARE(t.AisLog().size(), 101);
 }
 
 void ReceiverWindowTest::channelCommandIsSent_data() {
@@ -265,10 +249,10 @@ void ReceiverWindowTest::channelCommandIsSent_data() {
 
 void ReceiverWindowTest::channelCommandIsSent() {
     QFETCH(QByteArray, sChannel);
-    Listening tListening;
-    tListening.t.txtRxNasaChannel.SetText(View(sChannel));
-    tListening.ClickOn(tListening.t.cmdRxNasaChannel);
-    QCOMPARE(tListening.Sent(), Bytes(WithChecksum("$PNMLC," + sChannel.toStdString()) + "\r\n"));
+    Receiver t;
+    t.txtRxNasaChannel.SetText(View(sChannel));
+    t.ClickOn(t.cmdRxNasaChannel);
+    QCOMPARE(t.Sent(), Bytes(WithChecksum("$PNMLC," + sChannel.toStdString()) + "\r\n"));
 }
 
 void ReceiverWindowTest::intervalCommandIsSent_data() {
@@ -286,12 +270,12 @@ void ReceiverWindowTest::intervalCommandIsSent_data() {
 void ReceiverWindowTest::intervalCommandIsSent() {
     QFETCH(QByteArray, sInterval);
     QFETCH(int, iCode);
-    Listening tListening;
-    tListening.t.txtRxNasaInterval.SetText(View(sInterval));
-    tListening.ClickOn(tListening.t.cmdRxNasaInterval);
+    Receiver t;
+    t.txtRxNasaInterval.SetText(View(sInterval));
+    t.ClickOn(t.cmdRxNasaInterval);
     const std::string sBody = "$PNMLT," + std::string(1, static_cast<char>(iCode));
-    QCOMPARE(tListening.Sent(), Bytes(WithChecksum(sBody) + "\r\n"));
-    QCOMPARE(Panel(tListening.t, ui::PanelSummary), QByteArray());
+    QCOMPARE(t.Sent(), Bytes(WithChecksum(sBody) + "\r\n"));
+    QCOMPARE(Panel(t, ui::PanelSummary), QByteArray());
 }
 
 void ReceiverWindowTest::badIntervalSendsNothing_data() {
@@ -303,17 +287,15 @@ void ReceiverWindowTest::badIntervalSendsNothing_data() {
 
 void ReceiverWindowTest::badIntervalSendsNothing() {
     QFETCH(QByteArray, sInterval);
-    Listening tListening;
-    tListening.t.txtRxNasaInterval.SetText(View(sInterval));
-    tListening.ClickOn(tListening.t.cmdRxNasaInterval);
-    QCOMPARE(tListening.Sent(), QByteArray());
-    QVERIFY(Panel(tListening.t, ui::PanelSummary).contains("Interval"));
+    Receiver t;
+    t.txtRxNasaInterval.SetText(View(sInterval));
+    t.ClickOn(t.cmdRxNasaInterval);
+    QCOMPARE(t.Sent(), QByteArray());
+    QVERIFY(Panel(t, ui::PanelSummary).contains("Interval"));
 }
 
 void ReceiverWindowTest::closedPortSendsNothing() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.cmdRxNasaChannel.click();
     QVERIFY(!Panel(t, ui::PanelSummary).isEmpty());
     // Running, but without the receiver's port.
@@ -328,9 +310,7 @@ void ReceiverWindowTest::closedPortSendsNothing() {
 }
 
 void ReceiverWindowTest::commandsGoToInputOneOnly() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.chkOutputEnabled.setChecked(true);
     t.txtOutputPort.SetText("3");
     t.StartBoth();
@@ -344,103 +324,98 @@ void ReceiverWindowTest::commandsGoToInputOneOnly() {
 }
 
 void ReceiverWindowTest::everyCharacterIsFollowedByAPause() {
-    Listening tListening;
+    Receiver t;
     std::vector<double> dWhen;  // the clock as each character was seen first
-    tListening.tWorld.tYield = [&] {
-        const auto lSent = static_cast<std::size_t>(tListening.Sent().size());
-        while (dWhen.size() < lSent) dWhen.push_back(tListening.tWorld.dTimer);
+    t.tWorld.tYield = [&] {
+        const auto lSent = static_cast<std::size_t>(t.Sent().size());
+        while (dWhen.size() < lSent) dWhen.push_back(t.tWorld.dTimer);
     };
-    tListening.t.cmdRxNasaChannel.click();
-    const QByteArray sSent = tListening.Sent();
+    t.cmdRxNasaChannel.click();
+    const QByteArray sSent = t.Sent();
     QCOMPARE(dWhen.size(), static_cast<std::size_t>(sSent.size()));
-    dWhen.push_back(tListening.tWorld.dTimer);  // the last one waits as well
+    dWhen.push_back(t.tWorld.dTimer);  // the last one waits as well
     for (std::size_t i = 1; i < dWhen.size(); ++i) QVERIFY(dWhen[i] - dWhen[i - 1] > 0.0099);
 }
 
 void ReceiverWindowTest::pauseEndsAlsoAcrossMidnight() {
-    Listening tListening;
+    Receiver t;
     int iYields = 0;
-    tListening.tWorld.tYield = [&] { ++iYields; };
-    tListening.tWorld.dTimer = 86399.95;
-    tListening.t.cmdRxNasaChannel.click();
-    QCOMPARE(tListening.Sent(), Bytes(WithChecksum("$PNMLC,S") + "\r\n"));
-    QVERIFY(tListening.tWorld.dTimer < 1);
+    t.tWorld.tYield = [&] { ++iYields; };
+    t.tWorld.dTimer = 86399.95;
+    t.cmdRxNasaChannel.click();
+    QCOMPARE(t.Sent(), Bytes(WithChecksum("$PNMLC,S") + "\r\n"));
+    QVERIFY(t.tWorld.dTimer < 1);
     QVERIFY(iYields < 100);
 }
 
 void ReceiverWindowTest::inputIsTakenWhileSending() {
-    Listening tListening;
+    Receiver t;
     bool bFed = false;
-    tListening.tWorld.tYield = [&] {
-        if (!std::exchange(bFed, true)) tListening.t.FeedLine(0, Report(1));
+    t.tWorld.tYield = [&] {
+        if (!std::exchange(bFed, true)) t.FeedLine(0, Report(1));
     };
-    tListening.t.cmdRxNasaChannel.click();
-    QCOMPARE(tListening.AisLog().size(), 1);
-    QCOMPARE(tListening.Sent(), Bytes(WithChecksum("$PNMLC,S") + "\r\n"));
+    t.cmdRxNasaChannel.click();
+    QCOMPARE(t.AisLog().size(), 1);
+    QCOMPARE(t.Sent(), Bytes(WithChecksum("$PNMLC,S") + "\r\n"));
 }
 
 void ReceiverWindowTest::secondPressDoesNotMixTwoCommands() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Receiver t;
     int iYields = 0;
-    tListening.tWorld.tYield = [&] {
+    t.tWorld.tYield = [&] {
         if (++iYields == 5) t.cmdRxNasaInterval.click();
         if (iYields == 9) t.cmdRxNasaChannel.click();
     };
     t.cmdRxNasaChannel.click();
     QVERIFY(iYields > 9);
-    QCOMPARE(tListening.Sent(), Bytes(WithChecksum("$PNMLC,S") + "\r\n"));
+    QCOMPARE(t.Sent(), Bytes(WithChecksum("$PNMLC,S") + "\r\n"));
     QVERIFY(!Panel(t, ui::PanelSummary).isEmpty());
     // And afterwards the button works again.
-    tListening.tWorld.tYield = [] {};
-    const QByteArray sBefore = tListening.Sent();
+    t.tWorld.tYield = [] {};
+    const QByteArray sBefore = t.Sent();
     t.cmdRxNasaInterval.click();
-    QCOMPARE(tListening.Sent(), sBefore + Bytes(WithChecksum("$PNMLT,\x03") + "\r\n"));
+    QCOMPARE(t.Sent(), sBefore + Bytes(WithChecksum("$PNMLT,\x03") + "\r\n"));
 }
 
 void ReceiverWindowTest::commandThatThePortTakesNoMoreSaysSo() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    tListening.tWorld.tYield = [&] {
-        if (tListening.Sent().size() == 5) t.Device(t.MSComm(0))->Stick(1000000);
+    Receiver t;
+    t.tWorld.tYield = [&] {
+        if (t.Sent().size() == 5) t.Device(t.MSComm(0))->Stick(1000000);
     };
     t.cmdRxNasaChannel.click();
-    QCOMPARE(tListening.Sent(), QByteArray("$PNML"));
+    QCOMPARE(t.Sent(), QByteArray("$PNML"));
     QCOMPARE(Panel(t, ui::PanelSummary), QByteArray("Receiver - The command was cut off, input #1 takes no more"));
 }
 
 void ReceiverWindowTest::stopEndsTheSending() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Receiver t;
     int iYields = 0;
-    tListening.tWorld.tYield = [&] {
+    t.tWorld.tYield = [&] {
         if (++iYields == 5) t.Press(ui::KeyStop);
     };
     t.cmdRxNasaChannel.click();
     QCOMPARE(Panel(t, ui::PanelState), QByteArray("Stopped"));
-    const QByteArray sPart = tListening.Sent();
+    const QByteArray sPart = t.Sent();
     QVERIFY(!sPart.isEmpty() && sPart.size() < 5);
     t.Press(ui::KeyStart);
     t.cmdRxNasaChannel.click();
-    QVERIFY(tListening.Sent().endsWith(Bytes(WithChecksum("$PNMLC,S") + "\r\n")));
+    QVERIFY(t.Sent().endsWith(Bytes(WithChecksum("$PNMLC,S") + "\r\n")));
 }
 
 void ReceiverWindowTest::closingTheWindowEndsTheSending() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Receiver t;
     int iYields = 0;
-    tListening.tWorld.tYield = [&] {
+    t.tWorld.tYield = [&] {
         if (++iYields == 5) t.close();
     };
     t.cmdRxNasaChannel.click();
     QVERIFY(!t.isVisible());
     QVERIFY(!t.MSComm(0).PortOpen());
-    QVERIFY(tListening.Sent().size() < 5);
+    QVERIFY(t.Sent().size() < 5);
 }
 
 void ReceiverWindowTest::frameShowsCalibrationAndTips() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Receiver t;
     QStringList sLabels;
     for (const QLabel* p : t.frmRxNasa.findChildren<QLabel*>()) sLabels << p->text();
     for (const char* sLabel : {"19=1uV=-107dBm", "29=10 uV=-87dBm", "40=100uV=-67dBm"}) {
@@ -455,10 +430,10 @@ void ReceiverWindowTest::frameShowsCalibrationAndTips() {
 }
 
 void ReceiverWindowTest::firstTextsAreTheDefaults() {
-    Listening tListening;
-    QCOMPARE(tListening.t.txtRxNasaChannel.text(), QStringLiteral("S"));
-    QCOMPARE(tListening.t.txtRxNasaInterval.text(), QStringLiteral("3"));
-    QVERIFY(!tListening.t.chkRxNasaPower.isChecked());
+    Receiver t;
+    QCOMPARE(t.txtRxNasaChannel.text(), QStringLiteral("S"));
+    QCOMPARE(t.txtRxNasaInterval.text(), QStringLiteral("3"));
+    QVERIFY(!t.chkRxNasaPower.isChecked());
 }
 
 QTEST_MAIN(ReceiverWindowTest)

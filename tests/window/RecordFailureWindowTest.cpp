@@ -9,15 +9,15 @@
 
 #include "tests/support/FullDisk.h"
 #include "tests/support/PrintString.h"
-#include "tests/window/Recording.h"
+#include "tests/window/Bench.h"
 
+using support::AnyReport;
 using support::Bytes;
 using support::FullDisk;
 using support::Recording;
 
 namespace {
 
-constexpr const char* Report = support::RecordedReport;
 const std::string Gone = "The file is no longer there";
 
 using Log = std::vector<std::string>;
@@ -66,7 +66,7 @@ void RecordFailureWindowTest::fullDiskEndsTheRecordingOnly() {
     tWorld.tFileAnswers = {QStringLiteral("/dev/full")};
     t.Press("Record");
     QCOMPARE(t.Panel(1), std::string("Record"));
-    t.FeedLine(0, Report);
+    t.FeedLine(0, AnyReport);
     if (byStop) {
         t.Press("Stop");
         QCOMPARE(t.Panel(1), std::string("Stopped"));
@@ -81,10 +81,10 @@ void RecordFailureWindowTest::fullDiskEndsTheRecordingOnly() {
     QVERIFY(!t.m_bRecording);
     QVERIFY(!t.Toolbar.Action(QStringLiteral("Record")).isChecked());
     QCOMPARE(t.grdTargetData.Cells.Rows(), 2);
-    QCOMPARE(t.Lines(t.lstCommData(0)).front(), std::string(Report));
+    QCOMPARE(t.Lines(t.lstCommData(0)).front(), std::string(AnyReport));
     QVERIFY(tWorld.sMessages.isEmpty());
     if (byStop) return;
-    t.FeedLine(0, Report);  // the run goes on
+    t.FeedLine(0, AnyReport);  // the run goes on
     t.Advance(1);
     QCOMPARE(t.Panel(2), std::string("1 Targets, 2 Messages"));
     QCOMPARE(t.Panel(1), std::string("Running"));
@@ -92,12 +92,12 @@ void RecordFailureWindowTest::fullDiskEndsTheRecordingOnly() {
 
 void RecordFailureWindowTest::diskThatFillsUpKeepsWhatItHas() {
     Recording r;
-    const QByteArray sLine = QByteArray("05/15/2011 12:00:00 ") + Report + "\r\n";
+    const QByteArray sLine = QByteArray("05/15/2011 12:00:00 ") + AnyReport + "\r\n";
     constexpr int Limit = 20000;
     {
         const FullDisk tFull(Limit);
         for (int i = 0; i < 1000; ++i) {
-            r.t.FeedLine(0, Report);
+            r.t.FeedLine(0, AnyReport);
             if (i % 100 == 99) r.t.tmrTime_Timer();
         }
     }
@@ -111,7 +111,7 @@ void RecordFailureWindowTest::recordingCanBeginAnewAfterAFullDisk() {
     Recording r;
     {
         const FullDisk tFull(10);
-        r.t.FeedLine(0, Report);
+        r.t.FeedLine(0, AnyReport);
         r.t.Advance(1);
     }
     QVERIFY(!r.t.m_bRecording);
@@ -134,20 +134,20 @@ void RecordFailureWindowTest::failureStaysInTheRawLog() {
     QFETCH(bool, byStop);
     Recording r(QStringLiteral("/dev/full"));
     r.t.FeedLine(1, "$GPZDA,1");
-    r.t.FeedLine(1, Report);
+    r.t.FeedLine(1, AnyReport);
     if (byStop) {
         r.t.Press("Stop");
     } else {
         r.t.Advance(1);
         QCOMPARE(r.t.Panel(2), std::string("Record - No space left on device"));
-        r.t.FeedLine(0, Report);  // takes the panel
+        r.t.FeedLine(0, AnyReport);  // takes the panel
         QCOMPARE(r.t.Panel(2), std::string("1 Targets, 2 Messages"));
     }
     Log sExpected = {"<<Record - No space left on device>>"};
-    if (!byStop) sExpected.emplace_back(Report);
+    if (!byStop) sExpected.emplace_back(AnyReport);
     QCOMPARE(r.t.Lines(r.t.lstCommData(0)), sExpected);
     QVERIFY(!r.t.Marks(r.t.lstCommData(0)).front());
-    QCOMPARE(r.t.Lines(r.t.lstCommData(1)), (Log{"$GPZDA,1", Report}));
+    QCOMPARE(r.t.Lines(r.t.lstCommData(1)), (Log{"$GPZDA,1", AnyReport}));
 }
 
 void RecordFailureWindowTest::noticeIsNeitherRecordedNorForwarded() {
@@ -162,15 +162,15 @@ void RecordFailureWindowTest::noticeIsNeitherRecordedNorForwarded() {
     tWorld.tFileAnswers = {sFile, sSecond};
     t.Press("Record");
     Remove(sFile);
-    t.FeedLine(0, Report);
+    t.FeedLine(0, AnyReport);
     t.Advance(1);
     QCOMPARE(t.LastLine(t.lstCommData(0)), "<<Record - " + Gone + ">>");
     t.Press("Record");
     t.FeedLine(0, "$PNMLS,1,1,1*");
     const std::string sWritten = t.Device(t.MSCommOutput)->Written();
     t.Press("Stop");
-    QCOMPARE(t.Lines(t.lstOutputData), (Log{Report, "$PNMLS,1,1,1*"}));
-    QCOMPARE(sWritten, std::string(Report) + "\r\n$PNMLS,1,1,1*\r\n");
+    QCOMPARE(t.Lines(t.lstOutputData), (Log{AnyReport, "$PNMLS,1,1,1*"}));
+    QCOMPARE(sWritten, std::string(AnyReport) + "\r\n$PNMLS,1,1,1*\r\n");
     QCOMPARE(Bytes(tWorld.ReadFile(sSecond)), QByteArray("05/15/2011 12:00:01 $PNMLS,1,1,1*\r\n"));
 }
 
@@ -195,7 +195,7 @@ void RecordFailureWindowTest::fileThatIsGoneEndsTheRecording_data() {
 void RecordFailureWindowTest::fileThatIsGoneEndsTheRecording() {
     QFETCH(Happening, happening);
     Recording r(QStringLiteral("sub/record.txt"));
-    r.t.FeedLine(0, Report);
+    r.t.FeedLine(0, AnyReport);
     r.t.Advance(2);
     QVERIFY(r.t.m_bRecording);
     happening(r);
@@ -203,19 +203,19 @@ void RecordFailureWindowTest::fileThatIsGoneEndsTheRecording() {
     QVERIFY(!r.t.m_bRecording);
     QCOMPARE(r.t.Panel(1), std::string("Running"));
     QCOMPARE(r.t.Panel(2), "Record - " + Gone);
-    QCOMPARE(r.t.Lines(r.t.lstCommData(0)), (Log{Report, "<<Record - " + Gone + ">>"}));
+    QCOMPARE(r.t.Lines(r.t.lstCommData(0)), (Log{AnyReport, "<<Record - " + Gone + ">>"}));
     QVERIFY(r.t.Toolbar.Action(QStringLiteral("Record")).isEnabled());
     QVERIFY(!r.t.Toolbar.Action(QStringLiteral("Record")).isChecked());
     r.t.Advance(5);
     QCOMPARE(r.t.Lines(r.t.lstCommData(0)).size(), std::size_t{2});  // told once
-    r.t.FeedLine(0, Report);                                         // the run goes on
+    r.t.FeedLine(0, AnyReport);                                      // the run goes on
     QCOMPARE(r.t.Panel(2), std::string("1 Targets, 2 Messages"));
     QVERIFY(r.tWorld.sMessages.isEmpty());
 }
 
 void RecordFailureWindowTest::fileThatIsGoneIsToldAtTheStop() {
     Recording r;
-    r.t.FeedLine(0, Report);
+    r.t.FeedLine(0, AnyReport);
     Remove(r.sFile);
     r.t.Press("Stop");
     QCOMPARE(r.t.Panel(1), std::string("Stopped"));
@@ -248,11 +248,11 @@ void RecordFailureWindowTest::mediumThatIsGoneEndsTheRecording() {
         QSKIP("no right to mount here");
     }
     Recording r(tStick.filePath(QStringLiteral("record.txt")));
-    r.t.FeedLine(0, Report);
+    r.t.FeedLine(0, AnyReport);
     r.t.Advance(2);
     QVERIFY(r.t.m_bRecording);
     QCOMPARE(::umount2(sStick.constData(), MNT_DETACH), 0);
-    r.t.FeedLine(0, Report);
+    r.t.FeedLine(0, AnyReport);
     r.t.Advance(1);
     QVERIFY(!r.t.m_bRecording);
     QCOMPARE(r.t.LastLine(r.t.lstCommData(0)), "<<Record - " + Gone + ">>");

@@ -4,21 +4,20 @@
 #include <QProcess>
 #include <QTest>
 
-#include "tests/support/AisEncoder.h"
 #include "tests/support/Bytes.h"
 #include "tests/support/PrintString.h"
-#include "tests/support/TestWindow.h"
-#include "tests/window/Recording.h"
+#include "tests/window/Bench.h"
 #include "tests/window/RecordingChild.h"
 
+using support::AnyReport;
 using support::Bytes;
 using support::Recording;
+using support::ShownWindow;
 using support::TestWindow;
 using support::World;
 
 namespace {
 
-constexpr const char* Report = support::RecordedReport;
 constexpr int Patience = 60000;  // milliseconds until a wait is given up
 
 }  // namespace
@@ -49,14 +48,12 @@ private slots:
 };
 
 void RecordWindowTest::dialogAsksForAFileToSave() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
-    tWorld.tFileAnswers = {std::nullopt};
+    t.tWorld.tFileAnswers = {std::nullopt};
     t.Press("Record");
-    QCOMPARE(tWorld.tDialogs.size(), std::size_t{1});
-    const toolkit::FileRequest& tRequest = tWorld.tDialogs.front();
+    QCOMPARE(t.tWorld.tDialogs.size(), std::size_t{1});
+    const toolkit::FileRequest& tRequest = t.tWorld.tDialogs.front();
     QVERIFY(tRequest.bSave);  // asks before an existing file is replaced
     QCOMPARE(tRequest.sTitle, QStringLiteral("Tidewatch - Save As"));
     QCOMPARE(tRequest.sFileName, QStringLiteral("Tidewatch.Txt"));
@@ -65,28 +62,24 @@ void RecordWindowTest::dialogAsksForAFileToSave() {
 }
 
 void RecordWindowTest::dialogTitleCarriesThePresentCaption() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
     t.setWindowTitle(QStringLiteral("Tidewatch - night.txt"));
-    tWorld.tFileAnswers = {std::nullopt};
+    t.tWorld.tFileAnswers = {std::nullopt};
     t.Press("Record");
-    QCOMPARE(tWorld.tDialogs.front().sTitle, QStringLiteral("Tidewatch - night.txt - Save As"));
+    QCOMPARE(t.tWorld.tDialogs.front().sTitle, QStringLiteral("Tidewatch - night.txt - Save As"));
 }
 
 void RecordWindowTest::cancelledDialogChangesNothing() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
-    tWorld.tFileAnswers = {std::nullopt};
+    t.tWorld.tFileAnswers = {std::nullopt};
     t.Press("Record");
     QCOMPARE(t.Panel(1), std::string("Running"));
     QVERIFY(t.Toolbar.Action(QStringLiteral("Record")).isEnabled());
     QVERIFY(!t.Toolbar.Action(QStringLiteral("Record")).isChecked());
     QVERIFY(!t.m_bRecording);
-    QVERIFY(tWorld.sMessages.isEmpty());
+    QVERIFY(t.tWorld.sMessages.isEmpty());
 }
 
 void RecordWindowTest::recordingShowsInButtonAndPanel() {
@@ -129,28 +122,25 @@ void RecordWindowTest::fileThatCannotBeCreatedSaysWhy_data() {
 void RecordWindowTest::fileThatCannotBeCreatedSaysWhy() {
     QFETCH(QString, file);
     QFETCH(std::string, reason);
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
-    t.FeedLine(0, Report);
-    tWorld.tFileAnswers = {file.isEmpty() ? file : tWorld.Path(file)};
-    t.Press("Record");
+    t.FeedLine(0, AnyReport);
+    t.PressWithFile("Record", file.isEmpty() ? file : t.tWorld.Path(file));
     QVERIFY(!t.m_bRecording);
     QCOMPARE(t.Panel(1), std::string("Running"));
     QCOMPARE(t.Panel(2), reason);
     QVERIFY(t.Toolbar.Action(QStringLiteral("Record")).isEnabled());
     QVERIFY(!t.Toolbar.Action(QStringLiteral("Record")).isChecked());
-    t.FeedLine(0, Report);
+    t.FeedLine(0, AnyReport);
     t.Advance(1);
     QCOMPARE(t.grdTargetData.Cells.Rows(), 3);
-    QVERIFY(tWorld.sMessages.isEmpty());
+    QVERIFY(t.tWorld.sMessages.isEmpty());
 }
 
 void RecordWindowTest::linesAreWrittenByteForByte() {
     Recording r;
     r.tWorld.SetClock("2011-03-07T04:05:06");
-    r.t.FeedLine(0, Report);
+    r.t.FeedLine(0, AnyReport);
     r.t.FeedLine(0, "$PNMLS,29,19,3*50");
     r.tWorld.SetClock("2011-12-31T23:59:59");
     r.t.FeedLine(0, "$GPGLL,4916.45,N,12311.12,W,225444,A");  // none of its own: none in the file
@@ -179,7 +169,7 @@ void RecordWindowTest::onlyDecodedLinesAreWritten_data() {
     QTest::addColumn<QByteArray>("line");
     QTest::addColumn<bool>("recorded");
     QTest::newRow("PNMLS") << QByteArray("$PNMLS,29,19,3*50") << true;
-    QTest::newRow("AIVDM") << QByteArray(Report) << true;
+    QTest::newRow("AIVDM") << QByteArray(AnyReport) << true;
     QTest::newRow("GLL") << QByteArray("$GPGLL,4916.45,N,12311.12,W,225444,A") << true;
     QTest::newRow("RMC") << QByteArray("$IIRMC,225446,A,4916.45,N,12311.12,W,0,0,150511,0,E") << true;
     QTest::newRow("PNMLS that fails") << QByteArray("$PNMLS,,19,3") << true;
@@ -208,12 +198,12 @@ void RecordWindowTest::onlyDecodedLinesAreWritten() {
 
 void RecordWindowTest::failedChecksumIsNotRecorded() {
     Recording r;
-    r.t.FeedLine(0, Report);
+    r.t.FeedLine(0, AnyReport);
     r.t.FeedLine(0, "!AIVDM,1,1,,A,15M67F@uQqG?w<hK?Mu8iFv00000,0*7C");
     r.t.FeedLine(0, "$PNMLS,29,19,3*50");
     r.t.Press("Stop");
     QCOMPARE(r.Content(),
-             QByteArray("05/15/2011 12:00:00 ") + Report + "\r\n05/15/2011 12:00:00 $PNMLS,29,19,3*50\r\n");
+             QByteArray("05/15/2011 12:00:00 ") + AnyReport + "\r\n05/15/2011 12:00:00 $PNMLS,29,19,3*50\r\n");
 }
 
 void RecordWindowTest::bothPortsGoToTheFileInTheirOrder() {
@@ -236,14 +226,12 @@ void RecordWindowTest::nothingIsWrittenBeforeAndAfterTheLines() {
 }
 
 void RecordWindowTest::recordingBeginsAndEndsWithTheButtons() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
     t.FeedLine(0, "$PNMLS,1,1,1*");
-    const QString sFirst = tWorld.Path(QStringLiteral("first.txt"));
-    const QString sSecond = tWorld.Path(QStringLiteral("second.txt"));
-    tWorld.tFileAnswers = {sFirst, sSecond};
+    const QString sFirst = t.tWorld.Path(QStringLiteral("first.txt"));
+    const QString sSecond = t.tWorld.Path(QStringLiteral("second.txt"));
+    t.tWorld.tFileAnswers = {sFirst, sSecond};
     t.Press("Record");
     t.FeedLine(0, "$PNMLS,2,2,2*");
     t.Press("Stop");
@@ -252,8 +240,8 @@ void RecordWindowTest::recordingBeginsAndEndsWithTheButtons() {
     t.Press("Record");
     t.FeedLine(0, "$PNMLS,4,4,4*");
     t.Press("Stop");
-    QCOMPARE(Bytes(tWorld.ReadFile(sFirst)), QByteArray("05/15/2011 12:00:00 $PNMLS,2,2,2*\r\n"));
-    QCOMPARE(Bytes(tWorld.ReadFile(sSecond)), QByteArray("05/15/2011 12:00:00 $PNMLS,4,4,4*\r\n"));
+    QCOMPARE(Bytes(t.tWorld.ReadFile(sFirst)), QByteArray("05/15/2011 12:00:00 $PNMLS,2,2,2*\r\n"));
+    QCOMPARE(Bytes(t.tWorld.ReadFile(sSecond)), QByteArray("05/15/2011 12:00:00 $PNMLS,4,4,4*\r\n"));
 }
 
 void RecordWindowTest::wallClockBringsLinesToTheDisk() {

@@ -4,9 +4,11 @@
 #include <QTest>
 
 #include "tests/support/PrintString.h"
-#include "tests/window/Recording.h"
+#include "tests/window/Bench.h"
 
+using support::Player;
 using support::Recording;
+using support::ShownWindow;
 using support::TestWindow;
 using support::World;
 
@@ -21,20 +23,14 @@ QString StateTip(TestWindow& t) {
 
 const QString PlainTip = QStringLiteral("Run state");
 
-std::string Line(const char* sStamp) { return std::string(sStamp) + " " + support::RecordedReport + "\r\n"; }
+std::string Line(const char* sStamp) { return std::string(sStamp) + " " + support::AnyReport + "\r\n"; }
 
 // A window that plays a file.
-struct Playback {
+struct Playback : Player {
     explicit Playback(std::string_view sContent, const QString& sName = QStringLiteral("harbour.txt"))
-        : sFile(tWorld.Path(sName)), t(tWorld) {
-        tWorld.WriteFile(sFile, sContent);
-        t.LoadAndShow();
-        tWorld.tFileAnswers = {sFile};
-        t.Press("Playback");
+        : Player(sContent, sName) {
+        Play();
     }
-    World tWorld;
-    QString sFile;
-    TestWindow t;
 };
 
 }  // namespace
@@ -57,9 +53,7 @@ private slots:
 };
 
 void RunNoteWindowTest::nothingStandsThereWithoutARecording() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     QCOMPARE(Note(t), QString());
     QCOMPARE(StateTip(t), PlainTip);
     t.StartBoth();
@@ -72,12 +66,12 @@ void RunNoteWindowTest::recordingTellsFileSizeAndTime() {
     Recording r;
     QCOMPARE(Note(r.t), QStringLiteral("Recording 0:00:00, 0 bytes: record.txt"));
     QCOMPARE(StateTip(r.t), QStringLiteral("Run state\nRecording to %1\n0 bytes in 0:00:00").arg(r.sFile));
-    r.t.FeedLine(0, support::RecordedReport);
+    r.t.FeedLine(0, support::AnyReport);
     r.t.Advance(1);
     // The stamp and a blank are 20 characters, CR and LF two more.
-    const auto lSize = 22 + std::string(support::RecordedReport).size();
+    const auto lSize = 22 + std::string(support::AnyReport).size();
     QCOMPARE(Note(r.t), QStringLiteral("Recording 0:00:01, %1 bytes: record.txt").arg(lSize));
-    for (int i = 0; i < 999; ++i) r.t.FeedLine(1, support::RecordedReport);
+    for (int i = 0; i < 999; ++i) r.t.FeedLine(1, support::AnyReport);
     r.t.Advance(3600);
     const QString sSize = QString::number(static_cast<double>(lSize), 'f', 1) + QStringLiteral(" kB");
     QCOMPARE(Note(r.t), QStringLiteral("Recording 1:00:01, %1: record.txt").arg(sSize));
@@ -89,9 +83,9 @@ void RunNoteWindowTest::recordingTellsFileSizeAndTime() {
 
 void RunNoteWindowTest::sizeCountsWhatIsNotWrittenYet() {
     Recording r;
-    for (int i = 0; i < 5000; ++i) r.t.FeedLine(0, support::RecordedReport);
+    for (int i = 0; i < 5000; ++i) r.t.FeedLine(0, support::AnyReport);
     r.t.ShowRunNote();
-    const double dSize = 5000.0 * static_cast<double>(22 + std::string(support::RecordedReport).size()) / 1000;
+    const double dSize = 5000.0 * static_cast<double>(22 + std::string(support::AnyReport).size()) / 1000;
     QCOMPARE(Note(r.t), QStringLiteral("Recording 0:00:00, %1 kB: record.txt").arg(dSize, 0, 'f', 1));
 }
 
@@ -113,21 +107,21 @@ void RunNoteWindowTest::stopAndFailureEndTheNote() {
 
 void RunNoteWindowTest::playbackTellsHowFarItIs() {
     // The world's clock stands at 2011-05-15 12:00:00; the first line is taken a second later.
-    Playback p(Line("03/07/2005 10:00:00") + Line("03/07/2005 10:00:30") + Line("03/07/2005 11:20:00"));
-    QCOMPARE(Note(p.t), QStringLiteral("Playing 0:00:00: harbour.txt"));
-    p.t.Advance(1);
-    QCOMPARE(Note(p.t), QStringLiteral("Playing 0:00:00 of 1:20:00, until 13:20:01: harbour.txt"));
-    p.t.Advance(192);
-    QCOMPARE(Note(p.t), QStringLiteral("Playing 0:03:12 of 1:20:00, until 13:20:01: harbour.txt"));
-    QCOMPARE(StateTip(p.t), QStringLiteral("Run state\nPlaying %1\n0:03:12 of 1:20:00, until 13:20:01").arg(p.sFile));
-    QCOMPARE(p.t.Panel(1), std::string("Playback"));
-    QCOMPARE(p.t.windowTitle(), QStringLiteral("Tidewatch - harbour.txt"));
+    Playback t(Line("03/07/2005 10:00:00") + Line("03/07/2005 10:00:30") + Line("03/07/2005 11:20:00"));
+    QCOMPARE(Note(t), QStringLiteral("Playing 0:00:00: harbour.txt"));
+    t.Advance(1);
+    QCOMPARE(Note(t), QStringLiteral("Playing 0:00:00 of 1:20:00, until 13:20:01: harbour.txt"));
+    t.Advance(192);
+    QCOMPARE(Note(t), QStringLiteral("Playing 0:03:12 of 1:20:00, until 13:20:01: harbour.txt"));
+    QCOMPARE(StateTip(t), QStringLiteral("Run state\nPlaying %1\n0:03:12 of 1:20:00, until 13:20:01").arg(t.sFile));
+    QCOMPARE(t.Panel(1), std::string("Playback"));
+    QCOMPARE(t.windowTitle(), QStringLiteral("Tidewatch - harbour.txt"));
 }
 
 void RunNoteWindowTest::playbackBeyondMidnightTellsTheDay() {
-    Playback p(Line("03/07/2005 10:00:00") + Line("03/08/2005 12:30:00"));
-    p.t.Advance(1);
-    QCOMPARE(Note(p.t), QStringLiteral("Playing 0:00:00 of 26:30:00, until 05/16/2011 14:30:01: harbour.txt"));
+    Playback t(Line("03/07/2005 10:00:00") + Line("03/08/2005 12:30:00"));
+    t.Advance(1);
+    QCOMPARE(Note(t), QStringLiteral("Playing 0:00:00 of 26:30:00, until 05/16/2011 14:30:01: harbour.txt"));
 }
 
 void RunNoteWindowTest::playbackWithoutAnEndTellsItsTimeOnly_data() {
@@ -138,19 +132,19 @@ void RunNoteWindowTest::playbackWithoutAnEndTellsItsTimeOnly_data() {
 
 void RunNoteWindowTest::playbackWithoutAnEndTellsItsTimeOnly() {
     QFETCH(QByteArray, sEnd);
-    Playback p(Line("03/07/2005 10:00:00") + Line("03/07/2005 10:10:00") + sEnd.toStdString());
-    p.t.Advance(62);
-    QCOMPARE(Note(p.t), QStringLiteral("Playing 0:01:01: harbour.txt"));
+    Playback t(Line("03/07/2005 10:00:00") + Line("03/07/2005 10:10:00") + sEnd.toStdString());
+    t.Advance(62);
+    QCOMPARE(Note(t), QStringLiteral("Playing 0:01:01: harbour.txt"));
 }
 
 void RunNoteWindowTest::endOfPlaybackEndsTheNote() {
-    Playback p(Line("03/07/2005 10:00:00") + Line("03/07/2005 10:00:03"));
-    p.t.Advance(3);
-    QCOMPARE(Note(p.t), QStringLiteral("Playing 0:00:02 of 0:00:03, until 12:00:04: harbour.txt"));
-    p.t.Advance(1);
-    QCOMPARE(p.t.Panel(1), std::string("Done"));
-    QCOMPARE(Note(p.t), QString());
-    QCOMPARE(StateTip(p.t), PlainTip);
+    Playback t(Line("03/07/2005 10:00:00") + Line("03/07/2005 10:00:03"));
+    t.Advance(3);
+    QCOMPARE(Note(t), QStringLiteral("Playing 0:00:02 of 0:00:03, until 12:00:04: harbour.txt"));
+    t.Advance(1);
+    QCOMPARE(t.Panel(1), std::string("Done"));
+    QCOMPARE(Note(t), QString());
+    QCOMPARE(StateTip(t), PlainTip);
 }
 
 void RunNoteWindowTest::burstHasNone() {
@@ -167,16 +161,16 @@ void RunNoteWindowTest::burstHasNone() {
 }
 
 void RunNoteWindowTest::narrowWindowCutsTheNote() {
-    Playback p(Line("03/07/2005 10:00:00"), QString(120, QLatin1Char('M')) + QStringLiteral(".txt"));
-    const int iLeast = p.t.minimumSizeHint().width();
-    p.t.resize(600, 400);
+    Playback t(Line("03/07/2005 10:00:00"), QString(120, QLatin1Char('M')) + QStringLiteral(".txt"));
+    const int iLeast = t.minimumSizeHint().width();
+    t.resize(600, 400);
     QCoreApplication::processEvents();
-    const toolkit::PanelLabel& tNote = p.t.Toolbar.Note();
+    const toolkit::PanelLabel& tNote = t.Toolbar.Note();
     QVERIFY(tNote.isVisible());
     QVERIFY(tNote.Drawn().endsWith(QChar(0x2026)));
     QCOMPARE(tNote.toolTip(), tNote.text());
-    QCOMPARE(p.t.minimumSizeHint().width(), iLeast);
-    QVERIFY(tNote.mapTo(&p.t, tNote.rect().topRight()).x() < p.t.width());
+    QCOMPARE(t.minimumSizeHint().width(), iLeast);
+    QVERIFY(tNote.mapTo(&t, tNote.rect().topRight()).x() < t.width());
 }
 
 void RunNoteWindowTest::lineIsDrawnBesideTheButtons() {

@@ -6,17 +6,17 @@
 
 #include "tests/support/PrintString.h"
 #include "tests/support/PtyPort.h"
-#include "tests/support/TestWindow.h"
+#include "tests/window/Bench.h"
 #include "tests/window/Buttons.h"
 
+using support::AnyReport;
 using support::Buttons;
+using support::ShownWindow;
 using support::Stopped;
 using support::TestWindow;
 using support::World;
 
 namespace {
-
-constexpr const char* Report = "!AIVDM,1,1,,A,15M67F@uQqG?w<hK?Mu8iFv00000,0*7B";
 
 constexpr const char* Running = "Start! Stop+ Record+ Playback Playback Burst";
 
@@ -74,9 +74,7 @@ void RunWindowTest::startOpensTheEnabledPortsOnly() {
     QFETCH(bool, first);
     QFETCH(bool, second);
     QFETCH(bool, output);
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.chkCommEnabled(0).setChecked(first);
     t.chkCommEnabled(1).setChecked(second);
     t.chkOutputEnabled.setChecked(output);
@@ -91,9 +89,7 @@ void RunWindowTest::startOpensTheEnabledPortsOnly() {
 }
 
 void RunWindowTest::portsOpenWithTheirTexts() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.chkCommEnabled(1).setChecked(true);
     t.chkOutputEnabled.setChecked(true);
     t.txtCommPort(0).SetText(" 3 ");
@@ -137,11 +133,9 @@ void RunWindowTest::portsOpenInTheirOrder() {
 }
 
 void RunWindowTest::startEmptiesTheDisplays() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
-    t.FeedLine(0, Report);
+    t.FeedLine(0, AnyReport);
     t.FeedLine(0, "$PNMLS,29,19,3*50");
     t.FeedLine(1, "$GPGLL,4916.45,N,12311.12,W,225444,A");
     t.Press("Stop");
@@ -159,11 +153,9 @@ void RunWindowTest::startEmptiesTheDisplays() {
 }
 
 void RunWindowTest::openedPortForgetsItsUnfinishedLine() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
-    t.FeedLine(0, Report);
+    t.FeedLine(0, AnyReport);
     t.Feed(0, "$GPGSV,left over");
     t.Press("Stop");
     t.Press("Start");
@@ -180,11 +172,9 @@ void RunWindowTest::openedPortForgetsItsUnfinishedLine() {
 }
 
 void RunWindowTest::portThatIsNotOpenedKeepsItsState() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
-    t.FeedLine(1, Report);
+    t.FeedLine(1, AnyReport);
     t.Feed(1, "$GPGSV");
     t.Advance(3);
     t.FeedLine(1, "");  // ends the line
@@ -200,9 +190,7 @@ void RunWindowTest::portThatIsNotOpenedKeepsItsState() {
 }
 
 void RunWindowTest::startRunsWithNoPortEnabled() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.chkCommEnabled(0).setChecked(false);
     t.Press("Start");
     QCOMPARE(t.Panel(1), std::string("Running"));
@@ -308,9 +296,7 @@ void RunWindowTest::badSettingsFail_data() {
 void RunWindowTest::badSettingsFail() {
     QFETCH(QString, settings);
     QFETCH(QByteArray, named);
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.txtCommSettings(1).setText(settings);
     t.StartBoth();
     QVERIFY2(t.Panel(2).starts_with("Input Comm - "), t.Panel(2).c_str());
@@ -326,9 +312,7 @@ void RunWindowTest::badSettingsFail() {
 }
 
 void RunWindowTest::portInUseFails() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
     t.Press("Stop");
     t.txtCommPort(1).SetText("1");
@@ -338,14 +322,11 @@ void RunWindowTest::portInUseFails() {
 }
 
 void RunWindowTest::stopClosesEverything() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.chkOutputEnabled.setChecked(true);
     t.txtOutputPort.SetText("3");
     t.StartBoth();
-    tWorld.tFileAnswers = {tWorld.Path(QStringLiteral("record.txt"))};
-    t.Press("Record");
+    t.PressWithFile("Record", t.tWorld.Path(QStringLiteral("record.txt")));
     QVERIFY(t.m_tFiles.IsOpen(t.m_iRecordFile));
     t.Press("Stop");
     QVERIFY(!t.MSComm(0).PortOpen());
@@ -355,30 +336,25 @@ void RunWindowTest::stopClosesEverything() {
     QVERIFY(!t.m_bRecording);
     QCOMPARE(t.Panel(1), std::string("Stopped"));
     QVERIFY(!t.tmrComm.isActive());
-    t.FeedLine(0, Report);  // nothing comes in any more
+    t.FeedLine(0, AnyReport);  // nothing comes in any more
     QVERIFY(t.Lines(t.lstCommData(0)).empty());
 }
 
 void RunWindowTest::stopWhileStoppedIsHarmless() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.Toolbar_ButtonClick(QStringLiteral("Stop"));
     t.CommStop();
     QCOMPARE(t.Panel(1), std::string("Stopped"));
     QCOMPARE(Buttons(t), std::string(Stopped));
-    QVERIFY(tWorld.sMessages.isEmpty());
+    QVERIFY(t.tWorld.sMessages.isEmpty());
 }
 
 void RunWindowTest::buttonsFollowTheState() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     QCOMPARE(Buttons(t), std::string(Stopped));
     t.StartBoth();
     QCOMPARE(Buttons(t), std::string(Running));
-    tWorld.tFileAnswers = {tWorld.Path(QStringLiteral("record.txt"))};
-    t.Press("Record");
+    t.PressWithFile("Record", t.tWorld.Path(QStringLiteral("record.txt")));
     QCOMPARE(Buttons(t), std::string("Start! Stop+ Record! Playback Playback Burst"));
     t.Press("Stop");
     QCOMPARE(Buttons(t), std::string(Stopped));
@@ -390,9 +366,7 @@ void RunWindowTest::buttonsFollowTheState() {
 }
 
 void RunWindowTest::clickShowsWhatTheProgramSetsNotWhatTheMouseDid() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     const auto tButton = [&t](const char* sKey) {
         return t.Toolbar.widgetForAction(&t.Toolbar.Action(QLatin1String(sKey)));
     };
@@ -400,21 +374,19 @@ void RunWindowTest::clickShowsWhatTheProgramSetsNotWhatTheMouseDid() {
     QCOMPARE(Buttons(t), std::string(Running));
     QTest::mouseClick(tButton("Start"), Qt::LeftButton);  // disabled by now
     QCOMPARE(Buttons(t), std::string(Running));
-    tWorld.tFileAnswers = {std::nullopt};
+    t.tWorld.tFileAnswers = {std::nullopt};
     QTest::mouseClick(tButton("Record"), Qt::LeftButton);  // cancelled
     QCOMPARE(Buttons(t), std::string(Running));
     QTest::mouseClick(tButton("Stop"), Qt::LeftButton);
     QCOMPARE(Buttons(t), std::string(Stopped));
-    tWorld.tFileAnswers = {std::nullopt};
+    t.tWorld.tFileAnswers = {std::nullopt};
     QTest::mouseClick(tButton("Playback"), Qt::LeftButton);
     QCOMPARE(Buttons(t), std::string(Stopped));
     QVERIFY(qobject_cast<QToolButton*>(tButton("Stop"))->isChecked());
 }
 
 void RunWindowTest::settingsAreLockedWhileRunning() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     for (const QWidget* p : Settings(t)) QVERIFY2(p->isEnabled(), qPrintable(p->objectName()));
     t.StartBoth();
     for (const QWidget* p : Settings(t)) QVERIFY2(!p->isEnabled(), qPrintable(p->objectName()));
@@ -423,9 +395,7 @@ void RunWindowTest::settingsAreLockedWhileRunning() {
 }
 
 void RunWindowTest::viewControlsStayUsableWhileRunning() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
     const std::vector<QWidget*> pViews = {&t.chkRxNasaPower,    &t.cmbTargetDetail,  &t.cmbTargetSort,
                                           &t.chkTargetTrack,    &t.cmbTargetTarget,  &t.txtGpsLat,
@@ -453,21 +423,19 @@ void RunWindowTest::startAndStopPutThePlainNameBack() {
 }
 
 void RunWindowTest::everyButtonReachesItsOperation() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.Press("Playback");
     t.Press("Playback Burst");
-    QCOMPARE(tWorld.tDialogs.size(), std::size_t{2});
-    QVERIFY(!tWorld.tDialogs[0].bSave);
-    QVERIFY(!tWorld.tDialogs[1].bSave);
+    QCOMPARE(t.tWorld.tDialogs.size(), std::size_t{2});
+    QVERIFY(!t.tWorld.tDialogs[0].bSave);
+    QVERIFY(!t.tWorld.tDialogs[1].bSave);
     t.Press("Record");  // disabled
-    QCOMPARE(tWorld.tDialogs.size(), std::size_t{2});
+    QCOMPARE(t.tWorld.tDialogs.size(), std::size_t{2});
     t.Press("Start");
     QVERIFY(t.MSComm(0).PortOpen());
     t.Press("Record");
-    QCOMPARE(tWorld.tDialogs.size(), std::size_t{3});
-    QVERIFY(tWorld.tDialogs[2].bSave);
+    QCOMPARE(t.tWorld.tDialogs.size(), std::size_t{3});
+    QVERIFY(t.tWorld.tDialogs[2].bSave);
     t.Press("Stop");
     QVERIFY(!t.MSComm(0).PortOpen());
     t.Toolbar_ButtonClick(QStringLiteral("start"));  // keys are compared to the letter
@@ -475,9 +443,7 @@ void RunWindowTest::everyButtonReachesItsOperation() {
 }
 
 void RunWindowTest::enableBoxLaysOutOnlyForTheUser() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     const QRect tWhole = t.lstCommData(0).geometry();
     t.SSTab.setFocus();
     t.chkCommEnabled(1).setChecked(true);

@@ -6,8 +6,9 @@
 #include <algorithm>
 
 #include "tests/support/PrintString.h"
-#include "tests/support/TestWindow.h"
+#include "tests/window/Bench.h"
 
+using support::ShownWindow;
 using support::TestWindow;
 using support::World;
 
@@ -178,9 +179,7 @@ void ScaledWindowTest::controlsStandInsideAndApart() {
 }
 
 void ScaledWindowTest::diagramBoxesKeepTheirSides() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.SSTab.SetTab(ui::TabDiagram);
     t.resize(1100, 640);
     QCoreApplication::processEvents();
@@ -192,9 +191,7 @@ void ScaledWindowTest::diagramBoxesKeepTheirSides() {
 }
 
 void ScaledWindowTest::framesOfTheReceiverKeepTheirSides() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.SSTab.SetTab(ui::TabReceiver);
     for (const QSize& tSize : Sizes) {
         t.resize(tSize);

@@ -5,8 +5,9 @@
 
 #include "tests/support/Bytes.h"
 #include "tests/support/PrintString.h"
-#include "tests/support/TestWindow.h"
+#include "tests/window/Bench.h"
 
+using support::ShownWindow;
 using support::TestWindow;
 using support::World;
 
@@ -179,9 +180,7 @@ void ScreenWindowTest::leastSizeNeverPassesTheScreen() {
 }
 
 void ScreenWindowTest::diagramIsScrolledOnlyWhereItMust() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.SSTab.SetTab(ui::TabDiagram);
     t.resize(1300, 700);
     QCoreApplication::processEvents();
@@ -206,9 +205,7 @@ void ScreenWindowTest::diagramIsScrolledOnlyWhereItMust() {
 }
 
 void ScreenWindowTest::diagramIsScrolledByKeys() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.SSTab.SetTab(ui::TabDiagram);
     t.resize(700, 500);
     QCoreApplication::processEvents();

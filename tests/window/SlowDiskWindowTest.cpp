@@ -7,15 +7,14 @@
 #include "tests/support/FullDisk.h"
 #include "tests/support/PrintString.h"
 #include "tests/support/SlowDisk.h"
-#include "tests/window/Recording.h"
+#include "tests/window/Bench.h"
 
+using support::AnyReport;
 using support::FullDisk;
 using support::Recording;
 using support::SlowDisk;
 
 namespace {
-
-constexpr const char* Report = support::RecordedReport;
 
 using Log = std::vector<std::string>;
 
@@ -54,12 +53,12 @@ void SlowDiskWindowTest::diskIsAskedOnceASecond() {
     r.t.Advance(3);
     QCOMPARE(tDisk.Begun(), 0);  // nothing new: the disk is left alone
     for (int i = 1; i <= 4; ++i) {
-        for (int j = 0; j < 50; ++j) r.t.FeedLine(0, Report);
+        for (int j = 0; j < 50; ++j) r.t.FeedLine(0, AnyReport);
         QCOMPARE(tDisk.Begun(), i - 1);
         r.t.Advance(1);
         tDisk.AwaitBegun(i);
     }
-    r.t.FeedLine(0, Report);
+    r.t.FeedLine(0, AnyReport);
     r.t.Press("Stop");
     QCOMPARE(tDisk.Ended(), 5);
 }
@@ -147,7 +146,7 @@ void SlowDiskWindowTest::diskThatFailsEndsTheRecording() {
     const SlowDisk tDisk;
     tDisk.Answer(EIO);
     Recording r(QStringLiteral("record.txt"), tDisk.Function());
-    r.t.FeedLine(0, Report);
+    r.t.FeedLine(0, AnyReport);
     r.t.Advance(1);
     tDisk.AwaitBegun(1);
     r.t.Advance(1);
@@ -156,7 +155,7 @@ void SlowDiskWindowTest::diskThatFailsEndsTheRecording() {
     while (r.t.m_bRecording) r.t.tmrTime_Timer();
     QCOMPARE(r.t.Panel(1), std::string("Running"));
     QCOMPARE(r.t.Panel(2), std::string("Record - Input/output error"));
-    QCOMPARE(r.t.Lines(r.t.lstCommData(0)), (Log{Report, "<<Record - Input/output error>>"}));
+    QCOMPARE(r.t.Lines(r.t.lstCommData(0)), (Log{AnyReport, "<<Record - Input/output error>>"}));
     QVERIFY(r.t.MSComm(0).PortOpen());
 }
 
@@ -165,7 +164,7 @@ void SlowDiskWindowTest::diskThatFailsAtTheStopIsTold() {
     tDisk.Answer(ENOSPC);
     tDisk.ReleaseAll();
     Recording r(QStringLiteral("record.txt"), tDisk.Function());
-    r.t.FeedLine(0, Report);
+    r.t.FeedLine(0, AnyReport);
     r.t.Press("Stop");
     QCOMPARE(r.t.Panel(1), std::string("Stopped"));
     QCOMPARE(r.t.Panel(2), std::string("Record - No space left on device"));
@@ -195,7 +194,7 @@ void SlowDiskWindowTest::nothingRunsWithoutARecording() {
     tDisk.ReleaseAll();
     Recording r(QStringLiteral("record.txt"), tDisk.Function());
     const qsizetype lThreads = Threads();
-    r.t.FeedLine(0, Report);
+    r.t.FeedLine(0, AnyReport);
     r.t.Advance(1);
     QCOMPARE(Threads(), lThreads);
     r.t.Press("Stop");

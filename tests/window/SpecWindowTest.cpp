@@ -2,7 +2,7 @@
 #include <QTest>
 #include <array>
 
-#include "tests/support/AisEncoder.h"
+#include "tests/window/Bench.h"
 #include "tests/window/Shown.h"
 
 using namespace support;
@@ -27,9 +27,7 @@ private slots:
 };
 
 void SpecWindowTest::cellsAreAligned() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.Synchronize();
     for (int iRow = 0; iRow < 14; ++iRow) {
         for (int iCol = 0; iCol < 3; ++iCol) {
@@ -44,9 +42,7 @@ void SpecWindowTest::cellsAreAligned() {
 }
 
 void SpecWindowTest::columnsAreAsWideAsTheirTemplates() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.Synchronize();
     const auto tWidth = [&t](const char* sText) {
         return t.grdSpecData.fontMetrics().horizontalAdvance(QString::fromLatin1(sText));
@@ -57,9 +53,7 @@ void SpecWindowTest::columnsAreAsWideAsTheirTemplates() {
 }
 
 void SpecWindowTest::trafficChangesNothing() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     QList<QStringList> sBefore, sAfter;
     for (int i = 0; i < 14; ++i) sBefore << RowOf(t, i);
     t.StartBoth();
@@ -71,9 +65,7 @@ void SpecWindowTest::trafficChangesNothing() {
 }
 
 void SpecWindowTest::allRowsShow() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.SSTab.SetTab(ui::TabSpec);
     t.Synchronize();
     for (int i = 1; i < 14; ++i) QVERIFY(t.grdSpecData.RowHeight(i) > 0);

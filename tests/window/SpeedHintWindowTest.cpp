@@ -2,41 +2,37 @@
 #include <QTest>
 
 #include "tests/support/PrintString.h"
-#include "tests/support/TestWindow.h"
+#include "tests/window/Bench.h"
 
+using support::AnyReport;
+using support::Listening;
 using support::TestWindow;
 using support::World;
 
 namespace {
 
 constexpr char Notice[] = "<<Bytes arrive but no sentence - is the speed right?>>";
-constexpr char Good[] = "!AIVDM,1,1,,A,15M67F@uQqG?w<hK?Mu8iFv00000,0*7B";
+constexpr const char* Good = AnyReport;
 const QString Tip1 = QStringLiteral("Time since the last line on input #1");
 const QString Tip2 = QStringLiteral("Time since the last line on input #2");
 const QString Hint = QStringLiteral("\nBytes arrive but no sentence: is the speed right?");
 
-struct Inputs {
-    Inputs() {
-        t.LoadAndShow();
-        t.StartBoth();
-    }
+struct Inputs : Listening {
     // Noise, as a wrong speed makes it, in every one of so many seconds.
     void Noise(app::PortIndex i, int iSeconds, std::string_view sNoise = "\xf8\x80\x1c\xe0\r\xfe\x86") {
         for (int iSecond = 0; iSecond < iSeconds; ++iSecond) {
-            t.Feed(i, sNoise);
-            t.Advance(1);
+            Feed(i, sNoise);
+            Advance(1);
         }
     }
     int Notices(app::PortIndex i) {
-        const auto sLines = t.Lines(t.lstCommData(i));
+        const auto sLines = Lines(lstCommData(i));
         return static_cast<int>(std::count(sLines.begin(), sLines.end(), Notice));
     }
     QString Tip(int iPanel) {
-        t.Synchronize();
-        return t.StatusBar.Panel(iPanel).toolTip();
+        Synchronize();
+        return StatusBar.Panel(iPanel).toolTip();
     }
-    World tWorld;
-    TestWindow t{tWorld};
 };
 
 }  // namespace
@@ -60,8 +56,8 @@ void SpeedHintWindowTest::tenSecondsOfNoiseAreTold() {
     QCOMPARE(t.Notices(0), 0);
     QCOMPARE(t.Tip(3), Tip1);
     t.Noise(0, 1);
-    QCOMPARE(t.t.LastLine(t.t.lstCommData(0)), std::string(Notice));
-    QCOMPARE(t.t.Marks(t.t.lstCommData(0)).back(), false);
+    QCOMPARE(t.LastLine(t.lstCommData(0)), std::string(Notice));
+    QCOMPARE(t.Marks(t.lstCommData(0)).back(), false);
     QCOMPARE(t.Tip(3), Tip1 + Hint);
 }
 
@@ -69,9 +65,9 @@ void SpeedHintWindowTest::toldOnceUntilASentenceComes() {
     Inputs t;
     t.Noise(0, 40);
     QCOMPARE(t.Notices(0), 1);
-    t.t.Feed(0, "\r\n");
-    t.t.FeedLine(0, Good);
-    t.t.Advance(1);
+    t.Feed(0, "\r\n");
+    t.FeedLine(0, Good);
+    t.Advance(1);
     QCOMPARE(t.Tip(3), Tip1);
     t.Noise(0, 9);
     QCOMPARE(t.Notices(0), 1);
@@ -84,13 +80,13 @@ void SpeedHintWindowTest::bytesWithoutAnyLineAreTold() {
     Inputs t;
     t.Noise(0, 10, std::string(Good) + "\n");  // never a carriage return
     QCOMPARE(t.Notices(0), 1);
-    QCOMPARE(t.t.Panel(3), std::string("00:10"));
+    QCOMPARE(t.Panel(3), std::string("00:10"));
 }
 
 void SpeedHintWindowTest::portsAreWatchedApart() {
     Inputs t;
     for (int i = 0; i < 10; ++i) {
-        t.t.FeedLine(0, Good);
+        t.FeedLine(0, Good);
         t.Noise(1, 1);
     }
     QCOMPARE(t.Notices(0), 0);
@@ -101,11 +97,11 @@ void SpeedHintWindowTest::portsAreWatchedApart() {
 
 void SpeedHintWindowTest::silenceAndSentencesAreNotTold() {
     Inputs t;
-    t.t.Advance(100);
+    t.Advance(100);
     t.Noise(0, 100, std::string(Good) + "\r\n\xf8\x80\r");
     t.Noise(1, 100, "$GPZDA,not decoded, and a sentence\r\n");
     t.Noise(0, 1);
-    t.t.Advance(100);
+    t.Advance(100);
     QCOMPARE(t.Notices(0) + t.Notices(1), 0);
     QCOMPARE(t.Tip(3), Tip1);
     QCOMPARE(t.Tip(4), Tip2);
@@ -114,9 +110,9 @@ void SpeedHintWindowTest::silenceAndSentencesAreNotTold() {
 void SpeedHintWindowTest::stopAndStartBeginAnew() {
     Inputs t;
     t.Noise(0, 15);
-    t.t.Press("Stop");
+    t.Press("Stop");
     QCOMPARE(t.Tip(3), Tip1);
-    t.t.Press("Start");
+    t.Press("Start");
     t.Noise(0, 9);
     QCOMPARE(t.Notices(0), 0);
     QCOMPARE(t.Tip(3), Tip1);
@@ -127,10 +123,9 @@ void SpeedHintWindowTest::stopAndStartBeginAnew() {
 void SpeedHintWindowTest::noticeIsNotRecorded() {
     Inputs t;
     const QString sFile = t.tWorld.Path(QStringLiteral("record.txt"));
-    t.tWorld.tFileAnswers = {sFile};
-    t.t.Press("Record");
+    t.PressWithFile("Record", sFile);
     t.Noise(0, 15);
-    t.t.Press("Stop");
+    t.Press("Stop");
     QCOMPARE(t.tWorld.ReadFile(sFile), std::string());
 }
 

@@ -5,9 +5,10 @@
 #include "app/ProfilePath.h"
 #include "tests/support/Bytes.h"
 #include "tests/support/PrintString.h"
-#include "tests/support/TestWindow.h"
+#include "tests/window/Bench.h"
 
 using support::Bytes;
+using support::ShownWindow;
 using support::TestWindow;
 using support::World;
 
@@ -54,9 +55,7 @@ void StartWindowTest::profileMovesToTheUsersFolderWhenTheProgramsCannotBeWritten
 }
 
 void StartWindowTest::ownPositionIsUnknown() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.Synchronize();
     QCOMPARE(t.m_dLatitude, -999.0);
     QCOMPARE(t.m_dLongitude, -999.0);
@@ -82,9 +81,7 @@ void StartWindowTest::timingPlanIsMadeOnce() {
 }
 
 void StartWindowTest::everythingIsStopped() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     QCOMPARE(t.Panel(1), std::string("Stopped"));
     QVERIFY(!t.MSComm(0).PortOpen());
     QVERIFY(!t.MSComm(1).PortOpen());
@@ -93,14 +90,12 @@ void StartWindowTest::everythingIsStopped() {
     QVERIFY(t.Toolbar.Action(QStringLiteral("Stop")).isChecked());
     QVERIFY(t.txtCommPort(0).isEnabled());
     QCOMPARE(t.windowTitle(), QStringLiteral("Tidewatch"));
-    QVERIFY(tWorld.sMessages.isEmpty());
-    QCOMPARE(tWorld.tDialogs.size(), std::size_t{0});
+    QVERIFY(t.tWorld.sMessages.isEmpty());
+    QCOMPARE(t.tWorld.tDialogs.size(), std::size_t{0});
 }
 
 void StartWindowTest::wallClockRunsAndMessageClockDoesNot() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     QVERIFY(t.tmrTime.isActive());
     QCOMPARE(t.tmrTime.interval(), 1000);
     QCOMPARE(t.tmrTime.timerType(), Qt::PreciseTimer);
@@ -130,9 +125,7 @@ void StartWindowTest::profileIsReadBeforeAnythingElse() {
 
 // The handlers of the enable boxes and of the detail mode act for the user only.
 void StartWindowTest::profileLoadTouchesNeitherLayoutNorColumns() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     const QRect tFirst = t.lstCommData(0).geometry();
     const auto tColumns = t.grdTargetData.Columns();
     t.m_tProfile.sText = QStringLiteral("[Nmea Data]\nEnabled #1=1\n[Target Data]\nDetail=All\n");
@@ -142,7 +135,6 @@ void StartWindowTest::profileLoadTouchesNeitherLayoutNorColumns() {
     QCOMPARE(t.cmbTargetDetail.currentText(), QStringLiteral("All"));
     QCOMPARE(t.lstCommData(0).geometry(), tFirst);
     QVERIFY(!t.lstCommData(1).isVisible());
-    QVERIFY(!t.m_bTargetGridLaidOut);
     for (std::size_t i = 0; i < tColumns.size(); ++i) QCOMPARE(t.grdTargetData.Columns()[i].bShown, tColumns[i].bShown);
 }
 

@@ -3,7 +3,7 @@
 #include <QMouseEvent>
 #include <QTest>
 
-#include "tests/support/AisEncoder.h"
+#include "tests/window/Bench.h"
 #include "tests/window/Shown.h"
 
 using namespace support;
@@ -12,45 +12,25 @@ namespace {
 
 constexpr int Mmsi = 1, Channel = 2;
 
-struct Listening {
-    World tWorld;
-    TestWindow t{tWorld};
-    Listening() {
-        t.LoadAndShow();
-        t.SSTab.SetTab(ui::TabTargets);
-        t.cmbTargetDetail.SetText("All");
-        t.StartBoth();
-        t.resize(1400, 700);
+struct Table : ThreeTargets {
+    Table() {
+        ChooseByKeys(cmbTargetDetail, 4);
+        resize(1400, 700);
         QCoreApplication::processEvents();
-        for (const std::uint32_t lMmsi : {20U, 10U, 30U}) t.FeedLine(0, AisSentence(AisOther(11, lMmsi)));
-        t.Synchronize();
-    }
-    QPoint At(int iRow, int iCol) {
-        return t.grdTargetData.visualRect(t.grdTargetData.model()->index(iRow - 1, iCol)).center();
-    }
-    void ClickOn(int iRow, int iCol) {
-        QTest::mouseClick(t.grdTargetData.viewport(), Qt::LeftButton, {}, At(iRow, iCol));
+        Synchronize();
     }
     void DoubleClickOn(int iRow, int iCol) {
-        QTest::mouseDClick(t.grdTargetData.viewport(), Qt::LeftButton, {}, At(iRow, iCol));
-    }
-    static void MoveTo(QWidget& tWidget, QPoint tPlace) {
-        QMouseEvent tEvent(QEvent::MouseMove, tPlace, tWidget.mapToGlobal(tPlace), Qt::NoButton, Qt::NoButton, {});
-        QCoreApplication::sendEvent(&tWidget, &tEvent);
+        QTest::mouseDClick(grdTargetData.viewport(), Qt::LeftButton, {}, At(iRow, iCol));
     }
     QString TipAt(int iRow, int iCol) {
         if (iRow == 0) {
-            QHeaderView* pHeader = t.grdTargetData.horizontalHeader();
+            QHeaderView* pHeader = grdTargetData.horizontalHeader();
             MoveTo(*pHeader->viewport(), QPoint(pHeader->sectionViewportPosition(iCol) + pHeader->sectionSize(iCol) / 2,
                                                 pHeader->height() / 2));
         } else {
-            MoveTo(*t.grdTargetData.viewport(), At(iRow, iCol));
+            MoveTo(*grdTargetData.viewport(), At(iRow, iCol));
         }
-        return t.grdTargetData.toolTip();
-    }
-    QByteArray Selected() {
-        t.cmbTargetTarget.Synchronize();
-        return t.cmbTargetTarget.currentText().toLatin1();
+        return grdTargetData.toolTip();
     }
 };
 
@@ -81,100 +61,95 @@ private slots:
 };
 
 void TargetMouseWindowTest::clickOnAnMmsiSelectsIt() {
-    Listening tListening;
-    QCOMPARE(tListening.Selected(), QByteArray("20"));
-    tListening.ClickOn(3, Mmsi);
-    QCOMPARE(tListening.Selected(), QByteArray("30"));
-    tListening.ClickOn(1, Mmsi);
-    QCOMPARE(tListening.Selected(), QByteArray("10"));
+    Table t;
+    QCOMPARE(t.Selected(), QByteArray("20"));
+    t.ClickOn(3, Mmsi);
+    QCOMPARE(t.Selected(), QByteArray("30"));
+    t.ClickOn(1, Mmsi);
+    QCOMPARE(t.Selected(), QByteArray("10"));
 }
 
 void TargetMouseWindowTest::clickElsewhereSelectsNothing() {
-    Listening tListening;
+    Table t;
     for (int iCol = 2; iCol < 17; ++iCol) {
-        tListening.ClickOn(3, iCol);
-        QCOMPARE(tListening.Selected(), QByteArray("20"));
+        t.ClickOn(3, iCol);
+        QCOMPARE(t.Selected(), QByteArray("20"));
     }
     // Below the last row.
-    QWidget& tViewport = *tListening.t.grdTargetData.viewport();
+    QWidget& tViewport = *t.grdTargetData.viewport();
     QTest::mouseClick(&tViewport, Qt::LeftButton, {}, QPoint(20, tViewport.height() - 3));
-    QCOMPARE(tListening.Selected(), QByteArray("20"));
+    QCOMPARE(t.Selected(), QByteArray("20"));
 }
 
 void TargetMouseWindowTest::clickMakesTheCellCurrent() {
-    Listening tListening;
-    tListening.ClickOn(2, Mmsi);
-    QCOMPARE(tListening.t.grdTargetData.CurrentCell(), std::make_pair(2, 1));
-    tListening.ClickOn(3, Channel);
-    QCOMPARE(tListening.t.grdTargetData.CurrentCell(), std::make_pair(2, 1));
+    Table t;
+    t.ClickOn(2, Mmsi);
+    QCOMPARE(t.grdTargetData.CurrentCell(), std::make_pair(2, 1));
+    t.ClickOn(3, Channel);
+    QCOMPARE(t.grdTargetData.CurrentCell(), std::make_pair(2, 1));
 }
 
 void TargetMouseWindowTest::clickOnTheHeaderDoesNothing() {
-    Listening tListening;
-    QHeaderView* pHeader = tListening.t.grdTargetData.horizontalHeader();
+    Table t;
+    QHeaderView* pHeader = t.grdTargetData.horizontalHeader();
     QTest::mouseClick(pHeader->viewport(), Qt::LeftButton, {},
                       QPoint(pHeader->sectionViewportPosition(Mmsi) + 10, pHeader->height() / 2));
-    QCOMPARE(tListening.Selected(), QByteArray("20"));
-    QCOMPARE(Column(tListening.t, Mmsi), Texts({"10", "20", "30"}));
+    QCOMPARE(t.Selected(), QByteArray("20"));
+    QCOMPARE(Column(t, Mmsi), Texts({"10", "20", "30"}));
 }
 
 void TargetMouseWindowTest::clickUnderTrackingActsAtTheNextMessage() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Table t;
     t.chkTargetTrack.setChecked(true);
     QCOMPARE(VisibleColumn(t, Mmsi), Texts({"20"}));
     t.chkTargetTrack.setChecked(false);
     t.Synchronize();
-    tListening.ClickOn(3, Mmsi);
+    t.ClickOn(3, Mmsi);
     QCOMPARE(VisibleColumn(t, Mmsi).size(), 3);
     t.chkTargetTrack.setChecked(true);
     QCOMPARE(VisibleColumn(t, Mmsi), Texts({"30"}));
 }
 
 void TargetMouseWindowTest::doubleClickSwitchesTrackingOnNeverOff() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    tListening.DoubleClickOn(2, Channel);
+    Table t;
+    t.DoubleClickOn(2, Channel);
     QVERIFY(t.chkTargetTrack.isChecked());
     QCOMPARE(VisibleColumn(t, Mmsi), Texts({"20"}));
-    tListening.DoubleClickOn(2, Channel);
+    t.DoubleClickOn(2, Channel);
     QVERIFY(t.chkTargetTrack.isChecked());
     QCOMPARE(VisibleColumn(t, Mmsi), Texts({"20"}));
 }
 
 void TargetMouseWindowTest::doubleClickSelectsAndTracks() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Table t;
     // As a hand does it: a click first, which selects.
-    tListening.ClickOn(3, Mmsi);
-    tListening.DoubleClickOn(3, Mmsi);
-    QCOMPARE(tListening.Selected(), QByteArray("30"));
+    t.ClickOn(3, Mmsi);
+    t.DoubleClickOn(3, Mmsi);
+    QCOMPARE(t.Selected(), QByteArray("30"));
     QCOMPARE(VisibleColumn(t, Mmsi), Texts({"30"}));
 }
 
 void TargetMouseWindowTest::otherButtonsDoNothing() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    QTest::mouseClick(t.grdTargetData.viewport(), Qt::MiddleButton, {}, tListening.At(3, Mmsi));
-    QTest::mouseDClick(t.grdTargetData.viewport(), Qt::MiddleButton, {}, tListening.At(3, Mmsi));
-    QCOMPARE(tListening.Selected(), QByteArray("20"));
+    Table t;
+    QTest::mouseClick(t.grdTargetData.viewport(), Qt::MiddleButton, {}, t.At(3, Mmsi));
+    QTest::mouseDClick(t.grdTargetData.viewport(), Qt::MiddleButton, {}, t.At(3, Mmsi));
+    QCOMPARE(t.Selected(), QByteArray("20"));
     QVERIFY(!t.chkTargetTrack.isChecked());
 }
 
 void TargetMouseWindowTest::enterSelectsTheRow() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Table t;
     t.grdTargetData.setFocus();
     t.grdTargetData.setCurrentIndex(t.grdTargetData.model()->index(0, Channel));
     QTest::keyClick(&t.grdTargetData, Qt::Key_Down);
     QTest::keyClick(&t.grdTargetData, Qt::Key_Down);
-    QCOMPARE(tListening.Selected(), QByteArray("20"));
+    QCOMPARE(t.Selected(), QByteArray("20"));
     QTest::keyClick(&t.grdTargetData, Qt::Key_Return);
-    QCOMPARE(tListening.Selected(), QByteArray("30"));
+    QCOMPARE(t.Selected(), QByteArray("30"));
     QTest::keyClick(&t.grdTargetData, Qt::Key_Up);
     QTest::keyClick(&t.grdTargetData, Qt::Key_Up);
     QTest::keyClick(&t.grdTargetData, Qt::Key_Enter);
-    QCOMPARE(tListening.Selected(), QByteArray("10"));
+    QCOMPARE(t.Selected(), QByteArray("10"));
 }
 
 void TargetMouseWindowTest::tipTellsTheColumn_data() {
@@ -207,63 +182,59 @@ void TargetMouseWindowTest::tipTellsTheColumn() {
     QFETCH(int, iCol);
     QFETCH(QString, sTip);
     QFETCH(QString, sTipOfPower);
-    Listening tListening;
-    QCOMPARE(tListening.TipAt(2, iCol), sTip);
-    QCOMPARE(tListening.TipAt(0, iCol), sTip);
-    tListening.t.chkRxNasaPower.setChecked(true);
-    QCOMPARE(tListening.TipAt(3, iCol), sTipOfPower);
-    QCOMPARE(tListening.TipAt(0, iCol), sTipOfPower);
+    Table t;
+    QCOMPARE(t.TipAt(2, iCol), sTip);
+    QCOMPARE(t.TipAt(0, iCol), sTip);
+    t.chkRxNasaPower.setChecked(true);
+    QCOMPARE(t.TipAt(3, iCol), sTipOfPower);
+    QCOMPARE(t.TipAt(0, iCol), sTipOfPower);
 }
 
 void TargetMouseWindowTest::tipOutsideOfAllCellsIsEmpty() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Table t;
     QWidget& tViewport = *t.grdTargetData.viewport();
-    QVERIFY(!tListening.TipAt(1, 2).isEmpty());
-    Listening::MoveTo(tViewport, QPoint(20, tViewport.height() - 3));
+    QVERIFY(!t.TipAt(1, 2).isEmpty());
+    MoveTo(tViewport, QPoint(20, tViewport.height() - 3));
     QCOMPARE(t.grdTargetData.toolTip(), QString());
-    QVERIFY(!tListening.TipAt(1, 2).isEmpty());
+    QVERIFY(!t.TipAt(1, 2).isEmpty());
     const int iRight = t.grdTargetData.columnViewportPosition(16) + t.grdTargetData.columnWidth(16);
     QVERIFY(iRight + 5 < tViewport.width());
-    Listening::MoveTo(tViewport, QPoint(iRight + 5, 5));
+    MoveTo(tViewport, QPoint(iRight + 5, 5));
     QCOMPARE(t.grdTargetData.toolTip(), QString());
 }
 
 void TargetMouseWindowTest::tipOfTheHiddenFirstColumnIsEmpty() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    QCOMPARE(tListening.TipAt(1, Mmsi), QStringLiteral("Martime Mobile Service Identifier"));
+    Table t;
+    QCOMPARE(t.TipAt(1, Mmsi), QStringLiteral("Martime Mobile Service Identifier"));
     // Column 0 has no width: it lies on the left border of column 1.
-    Listening::MoveTo(*t.grdTargetData.viewport(), QPoint(0, tListening.At(1, Mmsi).y()));
+    MoveTo(*t.grdTargetData.viewport(), QPoint(0, t.At(1, Mmsi).y()));
     QCOMPARE(t.grdTargetData.toolTip(), QString());
-    Listening::MoveTo(*t.grdTargetData.viewport(), QPoint(1, tListening.At(1, Mmsi).y()));
+    MoveTo(*t.grdTargetData.viewport(), QPoint(1, t.At(1, Mmsi).y()));
     QCOMPARE(t.grdTargetData.toolTip(), QStringLiteral("Martime Mobile Service Identifier"));
 }
 
 void TargetMouseWindowTest::samePlaceChangesNothing() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    QCOMPARE(tListening.TipAt(1, 6), QStringLiteral("Time (hh:mm:ss)"));
+    Table t;
+    QCOMPARE(t.TipAt(1, 6), QStringLiteral("Time (hh:mm:ss)"));
     t.grdTargetData.setToolTip(QStringLiteral("untouched"));
-    QCOMPARE(tListening.TipAt(1, 6), QStringLiteral("untouched"));
-    QCOMPARE(tListening.TipAt(2, 6), QStringLiteral("Time (hh:mm:ss)"));
-    const QPoint tPlace = t.grdTargetData.viewport()->mapTo(&t.grdTargetData, tListening.At(2, 6));
+    QCOMPARE(t.TipAt(1, 6), QStringLiteral("untouched"));
+    QCOMPARE(t.TipAt(2, 6), QStringLiteral("Time (hh:mm:ss)"));
+    const QPoint tPlace = t.grdTargetData.viewport()->mapTo(&t.grdTargetData, t.At(2, 6));
     QCOMPARE(QPointF(static_cast<double>(t.m_fLastMouseX), static_cast<double>(t.m_fLastMouseY)), QPointF(tPlace));
 }
 
 void TargetMouseWindowTest::powerActsAtTheNextMove() {
-    Listening tListening;
-    QCOMPARE(tListening.TipAt(1, 3), QStringLiteral("Signal Level"));
-    tListening.t.chkRxNasaPower.setChecked(true);
-    QCOMPARE(tListening.t.grdTargetData.toolTip(), QStringLiteral("Signal Level"));
-    QCOMPARE(tListening.TipAt(2, 3), QStringLiteral("Signal Level (dBm)"));
-    tListening.t.chkRxNasaPower.setChecked(false);
-    QCOMPARE(tListening.TipAt(1, 3), QStringLiteral("Signal Level"));
+    Table t;
+    QCOMPARE(t.TipAt(1, 3), QStringLiteral("Signal Level"));
+    t.chkRxNasaPower.setChecked(true);
+    QCOMPARE(t.grdTargetData.toolTip(), QStringLiteral("Signal Level"));
+    QCOMPARE(t.TipAt(2, 3), QStringLiteral("Signal Level (dBm)"));
+    t.chkRxNasaPower.setChecked(false);
+    QCOMPARE(t.TipAt(1, 3), QStringLiteral("Signal Level"));
 }
 
 void TargetMouseWindowTest::placeIsACell() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Table t;
     const toolkit::Grid& grd = t.grdTargetData;
     for (int iRow = 0; iRow <= 3; ++iRow) {
         for (int iCol = 1; iCol < 17; ++iCol) {
@@ -288,8 +259,7 @@ void TargetMouseWindowTest::placeIsACell() {
 }
 
 void TargetMouseWindowTest::sharedBorderBelongsToTheLowerCell() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Table t;
     const toolkit::Grid& grd = t.grdTargetData;
     const auto tCell = [&grd](float fX, float fY) {
         std::int32_t lRow = 99, lCol = 99;
@@ -311,26 +281,24 @@ void TargetMouseWindowTest::sharedBorderBelongsToTheLowerCell() {
 }
 
 void TargetMouseWindowTest::hiddenRowsTakeNoPlace() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Table t;
     t.cmbTargetTarget.SetText("30");
     t.chkTargetTrack.setChecked(true);
     t.Synchronize();
     QCOMPARE(t.grdTargetData.RowHeight(1), 0);
     QCOMPARE(t.grdTargetData.RowHeight(2), 0);
-    tListening.ClickOn(3, Mmsi);
+    t.ClickOn(3, Mmsi);
     QCOMPARE(t.grdTargetData.CurrentCell(), std::make_pair(3, 1));
-    QCOMPARE(tListening.Selected(), QByteArray("30"));
+    QCOMPARE(t.Selected(), QByteArray("30"));
 }
 
 void TargetMouseWindowTest::placesFollowTheScrolling() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Table t;
     for (std::uint32_t i = 100; i < 300; ++i) t.FeedLine(0, AisSentence(AisOther(11, i)));
     t.Synchronize();
     t.grdTargetData.scrollTo(t.grdTargetData.model()->index(150, 1), QAbstractItemView::PositionAtTop);
-    tListening.ClickOn(153, Mmsi);
-    QCOMPARE(tListening.Selected(), Cell(t, 153, Mmsi));
+    t.ClickOn(153, Mmsi);
+    QCOMPARE(t.Selected(), Cell(t, 153, Mmsi));
 }
 
 QTEST_MAIN(TargetMouseWindowTest)

@@ -8,7 +8,7 @@
 #include <QTest>
 #include <algorithm>
 
-#include "tests/support/AisEncoder.h"
+#include "tests/window/Bench.h"
 #include "tests/window/Shown.h"
 
 using namespace support;
@@ -17,44 +17,30 @@ namespace {
 
 constexpr int Number = 0, Mmsi = 1, Channel = 2, Signal = 3, Time = 6, Range = 8;
 
-struct Listening {
-    World tWorld;
-    TestWindow t{tWorld};
-    Listening() {
-        t.LoadAndShow();
-        t.SSTab.SetTab(ui::TabTargets);
-        t.StartBoth();
-        t.grdTargetData.setFocus();
-    }
-    void Hear(std::uint32_t lMmsi, char cChannel = 'A') { t.FeedLine(0, AisSentence(AisOther(11, lMmsi), cChannel)); }
+struct TargetView : Listening {
+    TargetView() : Listening(ui::TabTargets) { grdTargetData.setFocus(); }
     // A target so many degrees east of the own position at 0, 0; each is 60 nautical miles.
     void HearAt(std::uint32_t lMmsi, int iDegrees) {
-        t.txtGpsLat.SetText("00 00.00 N");
-        t.txtGpsLon.SetText("000 00.00 E");
-        t.FeedLine(0, AisSentence(AisClassA(1, {.lMmsi = lMmsi, .lLongitude = iDegrees * 600000, .lLatitude = 0})));
+        txtGpsLat.SetText("00 00.00 N");
+        txtGpsLon.SetText("000 00.00 E");
+        FeedLine(0, AisSentence(AisClassA(1, {.lMmsi = lMmsi, .lLongitude = iDegrees * 600000, .lLatitude = 0})));
     }
     void HearLevel(std::uint32_t lMmsi, int iSignal) {
         Hear(lMmsi);
-        t.FeedLine(0, WithChecksum("$PNMLS," + std::to_string(iSignal) + ",19,3"));
+        FeedLine(0, WithChecksum("$PNMLS," + std::to_string(iSignal) + ",19,3"));
     }
-    QStringList Mmsis() { return Column(t, Mmsi); }
+    QStringList Mmsis() { return support::Column(*this, Mmsi); }
     // The numbers of the columns that show.
     QList<int> ShownColumns() {
-        t.Synchronize();
+        Synchronize();
         QList<int> iColumns;
         for (int i = 0; i < 17; ++i) {
-            if (!t.grdTargetData.isColumnHidden(i) && t.grdTargetData.ColWidth(i) > 0) iColumns << i;
+            if (!grdTargetData.isColumnHidden(i) && grdTargetData.ColWidth(i) > 0) iColumns << i;
         }
         return iColumns;
     }
-    // Chooses an entry by the arrow keys.
-    void Choose(toolkit::ComboBox& cmb, int iEntry) {
-        cmb.setFocus();
-        while (cmb.ListIndex() < iEntry) QTest::keyClick(&cmb, Qt::Key_Down);
-        while (cmb.ListIndex() > iEntry) QTest::keyClick(&cmb, Qt::Key_Up);
-    }
     void ToggleTrack() {
-        QTest::mouseClick(&t.chkTargetTrack, Qt::LeftButton, {}, QPoint(8, t.chkTargetTrack.height() / 2));
+        QTest::mouseClick(&chkTargetTrack, Qt::LeftButton, {}, QPoint(8, chkTargetTrack.height() / 2));
     }
 };
 
@@ -105,8 +91,7 @@ private slots:
 };
 
 void TargetViewWindowTest::controlsAreEnabledInARun() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    TargetView t;
     for (const QWidget* p : std::initializer_list<QWidget*>{&t.cmbTargetDetail, &t.cmbTargetSort, &t.cmbTargetTarget,
                                                             &t.chkTargetTrack, &t.grdTargetData}) {
         QVERIFY(p->isEnabled());
@@ -126,98 +111,98 @@ void TargetViewWindowTest::detailModeShowsItsColumns_data() {
 void TargetViewWindowTest::detailModeShowsItsColumns() {
     QFETCH(int, iMode);
     QFETCH(QList<int>, iColumns);
-    Listening tListening;
-    tListening.HearAt(5, 1);
-    tListening.Choose(tListening.t.cmbTargetDetail, 4);
-    tListening.Choose(tListening.t.cmbTargetDetail, iMode);
-    QCOMPARE(tListening.ShownColumns(), iColumns);
-    QCOMPARE(tListening.Mmsis(), Texts({"5"}));  // all rows are kept
-    QCOMPARE(Cell(tListening.t, 1, 10), QByteArray("00\xb0"
-                                                   "00.00'N"));
+    TargetView t;
+    t.HearAt(5, 1);
+    ChooseByKeys(t.cmbTargetDetail, 4);
+    ChooseByKeys(t.cmbTargetDetail, iMode);
+    QCOMPARE(t.ShownColumns(), iColumns);
+    QCOMPARE(t.Mmsis(), Texts({"5"}));  // all rows are kept
+    QCOMPARE(Cell(t, 1, 10), QByteArray("00\xb0"
+                                        "00.00'N"));
 }
 
 void TargetViewWindowTest::unknownDetailShowsLikeNone() {
-    Listening tListening;
-    tListening.Choose(tListening.t.cmbTargetDetail, 4);
-    tListening.t.cmbTargetDetail.SetText("Everything");
-    tListening.t.TargetGridSetup(false);
-    QCOMPARE(tListening.ShownColumns(), Always);
-    QCOMPARE(Bytes(tListening.t.cmbTargetDetail.Text()), QByteArray("Everything"));
+    TargetView t;
+    ChooseByKeys(t.cmbTargetDetail, 4);
+    t.cmbTargetDetail.SetText("Everything");
+    t.TargetGridSetup(false);
+    QCOMPARE(t.ShownColumns(), Always);
+    QCOMPARE(Bytes(t.cmbTargetDetail.Text()), QByteArray("Everything"));
 }
 
 void TargetViewWindowTest::detailActsOnlyWithTheFocus() {
-    Listening tListening;
-    tListening.t.cmbTargetDetail.SetListIndex(4);
-    QCOMPARE(tListening.ShownColumns(), Always);
+    TargetView t;
+    t.cmbTargetDetail.SetListIndex(4);
+    QCOMPARE(t.ShownColumns(), Always);
     // What has been set shows with the next layout.
-    tListening.t.Press(ui::KeyStop);
-    tListening.t.Press(ui::KeyStart);
-    QCOMPARE(tListening.ShownColumns().size(), 16);
+    t.Press(ui::KeyStop);
+    t.Press(ui::KeyStart);
+    QCOMPARE(t.ShownColumns().size(), 16);
 }
 
 void TargetViewWindowTest::hiddenColumnsKeepTheirHeaders() {
-    Listening tListening;
-    QCOMPARE(tListening.ShownColumns(), Always);
+    TargetView t;
+    QCOMPARE(t.ShownColumns(), Always);
     QStringList sHeaders;
-    for (int i = 10; i < 17; ++i) sHeaders << QString::fromLatin1(Cell(tListening.t, 0, i));
+    for (int i = 10; i < 17; ++i) sHeaders << QString::fromLatin1(Cell(t, 0, i));
     QCOMPARE(sHeaders, Texts({"Lat", "Lon", "Rot", "Sog", "Last", "Spec", "Miss"}));
 }
 
 void TargetViewWindowTest::sortedByMmsi() {
-    Listening tListening;
+    TargetView t;
     for (const std::uint32_t lMmsi : {300U, 20U, 1000U, 9U, 20U}) {
-        tListening.Hear(lMmsi);
-        tListening.t.Advance(1);
+        t.Hear(lMmsi);
+        t.Advance(1);
     }
-    QCOMPARE(tListening.Mmsis(), Texts({"9", "20", "20", "300", "1000"}));  // as numbers, not as texts
-    QCOMPARE(Column(tListening.t, Time), Texts({"12:00:03", "12:00:01", "12:00:04", "12:00:00", "12:00:02"}));
-    QCOMPARE(Cell(tListening.t, 0, Mmsi), QByteArray("MMSI"));
+    QCOMPARE(t.Mmsis(), Texts({"9", "20", "20", "300", "1000"}));  // as numbers, not as texts
+    QCOMPARE(Column(t, Time), Texts({"12:00:03", "12:00:01", "12:00:04", "12:00:00", "12:00:02"}));
+    QCOMPARE(Cell(t, 0, Mmsi), QByteArray("MMSI"));
 }
 
 void TargetViewWindowTest::sortedByRange() {
-    Listening tListening;
-    tListening.Choose(tListening.t.cmbTargetSort, 1);
-    tListening.Hear(1);  // no range
-    tListening.t.Advance(1);
-    tListening.HearAt(2, 1);
-    tListening.HearAt(3, 12);
-    tListening.t.Advance(1);
-    tListening.Hear(4);
-    tListening.HearAt(5, 2);
-    QCOMPARE(tListening.Mmsis(), Texts({"3", "5", "2", "1", "4"}));  // farthest first, 720.0 before 60.0
-    QCOMPARE(Column(tListening.t, Range), Texts({"720.0", "120.0", "60.0", "", ""}));
+    TargetView t;
+    ChooseByKeys(t.cmbTargetSort, 1);
+    t.Hear(1);  // no range
+    t.Advance(1);
+    t.HearAt(2, 1);
+    t.HearAt(3, 12);
+    t.Advance(1);
+    t.Hear(4);
+    t.HearAt(5, 2);
+    QCOMPARE(t.Mmsis(), Texts({"3", "5", "2", "1", "4"}));  // farthest first, 720.0 before 60.0
+    QCOMPARE(Column(t, Range), Texts({"720.0", "120.0", "60.0", "", ""}));
 }
 
 void TargetViewWindowTest::sortedBySignal() {
-    Listening tListening;
-    tListening.Choose(tListening.t.cmbTargetSort, 2);
-    tListening.HearLevel(1, 30);
-    tListening.HearLevel(2, 100);
-    tListening.t.Advance(1);
-    tListening.HearLevel(3, 9);
-    tListening.HearLevel(4, 30);
-    QCOMPARE(tListening.Mmsis(), Texts({"3", "1", "4", "2"}));
-    tListening.t.chkRxNasaPower.setChecked(true);
-    tListening.HearLevel(5, 19);  // -107
-    QCOMPARE(tListening.Mmsis(), Texts({"5", "3", "1", "4", "2"}));
+    TargetView t;
+    ChooseByKeys(t.cmbTargetSort, 2);
+    t.HearLevel(1, 30);
+    t.HearLevel(2, 100);
+    t.Advance(1);
+    t.HearLevel(3, 9);
+    t.HearLevel(4, 30);
+    QCOMPARE(t.Mmsis(), Texts({"3", "1", "4", "2"}));
+    t.chkRxNasaPower.setChecked(true);
+    t.HearLevel(5, 19);  // -107
+    QCOMPARE(t.Mmsis(), Texts({"5", "3", "1", "4", "2"}));
 }
 
 void TargetViewWindowTest::equalRowsKeepTheirOrder() {
-    Listening tListening;
-    for (int i = 0; i < 5; ++i) tListening.Hear(20);
-    tListening.Hear(10);
-    tListening.Hear(20);
-    QCOMPARE(Column(tListening.t, Number), Texts({"6", "1", "2", "3", "4", "5", "7"}));
+    TargetView t;
+    for (int i = 0; i < 5; ++i) t.Hear(20);
+    t.Hear(10);
+    t.Hear(20);
+    QCOMPARE(Column(t, Number), Texts({"6", "1", "2", "3", "4", "5", "7"}));
 }
 
 void TargetViewWindowTest::laterAcrossMidnightSortsFirst() {
-    Listening tListening;
-    tListening.tWorld.SetClock("2011-05-15T23:59:59");
-    tListening.Hear(7);
-    tListening.t.Advance(2);
-    tListening.Hear(7);
-    QCOMPARE(Column(tListening.t, Time), Texts({"00:00:01", "23:59:59"}));
-    QCOMPARE(Column(tListening.t, Number), Texts({"2", "1"}));
+    TargetView t;
+    t.tWorld.SetClock("2011-05-15T23:59:59");
+    t.Hear(7);
+    t.Advance(2);
+    t.Hear(7);
+    QCOMPARE(Column(t, Time), Texts({"00:00:01", "23:59:59"}));
+    QCOMPARE(Column(t, Number), Texts({"2", "1"}));
 }
 
 void TargetViewWindowTest::sortByHandActsAtOnce_data() {
@@ -228,12 +213,11 @@ void TargetViewWindowTest::sortByHandActsAtOnce_data() {
 
 void TargetViewWindowTest::sortByHandActsAtOnce() {
     QFETCH(bool, bMouse);
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    tListening.HearAt(10, 1);
-    tListening.HearAt(20, 3);
-    tListening.HearAt(30, 2);
-    QCOMPARE(tListening.Mmsis(), Texts({"10", "20", "30"}));
+    TargetView t;
+    t.HearAt(10, 1);
+    t.HearAt(20, 3);
+    t.HearAt(30, 2);
+    QCOMPARE(t.Mmsis(), Texts({"10", "20", "30"}));
     if (bMouse) {
         QTest::mouseClick(&t.cmbTargetSort, Qt::LeftButton);
         QAbstractItemView* pList = t.cmbTargetSort.view();
@@ -244,48 +228,47 @@ void TargetViewWindowTest::sortByHandActsAtOnce() {
         QTest::mouseClick(pList->viewport(), Qt::LeftButton, {}, tEntry.center());
         QTRY_COMPARE(t.cmbTargetSort.ListIndex(), 1);
     } else {
-        tListening.Choose(t.cmbTargetSort, 1);
+        ChooseByKeys(t.cmbTargetSort, 1);
     }
-    QCOMPARE(tListening.Mmsis(), Texts({"20", "30", "10"}));
+    QCOMPARE(t.Mmsis(), Texts({"20", "30", "10"}));
     QVERIFY(t.grdTargetData.Redraw());
 }
 
 void TargetViewWindowTest::sortWithoutTheFocusWaitsForAMessage() {
-    Listening tListening;
-    tListening.HearAt(10, 1);
-    tListening.HearAt(20, 3);
-    tListening.t.cmbTargetSort.SetListIndex(1);
-    QCOMPARE(tListening.Mmsis(), Texts({"10", "20"}));
-    tListening.HearAt(30, 2);
-    QCOMPARE(tListening.Mmsis(), Texts({"20", "30", "10"}));
+    TargetView t;
+    t.HearAt(10, 1);
+    t.HearAt(20, 3);
+    t.cmbTargetSort.SetListIndex(1);
+    QCOMPARE(t.Mmsis(), Texts({"10", "20"}));
+    t.HearAt(30, 2);
+    QCOMPARE(t.Mmsis(), Texts({"20", "30", "10"}));
     // Under Signal the levels sort, not the message.
-    tListening.t.cmbTargetSort.SetListIndex(2);
-    tListening.Hear(5);
-    QCOMPARE(tListening.Mmsis(), Texts({"20", "30", "10", "5"}));
-    tListening.t.FeedLine(0, WithChecksum("$PNMLS,-5,19,3"));
-    QCOMPARE(tListening.Mmsis().first(), QStringLiteral("5"));
+    t.cmbTargetSort.SetListIndex(2);
+    t.Hear(5);
+    QCOMPARE(t.Mmsis(), Texts({"20", "30", "10", "5"}));
+    t.FeedLine(0, WithChecksum("$PNMLS,-5,19,3"));
+    QCOMPARE(t.Mmsis().first(), QStringLiteral("5"));
 }
 
 void TargetViewWindowTest::sameCriterionAgainIsHarmless() {
-    Listening tListening;
-    for (const std::uint32_t lMmsi : {3U, 1U, 2U}) tListening.Hear(lMmsi);
-    tListening.t.cmbTargetSort.setFocus();
-    for (int i = 0; i < 3; ++i) tListening.t.cmbTargetSort.SetListIndex(0);
-    QCOMPARE(tListening.Mmsis(), Texts({"1", "2", "3"}));
+    TargetView t;
+    t.HearAll({3, 1, 2});
+    t.cmbTargetSort.setFocus();
+    for (int i = 0; i < 3; ++i) t.cmbTargetSort.SetListIndex(0);
+    QCOMPARE(t.Mmsis(), Texts({"1", "2", "3"}));
 }
 
 void TargetViewWindowTest::withoutCriterionTheFormerKeysStay() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    tListening.HearAt(10, 1);
-    tListening.Choose(t.cmbTargetSort, 1);
+    TargetView t;
+    t.HearAt(10, 1);
+    ChooseByKeys(t.cmbTargetSort, 1);
     QCOMPARE(t.m_iSortKeys, 2);
     t.cmbTargetSort.setCurrentIndex(-1);
     QCOMPARE(t.cmbTargetSort.ListIndex(), -1);
-    tListening.HearAt(20, 3);
-    QCOMPARE(tListening.Mmsis(), Texts({"10", "20"}));  // no message sorts now
+    t.HearAt(20, 3);
+    QCOMPARE(t.Mmsis(), Texts({"10", "20"}));  // no message sorts now
     t.TargetSort();
-    QCOMPARE(tListening.Mmsis(), Texts({"20", "10"}));  // by range still
+    QCOMPARE(t.Mmsis(), Texts({"20", "10"}));  // by range still
     QCOMPARE(t.m_tSortKeys[0], (targets::SortKey{8, 4}));
     QCOMPARE(t.m_tSortKeys[1], (targets::SortKey{6, 7}));
 }
@@ -300,41 +283,37 @@ void TargetViewWindowTest::textKeysCompareByCase_data() {
 void TargetViewWindowTest::textKeysCompareByCase() {
     QFETCH(int, iType);
     QFETCH(QStringList, sOrder);
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    TargetView t;
     t.cmbTargetSort.setCurrentIndex(-1);
     t.m_iSortKeys = 1;
     t.m_tSortKeys[0] = {Channel, iType};
-    for (const char c : {'b', 'A', '1', '\xe9', 'a', 'B'}) tListening.Hear(1, c);
+    for (const char c : {'b', 'A', '1', '\xe9', 'a', 'B'}) t.Hear(1, c);
     t.TargetSort();
     QCOMPARE(Column(t, Channel), sOrder);
 }
 
 void TargetViewWindowTest::unknownKeyTypeIsToldPerComparison() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    TargetView t;
     t.cmbTargetSort.setCurrentIndex(-1);
-    for (const std::uint32_t lMmsi : {3U, 1U, 2U}) tListening.Hear(lMmsi);
+    t.HearAll({3, 1, 2});
     t.m_iSortKeys = 2;
     t.m_tSortKeys = {targets::SortKey{1, 5}, targets::SortKey{6, 7}};
     std::int16_t iCmp = 7;
     t.SortCompare(t.grdTargetData, 1, 2, iCmp);
     QCOMPARE(iCmp, std::int16_t{0});
-    QCOMPARE(tListening.tWorld.sMessages, QStringList{QStringLiteral("SortCompare, Sort Direction Not Supported")});
-    QCOMPARE(tListening.tWorld.eMessageIcons.back(), toolkit::MessageIcon::Exclamation);
+    QCOMPARE(t.tWorld.sMessages, QStringList{QStringLiteral("SortCompare, Sort Direction Not Supported")});
+    QCOMPARE(t.tWorld.eMessageIcons.back(), toolkit::MessageIcon::Exclamation);
     t.TargetSort();
-    QCOMPARE(tListening.Mmsis(), Texts({"3", "1", "2"}));
-    QVERIFY(tListening.tWorld.sMessages.size() >= 3);  // three rows need two comparisons at least
-    QCOMPARE(tListening.tWorld.sMessages.count(tListening.tWorld.sMessages.first()),
-             tListening.tWorld.sMessages.size());
+    QCOMPARE(t.Mmsis(), Texts({"3", "1", "2"}));
+    QVERIFY(t.tWorld.sMessages.size() >= 3);  // three rows need two comparisons at least
+    QCOMPARE(t.tWorld.sMessages.count(t.tWorld.sMessages.first()), t.tWorld.sMessages.size());
 }
 
 void TargetViewWindowTest::comparisonAnswersLowerEqualHigher() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    tListening.Hear(1);
-    tListening.Hear(1);
-    tListening.Hear(2);
+    TargetView t;
+    t.Hear(1);
+    t.Hear(1);
+    t.Hear(2);
     const auto tCompare = [&](int iRow1, int iRow2) {
         std::int16_t iCmp = 9;
         t.SortCompare(t.grdTargetData, iRow1, iRow2, iCmp);
@@ -352,24 +331,22 @@ void TargetViewWindowTest::comparisonAnswersLowerEqualHigher() {
 }
 
 void TargetViewWindowTest::newestRowIsFoundAfterTheSort() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    TargetView t;
     Dice tRandom(11);
     for (int i = 1; i <= 400; ++i) {
-        tListening.Hear(tRandom() % 50 + 1);
+        t.Hear(tRandom() % 50 + 1);
         QCOMPARE(Cell(t, t.m_lMessageRow, Number), QByteArray::number(i));
     }
 }
 
 void TargetViewWindowTest::sortByHandLeavesTheNewestRowWhereItWas() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    tListening.HearAt(10, 1);
-    tListening.HearAt(20, 2);
-    tListening.HearAt(30, 3);
+    TargetView t;
+    t.HearAt(10, 1);
+    t.HearAt(20, 2);
+    t.HearAt(30, 3);
     QCOMPARE(t.m_lMessageRow, 3);
-    tListening.Choose(t.cmbTargetSort, 1);
-    QCOMPARE(tListening.Mmsis(), Texts({"30", "20", "10"}));
+    ChooseByKeys(t.cmbTargetSort, 1);
+    QCOMPARE(t.Mmsis(), Texts({"30", "20", "10"}));
     QCOMPARE(t.m_lMessageRow, 3);
 }
 
@@ -382,8 +359,7 @@ void TargetViewWindowTest::anyTrafficSortsLikeAStableSort_data() {
 
 void TargetViewWindowTest::anyTrafficSortsLikeAStableSort() {
     QFETCH(int, iSort);
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    TargetView t;
     t.cmbTargetSort.SetListIndex(iSort);
     struct Heard {
         int iNumber;
@@ -401,11 +377,11 @@ void TargetViewWindowTest::anyTrafficSortsLikeAStableSort() {
         if (tRandom() % 3 == 0) t.Advance(1);
         if (tHeard.size() > 255) tHeard.erase(std::ranges::find(tHeard, i - 256, &Heard::iNumber));
         if (iDegrees == 0) {
-            tListening.Hear(lMmsi);
+            t.Hear(lMmsi);
         } else {
-            tListening.HearAt(lMmsi, iDegrees);
+            t.HearAt(lMmsi, iDegrees);
         }
-        tHeard.push_back({i, lMmsi, 60.0 * iDegrees, 0, runtime::TimeText(tListening.tWorld.dtNow)});
+        tHeard.push_back({i, lMmsi, 60.0 * iDegrees, 0, runtime::TimeText(t.tWorld.dtNow)});
         // As the table does: by message under the first two, by its levels under the third.
         const auto tSort = [&] {
             std::ranges::stable_sort(tHeard, [iSort](const Heard& a, const Heard& b) {
@@ -429,90 +405,84 @@ void TargetViewWindowTest::anyTrafficSortsLikeAStableSort() {
 }
 
 void TargetViewWindowTest::currentCellFollowsTheSort() {
-    Listening tListening;
-    for (const std::uint32_t lMmsi : {3U, 1U, 2U}) tListening.Hear(lMmsi);
-    QCOMPARE(tListening.t.grdTargetData.CurrentCell(), std::make_pair(1, 1));
+    TargetView t;
+    t.HearAll({3, 1, 2});
+    QCOMPARE(t.grdTargetData.CurrentCell(), std::make_pair(1, 1));
 }
 
 void TargetViewWindowTest::trackingShowsTheSelectedTargetOnly() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    for (const std::uint32_t lMmsi : {20U, 10U, 30U, 20U}) tListening.Hear(lMmsi);
-    tListening.ToggleTrack();
+    TargetView t;
+    t.HearAll({20, 10, 30, 20});
+    t.ToggleTrack();
     QVERIFY(t.chkTargetTrack.isChecked());
     QCOMPARE(VisibleColumn(t, Mmsi), Texts({"20", "20"}));
-    tListening.Hear(15);
-    tListening.Hear(20);
+    t.Hear(15);
+    t.Hear(20);
     QCOMPARE(VisibleColumn(t, Number), Texts({"1", "4", "6"}));
-    QCOMPARE(tListening.Mmsis().size(), 6);
-    tListening.ToggleTrack();
+    QCOMPARE(t.Mmsis().size(), 6);
+    t.ToggleTrack();
     QCOMPARE(VisibleColumn(t, Mmsi), Texts({"10", "15", "20", "20", "20", "30"}));
     QVERIFY(t.grdTargetData.Redraw());
     // The rows have the height of all others again.
     for (int i = 1; i <= 6; ++i) QCOMPARE(t.grdTargetData.RowHeight(i), t.grdTargetData.RowHeight(1));
-    tListening.Hear(20);
+    t.Hear(20);
     QCOMPARE(VisibleColumn(t, Mmsi).size(), 7);
 }
 
 void TargetViewWindowTest::switchingTrackOnLeavesMatchingRows() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    for (const std::uint32_t lMmsi : {20U, 20U, 30U}) tListening.Hear(lMmsi);
+    TargetView t;
+    t.HearAll({20, 20, 30});
     t.grdTargetData.Cells.SetHidden(1, true);
-    tListening.ToggleTrack();
+    t.ToggleTrack();
     QCOMPARE(VisibleColumn(t, Number), Texts({"2"}));
-    tListening.Hear(30);  // a message shows every matching row
+    t.Hear(30);  // a message shows every matching row
     QCOMPARE(VisibleColumn(t, Number), Texts({"1", "2"}));
 }
 
 void TargetViewWindowTest::newSelectionUnderTrackingWaits() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    for (const std::uint32_t lMmsi : {20U, 10U, 30U}) tListening.Hear(lMmsi);
-    tListening.ToggleTrack();
+    TargetView t;
+    t.HearAll({20, 10, 30});
+    t.ToggleTrack();
     t.cmbTargetTarget.SetText("30");
     QCOMPARE(VisibleColumn(t, Mmsi), Texts({"20"}));
-    tListening.Hear(10);
+    t.Hear(10);
     QCOMPARE(VisibleColumn(t, Mmsi), Texts({"30"}));
     t.cmbTargetTarget.SetText("10");
-    tListening.ToggleTrack();
-    tListening.ToggleTrack();
+    t.ToggleTrack();
+    t.ToggleTrack();
     QCOMPARE(VisibleColumn(t, Mmsi), Texts({"10", "10"}));
 }
 
 void TargetViewWindowTest::trackedTextMustMatchExactly() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    tListening.Hear(20);
+    TargetView t;
+    t.Hear(20);
     t.cmbTargetTarget.SetText("020");
-    tListening.ToggleTrack();
+    t.ToggleTrack();
     QCOMPARE(VisibleColumn(t, Mmsi), QStringList());
     // Typed by the user.
     t.cmbTargetTarget.setFocus();
     QTest::keyClick(&t.cmbTargetTarget, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClicks(&t.cmbTargetTarget, QStringLiteral("20"));
-    tListening.Hear(30);
+    t.Hear(30);
     QCOMPARE(VisibleColumn(t, Mmsi), Texts({"20"}));
 }
 
 void TargetViewWindowTest::rowMovesWithItsHiddenHeight() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    tListening.HearAt(10, 1);
-    tListening.HearAt(20, 2);
-    tListening.HearAt(30, 3);
+    TargetView t;
+    t.HearAt(10, 1);
+    t.HearAt(20, 2);
+    t.HearAt(30, 3);
     t.cmbTargetTarget.SetText("10");
-    tListening.ToggleTrack();
+    t.ToggleTrack();
     QCOMPARE(VisibleColumn(t, Mmsi), Texts({"10"}));
-    tListening.Choose(t.cmbTargetSort, 1);
-    QCOMPARE(tListening.Mmsis(), Texts({"30", "20", "10"}));
+    ChooseByKeys(t.cmbTargetSort, 1);
+    QCOMPARE(t.Mmsis(), Texts({"30", "20", "10"}));
     QCOMPARE(VisibleColumn(t, Mmsi), Texts({"10"}));
 }
 
 void TargetViewWindowTest::viewsChangeNoCells() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    for (std::uint32_t i = 1; i <= 30; ++i) tListening.HearAt(i % 7 + 1, static_cast<int>(i));
+    TargetView t;
+    for (std::uint32_t i = 1; i <= 30; ++i) t.HearAt(i % 7 + 1, static_cast<int>(i));
     const auto tCells = [&] {
         QStringList sRows;
         for (int iRow = 1; iRow < t.grdTargetData.Cells.Rows(); ++iRow) {
@@ -526,17 +496,16 @@ void TargetViewWindowTest::viewsChangeNoCells() {
         return sRows;
     };
     const QStringList sBefore = tCells();
-    for (const int i : {1, 2, 3, 4, 0}) tListening.Choose(t.cmbTargetDetail, i);
-    for (const int i : {1, 2, 0}) tListening.Choose(t.cmbTargetSort, i);
-    tListening.ToggleTrack();
-    tListening.ToggleTrack();
+    for (const int i : {1, 2, 3, 4, 0}) ChooseByKeys(t.cmbTargetDetail, i);
+    for (const int i : {1, 2, 0}) ChooseByKeys(t.cmbTargetSort, i);
+    t.ToggleTrack();
+    t.ToggleTrack();
     QCOMPARE(tCells(), sBefore);
 }
 
 void TargetViewWindowTest::selectedRowsFollowTheirMessages() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    for (const std::uint32_t lMmsi : {40U, 20U, 30U}) tListening.Hear(lMmsi);
+    TargetView t;
+    t.HearAll({40, 20, 30});
     t.Synchronize();
     const auto tSelected = [&] {
         t.Synchronize();
@@ -553,48 +522,45 @@ void TargetViewWindowTest::selectedRowsFollowTheirMessages() {
     tClick(1, Qt::NoModifier);
     tClick(3, Qt::ControlModifier);
     QCOMPARE(tSelected(), Texts({"20", "40"}));
-    for (const std::uint32_t lMmsi : {10U, 25U, 35U, 20U}) tListening.Hear(lMmsi);
+    t.HearAll({10, 25, 35, 20});
     QCOMPARE(tSelected(), Texts({"20", "40"}));
     QCOMPARE(t.grdTargetData.currentIndex().siblingAtColumn(Mmsi).data().toString(), QStringLiteral("40"));
 }
 
 void TargetViewWindowTest::selectionEndsWithItsRow() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    tListening.Hear(20);
+    TargetView t;
+    t.Hear(20);
     t.Synchronize();
     t.grdTargetData.selectRow(0);
-    for (std::uint32_t i = 0; i < 256; ++i) tListening.Hear(30);
+    for (std::uint32_t i = 0; i < 256; ++i) t.Hear(30);
     t.Synchronize();
     QCOMPARE(t.grdTargetData.selectionModel()->selectedRows().size(), 0);
 }
 
 void TargetViewWindowTest::scrollPlaceSurvivesAResort() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    for (std::uint32_t i = 0; i < 200; ++i) tListening.Hear(1000 + i);
+    TargetView t;
+    for (std::uint32_t i = 0; i < 200; ++i) t.Hear(1000 + i);
     t.Synchronize();
     QCoreApplication::processEvents();
     QScrollBar* pBar = t.grdTargetData.verticalScrollBar();
     QVERIFY(pBar->maximum() > 100);
     pBar->setValue(pBar->maximum() / 2);
     const int iPlace = pBar->value();
-    for (std::uint32_t i = 0; i < 50; ++i) tListening.Hear(2000 - i);
+    for (std::uint32_t i = 0; i < 50; ++i) t.Hear(2000 - i);
     t.Synchronize();
     QCoreApplication::processEvents();
     QCOMPARE(pBar->value(), iPlace);
-    tListening.Choose(t.cmbTargetSort, 1);
+    ChooseByKeys(t.cmbTargetSort, 1);
     t.Synchronize();
     QCoreApplication::processEvents();
     QCOMPARE(pBar->value(), iPlace);
 }
 
 void TargetViewWindowTest::copyTakesTheSelectedRows() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    tListening.HearAt(30, 3);
-    tListening.HearAt(10, 1);
-    tListening.Hear(20);
+    TargetView t;
+    t.HearAt(30, 3);
+    t.HearAt(10, 1);
+    t.Hear(20);
     t.Synchronize();
     QGuiApplication::clipboard()->clear();
     t.grdTargetData.setFocus();
@@ -609,8 +575,7 @@ void TargetViewWindowTest::copyTakesTheSelectedRows() {
 }
 
 void TargetViewWindowTest::modelsKeepTheirPromises() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    TargetView t;
     std::vector<std::unique_ptr<QAbstractItemModelTester>> pTesters;
     for (QAbstractItemModel* p :
          {t.grdTargetData.model(), t.grdMessageData.model(), t.grdSpecData.model(), t.lstCommData(0).model(),
@@ -622,16 +587,16 @@ void TargetViewWindowTest::modelsKeepTheirPromises() {
     for (int i = 0; i < 1500; ++i) {
         switch (tRandom() % 8) {
             case 0:
-                tListening.HearAt(tRandom() % 60, static_cast<int>(tRandom() % 90));
+                t.HearAt(tRandom() % 60, static_cast<int>(tRandom() % 90));
                 break;
             case 1:
-                tListening.HearLevel(tRandom() % 60, static_cast<int>(tRandom() % 60));
+                t.HearLevel(tRandom() % 60, static_cast<int>(tRandom() % 60));
                 break;
             case 2:
                 t.FeedLine(0, "$GPZDA,1");
                 break;
             case 3:
-                tListening.Choose(t.cmbTargetSort, static_cast<int>(tRandom() % 3));
+                ChooseByKeys(t.cmbTargetSort, static_cast<int>(tRandom() % 3));
                 break;
             case 4:
                 t.chkTargetTrack.setChecked(tRandom() % 2 == 0);
@@ -640,7 +605,7 @@ void TargetViewWindowTest::modelsKeepTheirPromises() {
                 t.grdTargetData.selectRow(static_cast<int>(tRandom() % 40));
                 break;
             default:
-                tListening.Hear(tRandom() % 60);
+                t.Hear(tRandom() % 60);
                 break;
         }
         if (tRandom() % 4 == 0) t.Synchronize();
@@ -655,10 +620,9 @@ void TargetViewWindowTest::modelsKeepTheirPromises() {
 }
 
 void TargetViewWindowTest::hiddenTabTakesOverWhenShown() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    TargetView t;
     t.SSTab.SetTab(ui::TabInput);
-    for (std::uint32_t i = 1; i <= 20; ++i) tListening.Hear(i);
+    for (std::uint32_t i = 1; i <= 20; ++i) t.Hear(i);
     QTest::qWait(150);  // three beats
     QCOMPARE(t.grdTargetData.model()->rowCount(), 0);
     t.SSTab.SetTab(ui::TabTargets);

@@ -1,7 +1,7 @@
 // The target table as a store: rows, target list, lateness, signal levels, the summary.
 #include <QTest>
 
-#include "tests/support/AisEncoder.h"
+#include "tests/window/Bench.h"
 #include "tests/window/Shown.h"
 
 using namespace support;
@@ -10,15 +10,7 @@ namespace {
 
 constexpr int Number = 0, Mmsi = 1, Signal = 3, Threshold = 4, Snr = 5, Last = 14, Spec = 15, Miss = 16;
 
-struct Listening {
-    World tWorld;
-    TestWindow t{tWorld};
-    Listening() {
-        t.LoadAndShow();
-        t.StartBoth();
-    }
-    // A message that only registers its target.
-    void Hear(std::uint32_t lMmsi, app::PortIndex i = 0) { t.FeedLine(i, AisSentence(AisOther(11, lMmsi))); }
+struct Targets : Listening {
     void HearPosition(int iType, std::uint32_t lMmsi, std::uint32_t lSpeed) {
         const AisReport tReport = {.lMmsi = lMmsi, .lSpeed = lSpeed};
         const bool bClassB = iType == 18 || iType == 19;
@@ -26,19 +18,15 @@ struct Listening {
                               : iType == 19 ? AisClassBExtended(tReport, "YACHT")
                               : bClassB     ? AisClassB(tReport)
                                             : AisClassA(iType, tReport);
-        t.FeedLine(0, AisSentence(sBits));
+        FeedLine(0, AisSentence(sBits));
     }
     QStringList ListItems() {
-        t.cmbTargetTarget.Synchronize();
+        cmbTargetTarget.Synchronize();
         QStringList sItems;
-        for (int i = 0; i < t.cmbTargetTarget.count(); ++i) sItems << t.cmbTargetTarget.itemText(i);
+        for (int i = 0; i < cmbTargetTarget.count(); ++i) sItems << cmbTargetTarget.itemText(i);
         return sItems;
     }
-    QByteArray SelectedTarget() {
-        t.cmbTargetTarget.Synchronize();
-        return t.cmbTargetTarget.currentText().toLatin1();
-    }
-    QByteArray Summary() { return Panel(t, ui::PanelSummary); }
+    QByteArray Summary() { return support::Panel(*this, ui::PanelSummary); }
 };
 
 }  // namespace
@@ -81,8 +69,7 @@ private slots:
 };
 
 void TargetsWindowTest::columnsAreLaidOut() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Targets t;
     const QStringList sHeaders = Texts({"", "MMSI", "Ch", "Signal", "Thres", "Snr", "Time", "Message Id", "Rng", "Brg",
                                         "Lat", "Lon", "Rot", "Sog", "Last", "Spec", "Miss"});
     const QStringList sTemplates =
@@ -104,75 +91,73 @@ void TargetsWindowTest::columnsAreLaidOut() {
 }
 
 void TargetsWindowTest::firstMessageSelectsItsTarget() {
-    Listening tListening;
-    tListening.Hear(244660123);
-    QCOMPARE(tListening.SelectedTarget(), QByteArray("244660123"));
-    QCOMPARE(tListening.ListItems(), Texts({"244660123"}));
-    QCOMPARE(Cell(tListening.t, 1, Last), QByteArray());
-    QCOMPARE(tListening.Summary(), QByteArray("1 Targets, 1 Messages"));
+    Targets t;
+    t.Hear(244660123);
+    QCOMPARE(t.Selected(), QByteArray("244660123"));
+    QCOMPARE(t.ListItems(), Texts({"244660123"}));
+    QCOMPARE(Cell(t, 1, Last), QByteArray());
+    QCOMPARE(t.Summary(), QByteArray("1 Targets, 1 Messages"));
 }
 
 void TargetsWindowTest::selectedTargetIsNotReplaced() {
-    Listening tListening;
-    tListening.Hear(200);
-    tListening.Hear(100);
-    QCOMPARE(tListening.SelectedTarget(), QByteArray("200"));
-    tListening.t.cmbTargetTarget.SetText("no such target");
-    tListening.Hear(300);
-    QCOMPARE(tListening.SelectedTarget(), QByteArray("no such target"));
+    Targets t;
+    t.Hear(200);
+    t.Hear(100);
+    QCOMPARE(t.Selected(), QByteArray("200"));
+    t.cmbTargetTarget.SetText("no such target");
+    t.Hear(300);
+    QCOMPARE(t.Selected(), QByteArray("no such target"));
     // Emptied by the user: the next target heard is selected, known or not.
-    tListening.t.SSTab.SetTab(ui::TabTargets);
-    tListening.t.cmbTargetTarget.setFocus();
-    QTest::keyClick(&tListening.t.cmbTargetTarget, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClick(&tListening.t.cmbTargetTarget, Qt::Key_Delete);
-    QCOMPARE(Bytes(tListening.t.cmbTargetTarget.Text()), QByteArray());
-    tListening.Hear(100);
-    QCOMPARE(tListening.SelectedTarget(), QByteArray("100"));
+    t.SSTab.SetTab(ui::TabTargets);
+    t.cmbTargetTarget.setFocus();
+    QTest::keyClick(&t.cmbTargetTarget, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(&t.cmbTargetTarget, Qt::Key_Delete);
+    QCOMPARE(Bytes(t.cmbTargetTarget.Text()), QByteArray());
+    t.Hear(100);
+    QCOMPARE(t.Selected(), QByteArray("100"));
 }
 
 void TargetsWindowTest::targetsAreListedByNumber() {
-    Listening tListening;
-    for (const std::uint32_t lMmsi : {50U, 1000U, 7U, 300U, 50U, 999999999U, 8U}) tListening.Hear(lMmsi);
-    QCOMPARE(tListening.ListItems(), Texts({"7", "8", "50", "300", "1000", "999999999"}));
-    QVERIFY(tListening.Summary().startsWith("6 Targets, "));
+    Targets t;
+    t.HearAll({50, 1000, 7, 300, 50, 999999999, 8});
+    QCOMPARE(t.ListItems(), Texts({"7", "8", "50", "300", "1000", "999999999"}));
+    QVERIFY(t.Summary().startsWith("6 Targets, "));
     // Between two that are known.
-    tListening.Hear(299);
-    QCOMPARE(tListening.ListItems(), Texts({"7", "8", "50", "299", "300", "1000", "999999999"}));
-    QCOMPARE(tListening.SelectedTarget(), QByteArray("50"));
+    t.Hear(299);
+    QCOMPARE(t.ListItems(), Texts({"7", "8", "50", "299", "300", "1000", "999999999"}));
+    QCOMPARE(t.Selected(), QByteArray("50"));
 }
 
 void TargetsWindowTest::listKnowsTheSecondOfTheDay() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    tListening.tWorld.SetClock("2011-05-15T01:02:03");
-    tListening.Hear(5);
+    Targets t;
+    t.tWorld.SetClock("2011-05-15T01:02:03");
+    t.Hear(5);
     t.Synchronize();
     QCOMPARE(t.cmbTargetTarget.itemData(0).toInt(), 1 * 3600 + 2 * 60 + 3);
-    tListening.tWorld.SetClock("2011-05-15T23:59:59");
-    tListening.Hear(5);
-    tListening.Hear(6);
+    t.tWorld.SetClock("2011-05-15T23:59:59");
+    t.Hear(5);
+    t.Hear(6);
     t.Synchronize();
     QCOMPARE(t.cmbTargetTarget.itemData(0).toInt(), 86399);
     QCOMPARE(t.cmbTargetTarget.itemData(1).toInt(), 86399);
 }
 
 void TargetsWindowTest::listOutlivesTheRows() {
-    Listening tListening;
-    for (std::uint32_t i = 1; i <= 300; ++i) tListening.Hear(i);
-    QCOMPARE(tListening.ListItems().size(), 300);
-    QCOMPARE(tListening.Summary(), QByteArray("300 Targets, >256 Messages"));
-    QVERIFY(!Column(tListening.t, Mmsi).contains(QStringLiteral("1")));
+    Targets t;
+    for (std::uint32_t i = 1; i <= 300; ++i) t.Hear(i);
+    QCOMPARE(t.ListItems().size(), 300);
+    QCOMPARE(t.Summary(), QByteArray("300 Targets, >256 Messages"));
+    QVERIFY(!Column(t, Mmsi).contains(QStringLiteral("1")));
     // A target that has no row any more is still known: its next message has a Last.
-    tListening.t.Advance(9);
-    tListening.Hear(1);
-    QCOMPARE(Cell(tListening.t, 1, Last), QByteArray("9"));
-    QCOMPARE(tListening.Summary(), QByteArray("300 Targets, >256 Messages"));
+    t.Advance(9);
+    t.Hear(1);
+    QCOMPARE(Cell(t, 1, Last), QByteArray("9"));
+    QCOMPARE(t.Summary(), QByteArray("300 Targets, >256 Messages"));
 }
 
 void TargetsWindowTest::rowTellsItsMessage() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    tListening.tWorld.SetClock("2011-05-15T09:08:07");
+    Targets t;
+    t.tWorld.SetClock("2011-05-15T09:08:07");
     t.FeedLine(0, AisSentence(AisOther(20, 2442000), 'B'));
     QStringList sCells;
     for (int iCol = 0; iCol < 17; ++iCol) sCells << QString::fromLatin1(Cell(t, 1, iCol));
@@ -181,60 +166,60 @@ void TargetsWindowTest::rowTellsItsMessage() {
 }
 
 void TargetsWindowTest::numbersCountFromOneAfterAClear() {
-    Listening tListening;
-    for (const std::uint32_t lMmsi : {3U, 1U, 2U}) tListening.Hear(lMmsi);
-    QCOMPARE(Column(tListening.t, Number), Texts({"2", "3", "1"}));
-    tListening.t.Press(ui::KeyStop);
-    QCOMPARE(Column(tListening.t, Number).size(), 3);  // stopping clears nothing
-    tListening.t.Press(ui::KeyStart);
-    tListening.Hear(9);
-    QCOMPARE(Column(tListening.t, Number), Texts({"1"}));
+    Targets t;
+    t.HearAll({3, 1, 2});
+    QCOMPARE(Column(t, Number), Texts({"2", "3", "1"}));
+    t.Press(ui::KeyStop);
+    QCOMPARE(Column(t, Number).size(), 3);  // stopping clears nothing
+    t.Press(ui::KeyStart);
+    t.Hear(9);
+    QCOMPARE(Column(t, Number), Texts({"1"}));
 }
 
 void TargetsWindowTest::lastIsTheTimeSinceTheMessageBefore() {
-    Listening tListening;
-    tListening.Hear(1);
-    tListening.t.Advance(3);
-    tListening.Hear(2);
-    tListening.t.Advance(4);
-    tListening.Hear(1);
-    tListening.t.Advance(130);
-    tListening.Hear(1);
-    tListening.Hear(2);
-    QCOMPARE(Column(tListening.t, Mmsi), Texts({"1", "1", "1", "2", "2"}));
-    QCOMPARE(Column(tListening.t, Last), Texts({"", "7", "130", "", "134"}));
+    Targets t;
+    t.Hear(1);
+    t.Advance(3);
+    t.Hear(2);
+    t.Advance(4);
+    t.Hear(1);
+    t.Advance(130);
+    t.Hear(1);
+    t.Hear(2);
+    QCOMPARE(Column(t, Mmsi), Texts({"1", "1", "1", "2", "2"}));
+    QCOMPARE(Column(t, Last), Texts({"", "7", "130", "", "134"}));
 }
 
 void TargetsWindowTest::sameSecondLeavesLastEmpty() {
-    Listening tListening;
-    for (int i = 0; i < 2; ++i) tListening.HearPosition(1, 100, 300);
-    tListening.t.Advance(60);
-    for (int i = 0; i < 2; ++i) tListening.HearPosition(1, 100, 300);
-    QCOMPARE(Column(tListening.t, Last), Texts({"", "", "60", ""}));
-    QCOMPARE(Column(tListening.t, Spec), Texts({"", "", "2", ""}));
-    QCOMPARE(Column(tListening.t, Miss), Texts({"", "", "30", ""}));
+    Targets t;
+    for (int i = 0; i < 2; ++i) t.HearPosition(1, 100, 300);
+    t.Advance(60);
+    for (int i = 0; i < 2; ++i) t.HearPosition(1, 100, 300);
+    QCOMPARE(Column(t, Last), Texts({"", "", "60", ""}));
+    QCOMPARE(Column(t, Spec), Texts({"", "", "2", ""}));
+    QCOMPARE(Column(t, Miss), Texts({"", "", "30", ""}));
 }
 
 void TargetsWindowTest::midnightMakesLastNegative() {
-    Listening tListening;
-    tListening.tWorld.SetClock("2011-05-15T23:59:50");
-    tListening.HearPosition(1, 100, 300);
-    tListening.tWorld.SetClock("2011-05-16T00:00:20");
-    tListening.HearPosition(1, 100, 300);
+    Targets t;
+    t.tWorld.SetClock("2011-05-15T23:59:50");
+    t.HearPosition(1, 100, 300);
+    t.tWorld.SetClock("2011-05-16T00:00:20");
+    t.HearPosition(1, 100, 300);
     // The later one stands first: the time is compared as text.
-    QCOMPARE(Column(tListening.t, 6), Texts({"00:00:20", "23:59:50"}));
-    QCOMPARE(Column(tListening.t, Last), Texts({"-86370", ""}));
-    QCOMPARE(Column(tListening.t, Spec), Texts({"", ""}));
-    QCOMPARE(Column(tListening.t, Miss), Texts({"", ""}));
+    QCOMPARE(Column(t, 6), Texts({"00:00:20", "23:59:50"}));
+    QCOMPARE(Column(t, Last), Texts({"-86370", ""}));
+    QCOMPARE(Column(t, Spec), Texts({"", ""}));
+    QCOMPARE(Column(t, Miss), Texts({"", ""}));
 }
 
 void TargetsWindowTest::markOfAFullTableComesEarly() {
-    Listening tListening;
+    Targets t;
     for (int i = 1; i <= 260; ++i) {
-        tListening.Hear(7);
+        t.Hear(7);
         const int iRows = std::min(i, 256);
         const QByteArray sMark = i >= 254 ? ">" : "";
-        QCOMPARE(tListening.Summary(), "1 Targets, " + sMark + QByteArray::number(iRows) + " Messages");
+        QCOMPARE(t.Summary(), "1 Targets, " + sMark + QByteArray::number(iRows) + " Messages");
     }
 }
 
@@ -251,12 +236,11 @@ void TargetsWindowTest::tableRollsAt256_data() {
 void TargetsWindowTest::tableRollsAt256() {
     QFETCH(int, iOrder);
     QFETCH(int, iSort);
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Targets t;
     t.cmbTargetSort.SetListIndex(iSort);
     Dice tRandom(3);
     const auto tHear = [&](int i) {
-        tListening.Hear(iOrder == 0 ? tRandom() % 1000000 : static_cast<std::uint32_t>(5000 + iOrder * i));
+        t.Hear(iOrder == 0 ? tRandom() % 1000000 : static_cast<std::uint32_t>(5000 + iOrder * i));
     };
     const auto tNumbers = [&] {
         std::vector<int> iNumbers;
@@ -280,11 +264,10 @@ void TargetsWindowTest::tableRollsAt256() {
 
 // After months: the newest 256 stay, in every order, and the newest row is known.
 void TargetsWindowTest::numbersGoOnBeyondTwoToThe31() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Targets t;
     t.m_lMessageNumber = 2147483647 - 300;
     for (std::uint32_t i = 1; i <= 900; ++i) {
-        tListening.Hear(i);
+        t.Hear(i);
         QCOMPARE(t.grdTargetData.Cells.Rows() - 1, static_cast<int>(std::min(i, 256U)));
         QCOMPARE(t.m_lMessageRow, static_cast<int>(std::min(i, 256U)));
     }
@@ -295,17 +278,16 @@ void TargetsWindowTest::numbersGoOnBeyondTwoToThe31() {
 }
 
 void TargetsWindowTest::summaryReplacesAnError() {
-    Listening tListening;
-    tListening.Hear(1);
-    tListening.t.FeedLine(0, "$GP");
-    QCOMPARE(tListening.Summary(), QByteArray("Size Error"));
-    tListening.Hear(1);
-    QCOMPARE(tListening.Summary(), QByteArray("1 Targets, 2 Messages"));
+    Targets t;
+    t.Hear(1);
+    t.FeedLine(0, "$GP");
+    QCOMPARE(t.Summary(), QByteArray("Size Error"));
+    t.Hear(1);
+    QCOMPARE(t.Summary(), QByteArray("1 Targets, 2 Messages"));
 }
 
 void TargetsWindowTest::cellsAreAligned() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Targets t;
     t.txtGpsLat.SetText("00 00.00 N");
     t.txtGpsLon.SetText("000 00.00 E");
     AisReport tReport = {.lMmsi = 5, .lRateOfTurn = 3, .lSpeed = 100, .lLongitude = 600000, .lLatitude = 600000};
@@ -324,9 +306,8 @@ void TargetsWindowTest::cellsAreAligned() {
 }
 
 void TargetsWindowTest::emptyMotionIsNotWritten() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    tListening.Hear(5);
+    Targets t;
+    t.Hear(5);
     t.TargetSetMotion("+1.0", "2.0");
     t.TargetSetMotion("", "3.0");
     QCOMPARE(Cell(t, 1, 12), QByteArray("+1.0"));
@@ -389,41 +370,39 @@ void TargetsWindowTest::latenessBySpeed() {
     QFETCH(int, iSeconds);
     QFETCH(int, iSpec);
     QFETCH(int, iMiss);
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    tListening.HearPosition(iType, 5, lSpeed);
+    Targets t;
+    t.HearPosition(iType, 5, lSpeed);
     QCOMPARE(Cell(t, 1, Spec), QByteArray());  // without a Last nothing is checked
-    tListening.tWorld.dtNow.lSeconds += iSeconds;
-    tListening.HearPosition(iType, 5, lSpeed);
+    t.tWorld.dtNow.lSeconds += iSeconds;
+    t.HearPosition(iType, 5, lSpeed);
     QCOMPARE(Cell(t, 2, Last), QByteArray::number(iSeconds));
     QCOMPARE(Cell(t, 2, Spec), iSpec == 0 ? QByteArray() : QByteArray::number(iSpec));
     QCOMPARE(Cell(t, 2, Miss), iSpec == 0 ? QByteArray() : QByteArray::number(iMiss));
 }
 
 void TargetsWindowTest::otherTypesAreNeverLate() {
-    Listening tListening;
+    Targets t;
     for (int iRound = 0; iRound < 2; ++iRound) {
         for (const int iType : {4, 5, 11, 21, 24}) {
             const AisReport tReport = {.lMmsi = static_cast<std::uint32_t>(iType), .lSpeed = 500};
-            tListening.t.FeedLine(
-                0, AisSentence(iType == 4 ? AisBaseStation(4, tReport) : AisOther(iType, tReport.lMmsi)));
+            t.FeedLine(0, AisSentence(iType == 4 ? AisBaseStation(4, tReport) : AisOther(iType, tReport.lMmsi)));
         }
-        tListening.t.Advance(1000);
+        t.Advance(1000);
     }
-    QCOMPARE(Column(tListening.t, Last).count(QStringLiteral("1000")), 5);
-    QCOMPARE(Column(tListening.t, Spec).count(QString()), 10);
-    QCOMPARE(Column(tListening.t, Miss).count(QString()), 10);
+    QCOMPARE(Column(t, Last).count(QStringLiteral("1000")), 5);
+    QCOMPARE(Column(t, Spec).count(QString()), 10);
+    QCOMPARE(Column(t, Miss).count(QString()), 10);
 }
 
 void TargetsWindowTest::bothPortsFeedOneTable() {
-    Listening tListening;
-    tListening.Hear(20, 0);
-    tListening.t.Advance(4);
-    tListening.Hear(20, 1);
-    tListening.Hear(10, 1);
-    QCOMPARE(Column(tListening.t, Mmsi), Texts({"10", "20", "20"}));
-    QCOMPARE(Column(tListening.t, Last), Texts({"", "", "4"}));
-    QCOMPARE(tListening.Summary(), QByteArray("2 Targets, 3 Messages"));
+    Targets t;
+    t.Hear(20, 0);
+    t.Advance(4);
+    t.Hear(20, 1);
+    t.Hear(10, 1);
+    QCOMPARE(Column(t, Mmsi), Texts({"10", "20", "20"}));
+    QCOMPARE(Column(t, Last), Texts({"", "", "4"}));
+    QCOMPARE(t.Summary(), QByteArray("2 Targets, 3 Messages"));
 }
 
 void TargetsWindowTest::levelsNeedARow_data() {
@@ -441,10 +420,9 @@ void TargetsWindowTest::levelsNeedARow_data() {
 void TargetsWindowTest::levelsNeedARow() {
     QFETCH(int, iRow);
     QFETCH(bool, bWritten);
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    tListening.Hear(1);
-    tListening.Hear(2);
+    Targets t;
+    t.Hear(1);
+    t.Hear(2);
     t.m_lMessageRow = iRow;
     t.TargetSetSignal("29", "19");
     for (int i = 0; i <= 2; ++i) {
@@ -473,45 +451,43 @@ void TargetsWindowTest::snrIsTheDifference() {
     QFETCH(QByteArray, sSignal);
     QFETCH(QByteArray, sThreshold);
     QFETCH(QByteArray, sSnr);
-    Listening tListening;
-    tListening.Hear(1);
-    tListening.t.TargetSetSignal(View(sSignal), View(sThreshold));
-    QCOMPARE(Cell(tListening.t, 1, Signal), sSignal);
-    QCOMPARE(Cell(tListening.t, 1, Threshold), sThreshold);
-    QCOMPARE(Cell(tListening.t, 1, Snr), sSnr);
+    Targets t;
+    t.Hear(1);
+    t.TargetSetSignal(View(sSignal), View(sThreshold));
+    QCOMPARE(Cell(t, 1, Signal), sSignal);
+    QCOMPARE(Cell(t, 1, Threshold), sThreshold);
+    QCOMPARE(Cell(t, 1, Snr), sSnr);
 }
 
 void TargetsWindowTest::levelsSortOnlyUnderSignal() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    tListening.Hear(30);
+    Targets t;
+    t.Hear(30);
     t.FeedLine(0, WithChecksum("$PNMLS,50,19,3"));
     t.cmbTargetSort.SetListIndex(2);
-    tListening.Hear(10);
+    t.Hear(10);
     QCOMPARE(Column(t, Mmsi), Texts({"30", "10"}));  // stays last until its levels come
     t.FeedLine(0, WithChecksum("$PNMLS,40,19,3"));
     QCOMPARE(Column(t, Mmsi), Texts({"10", "30"}));
-    tListening.Hear(20);
+    t.Hear(20);
     t.FeedLine(0, WithChecksum("$PNMLS,45,19,3"));
     QCOMPARE(Column(t, Mmsi), Texts({"10", "20", "30"}));
     t.cmbTargetSort.SetListIndex(0);
-    tListening.Hear(15);
+    t.Hear(15);
     t.FeedLine(0, WithChecksum("$PNMLS,99,19,3"));
     QCOMPARE(Column(t, Mmsi), Texts({"10", "15", "20", "30"}));
     QCOMPARE(Column(t, Signal), Texts({"40", "99", "45", "50"}));
 }
 
 void TargetsWindowTest::newestRowIsKnownOnlyFromTheRefresh() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Targets t;
     QCOMPARE(t.m_lMessageRow, 0);
-    tListening.Hear(30);
+    t.Hear(30);
     QCOMPARE(t.m_lMessageRow, 1);
-    tListening.Hear(40);
+    t.Hear(40);
     QCOMPARE(t.m_lMessageRow, 2);
-    tListening.Hear(20);
+    t.Hear(20);
     QCOMPARE(t.m_lMessageRow, 1);
-    t.TargetUpdate(tListening.tWorld.dtNow, 10, "A", "11");
+    t.TargetUpdate(t.tWorld.dtNow, 10, "A", "11");
     QCOMPARE(t.m_lMessageRow, 1);
     t.TargetSort();
     QCOMPARE(t.m_lMessageRow, 1);
@@ -520,57 +496,53 @@ void TargetsWindowTest::newestRowIsKnownOnlyFromTheRefresh() {
 }
 
 void TargetsWindowTest::newestRowSurvivesAClear() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    for (std::uint32_t i = 1; i <= 4; ++i) tListening.Hear(i);
+    Targets t;
+    for (std::uint32_t i = 1; i <= 4; ++i) t.Hear(i);
     QCOMPARE(t.m_lMessageRow, 4);
     t.Press(ui::KeyStop);
     t.Press(ui::KeyStart);
     QCOMPARE(t.m_lMessageRow, 4);
     t.TargetSetSignal("29", "19");
     QCOMPARE(t.grdTargetData.Cells.Rows(), 1);
-    tListening.Hear(9);
+    t.Hear(9);
     QCOMPARE(t.m_lMessageRow, 1);
 }
 
 void TargetsWindowTest::clearEmptiesListAndTable() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    for (std::uint32_t i = 1; i <= 4; ++i) tListening.Hear(i);
+    Targets t;
+    for (std::uint32_t i = 1; i <= 4; ++i) t.Hear(i);
     t.cmbTargetTarget.SetText("3");
     t.Press(ui::KeyStop);
     t.Press(ui::KeyStart);
-    QCOMPARE(tListening.ListItems(), QStringList());
-    QCOMPARE(tListening.SelectedTarget(), QByteArray("3"));
+    QCOMPARE(t.ListItems(), QStringList());
+    QCOMPARE(t.Selected(), QByteArray("3"));
     t.Synchronize();
     QCOMPARE(t.grdTargetData.model()->rowCount(), 0);
     QCOMPARE(t.grdTargetData.model()->columnCount(), 17);
     QCOMPARE(t.m_lMessageNumber, 0);
-    QCOMPARE(tListening.Summary(), QByteArray());
-    tListening.Hear(1);
+    QCOMPARE(t.Summary(), QByteArray());
+    t.Hear(1);
     QCOMPARE(Cell(t, 1, Last), QByteArray());
-    QCOMPARE(tListening.SelectedTarget(), QByteArray("3"));
-    QCOMPARE(tListening.Summary(), QByteArray("1 Targets, 1 Messages"));
+    QCOMPARE(t.Selected(), QByteArray("3"));
+    QCOMPARE(t.Summary(), QByteArray("1 Targets, 1 Messages"));
 }
 
 void TargetsWindowTest::findRowAnswersTheFirst() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    for (const std::uint32_t lMmsi : {30U, 10U, 20U, 20U}) tListening.Hear(lMmsi);
+    Targets t;
+    t.HearAll({30, 10, 20, 20});
     QCOMPARE(t.TargetFindRow(99), -1);
     QVERIFY(t.grdTargetData.Redraw());
     QCOMPARE(t.TargetFindRow(20), 2);
     QVERIFY(!t.grdTargetData.Redraw());
     QCOMPARE(t.TargetFindRow(99), -1);
     QVERIFY(!t.grdTargetData.Redraw());  // as it was before
-    tListening.Hear(5);
+    t.Hear(5);
     QVERIFY(t.grdTargetData.Redraw());
     QCOMPARE(t.TargetFindRow(5), 1);
 }
 
 void TargetsWindowTest::redrawIsOnAfterEveryMessage() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Targets t;
     for (int i = 0; i < 64; ++i) {
         t.FeedLine(0, AisSentence(AisOther(i, 7)));
         QVERIFY(t.grdTargetData.Redraw());

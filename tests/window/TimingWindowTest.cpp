@@ -6,8 +6,10 @@
 #include <set>
 
 #include "tests/support/PrintString.h"
-#include "tests/support/TestWindow.h"
+#include "tests/window/Bench.h"
 
+using support::AnyReport;
+using support::ShownWindow;
 using support::TestWindow;
 using support::World;
 
@@ -17,27 +19,21 @@ constexpr QRgb Green = qRgb(128, 255, 128);
 constexpr QRgb Red = qRgb(255, 128, 128);
 constexpr QRgb Black = qRgb(0, 0, 0);
 
-struct Planner {
-    Planner() : t(tWorld) {
-        t.LoadAndShow();
-        t.resize(1000, 640);
-        t.SSTab.SetTab(ui::TabTiming);
+struct Planner : ShownWindow {
+    Planner() : ShownWindow(ui::TabTiming) {
+        resize(1000, 640);
         QCoreApplication::processEvents();
     }
     void Apply(const char* sTx, const char* sRc, const char* sSpan) {
-        t.txtTimingRateTx.SetText(sTx);
-        t.txtTimingRateRc.SetText(sRc);
-        t.txtTimingTimeSpan.SetText(sSpan);
-        QTest::mouseClick(&t.cmdTimingApply, Qt::LeftButton);
+        txtTimingRateTx.SetText(sTx);
+        txtTimingRateRc.SetText(sRc);
+        txtTimingTimeSpan.SetText(sSpan);
+        QTest::mouseClick(&cmdTimingApply, Qt::LeftButton);
     }
-    QImage Picture() { return t.pctTiming.grab().toImage().convertToFormat(QImage::Format_RGB32); }
+    QImage Picture() { return pctTiming.grab().toImage().convertToFormat(QImage::Format_RGB32); }
     QStringList Percentages() const {
-        return {t.lblTimingChA.Percentage.text(), t.lblTimingChB.Percentage.text(),
-                t.lblTimingChAlternate.Percentage.text()};
+        return {lblTimingChA.Percentage.text(), lblTimingChB.Percentage.text(), lblTimingChAlternate.Percentage.text()};
     }
-
-    World tWorld;
-    TestWindow t;
 };
 
 // A row's bar as its labels give it.
@@ -137,23 +133,23 @@ void TimingWindowTest::planShowsPercentagesAndSummary() {
     QFETCH(QByteArray, span);
     QFETCH(QString, percentages);
     QFETCH(QString, gaps);
-    Planner p;
-    p.Apply(tx.constData(), rc.constData(), span.constData());
-    QCOMPARE(p.Percentages().join(QLatin1Char(' ')), percentages);
-    const QStringList sLines = p.t.lblTimingSummary.text().split(QLatin1Char('\r'));
+    Planner t;
+    t.Apply(tx.constData(), rc.constData(), span.constData());
+    QCOMPARE(t.Percentages().join(QLatin1Char(' ')), percentages);
+    const QStringList sLines = t.lblTimingSummary.text().split(QLatin1Char('\r'));
     QCOMPARE(sLines.size(), 3);
     QCOMPARE(sLines[0], QStringLiteral("Dual Channel, Time Between Messages %1 sec").arg(tx.toInt()));
     QCOMPARE(sLines[1], QStringLiteral("Single Ch Fixed, Time Between Messages %1 sec").arg(2 * tx.toInt()));
     QCOMPARE(sLines[2], QStringLiteral("Single Ch Alterating, Time Between Messages, ") + gaps);
-    QVERIFY(!p.t.lblTimingSummary.text().contains(QLatin1Char('\n')));
-    QCOMPARE(p.t.lblTimingMessage.text(), QString());
+    QVERIFY(!t.lblTimingSummary.text().contains(QLatin1Char('\n')));
+    QCOMPARE(t.lblTimingMessage.text(), QString());
 }
 
 void TimingWindowTest::fixedRowsAreBarsWithTicks() {
-    Planner p;
-    const QImage tImage = p.Picture();
-    const Bar tA(p.t.lblTimingChA);
-    const Bar tB(p.t.lblTimingChB);
+    Planner t;
+    const QImage tImage = t.Picture();
+    const Bar tA(t.lblTimingChA);
+    const Bar tB(t.lblTimingChB);
     QVERIFY(tA.iRight - tA.iLeft > 500);
     QCOMPARE(Ticks(tImage, tA), Columns(tA, {0, 60, 120, 180, 240, 300}, 360));
     QCOMPARE(Ticks(tImage, tB), Columns(tB, {30, 90, 150, 210, 270, 330}, 360));
@@ -170,9 +166,9 @@ void TimingWindowTest::fixedRowsAreBarsWithTicks() {
 }
 
 void TimingWindowTest::barsEndWhereTheirLabelsBegin() {
-    Planner p;
-    const QImage tImage = p.Picture();
-    const Bar tA(p.t.lblTimingChA);
+    Planner t;
+    const QImage tImage = t.Picture();
+    const Bar tA(t.lblTimingChA);
     QVERIFY(tA.Pixel(tImage, tA.iLeft - 1) != Green && tA.Pixel(tImage, tA.iLeft - 1) != Black);
     QCOMPARE(tA.Pixel(tImage, tA.iRight - 1), Green);
     QVERIFY(tImage.pixel(tA.iLeft + 5, tA.iTop - 1) != Green);
@@ -180,9 +176,9 @@ void TimingWindowTest::barsEndWhereTheirLabelsBegin() {
 }
 
 void TimingWindowTest::bandsChangeColourWithTheReceiver() {
-    Planner p;
-    const QImage tImage = p.Picture();
-    const Bar tBar(p.t.lblTimingChAlternate);
+    Planner t;
+    const QImage tImage = t.Picture();
+    const Bar tBar(t.lblTimingChAlternate);
     for (int i = 0; i < 10; ++i) {
         const int iFrom = tBar.X(36 * i, 360);
         const int iTo = tBar.X(36 * (i + 1), 360);
@@ -194,21 +190,21 @@ void TimingWindowTest::bandsChangeColourWithTheReceiver() {
 }
 
 void TimingWindowTest::ticksOfTheAlternatingRowAreWhatIsHeard() {
-    Planner p;
-    const Bar tBar(p.t.lblTimingChAlternate);
-    QCOMPARE(Ticks(p.Picture(), tBar), Columns(tBar, {0, 210, 240, 270, 300, 330}, 360));
-    p.Apply("30", "60", "360");
-    QCOMPARE(Ticks(p.Picture(), tBar), Columns(tBar, {0, 90, 120, 210, 240, 330}, 360));
-    p.Apply("30", "30", "360");
-    QCOMPARE(Ticks(p.Picture(), tBar), Columns(tBar, {0, 30, 60, 90, 120, 150, 180, 210, 240, 270, 300, 330}, 360));
+    Planner t;
+    const Bar tBar(t.lblTimingChAlternate);
+    QCOMPARE(Ticks(t.Picture(), tBar), Columns(tBar, {0, 210, 240, 270, 300, 330}, 360));
+    t.Apply("30", "60", "360");
+    QCOMPARE(Ticks(t.Picture(), tBar), Columns(tBar, {0, 90, 120, 210, 240, 330}, 360));
+    t.Apply("30", "30", "360");
+    QCOMPARE(Ticks(t.Picture(), tBar), Columns(tBar, {0, 30, 60, 90, 120, 150, 180, 210, 240, 270, 300, 330}, 360));
 }
 
 void TimingWindowTest::partialLastBandIsNotDrawn() {
-    Planner p;
-    const Bar tBar(p.t.lblTimingChAlternate);
-    const QImage tBefore = p.Picture();
-    p.Apply("30", "36", "350");
-    const QImage tAfter = p.Picture();
+    Planner t;
+    const Bar tBar(t.lblTimingChAlternate);
+    const QImage tBefore = t.Picture();
+    t.Apply("30", "36", "350");
+    const QImage tAfter = t.Picture();
     const int iEnd = tBar.X(324, 350);
     // 324 seconds in, the ninth band ends: it is channel A's. What lies behind keeps what was drawn there before, but
     // for the one message that is heard at 330.
@@ -221,54 +217,54 @@ void TimingWindowTest::partialLastBandIsNotDrawn() {
 }
 
 void TimingWindowTest::ratesMayHaveFractions() {
-    Planner p;
-    p.Apply("2.5", "2.5", "10");
-    const Bar tA(p.t.lblTimingChA);
-    QCOMPARE(Ticks(p.Picture(), tA), Columns(tA, {0, 5}, 10));
-    QCOMPARE(p.Percentages().join(QLatin1Char(' ')), QStringLiteral("50% 50% 100%"));
+    Planner t;
+    t.Apply("2.5", "2.5", "10");
+    const Bar tA(t.lblTimingChA);
+    QCOMPARE(Ticks(t.Picture(), tA), Columns(tA, {0, 5}, 10));
+    QCOMPARE(t.Percentages().join(QLatin1Char(' ')), QStringLiteral("50% 50% 100%"));
     // Half away from zero: 2.5 prints as 3.
-    QVERIFY(p.t.lblTimingSummary.text().startsWith(QStringLiteral("Dual Channel, Time Between Messages 3 sec\r")));
+    QVERIFY(t.lblTimingSummary.text().startsWith(QStringLiteral("Dual Channel, Time Between Messages 3 sec\r")));
     // Ten times 0.1 does not make 1: the sum stays below it, so an eleventh message fits. 11 of 10: A 6, B 5.
-    p.Apply("0.1", "0.1", "1");
-    QCOMPARE(p.t.lblTimingChAlternate.Percentage.text(), QStringLiteral("110%"));
+    t.Apply("0.1", "0.1", "1");
+    QCOMPARE(t.lblTimingChAlternate.Percentage.text(), QStringLiteral("110%"));
 }
 
 void TimingWindowTest::onlyApplyComputes() {
-    Planner p;
-    const QImage tBefore = p.Picture();
-    p.t.txtTimingRateTx.setFocus();
-    p.t.txtTimingRateTx.selectAll();
-    QTest::keyClicks(&p.t.txtTimingRateTx, QStringLiteral("10"));
-    QTest::keyClick(&p.t.txtTimingRateTx, Qt::Key_Tab);
-    p.t.Advance(3);
-    QCOMPARE(p.t.TimingRuns(), 1);
-    QVERIFY(p.Picture().copy(p.t.lblTimingChA.Name.geometry()) == tBefore.copy(p.t.lblTimingChA.Name.geometry()));
-    QCOMPARE(p.Percentages().join(QLatin1Char(' ')), QStringLiteral("50% 50% 50%"));
-    p.t.cmdTimingApply.setFocus();
-    QTest::keyClick(&p.t.cmdTimingApply, Qt::Key_Space);
-    QCOMPARE(p.t.TimingRuns(), 2);
-    QVERIFY(p.t.lblTimingSummary.text().startsWith(QStringLiteral("Dual Channel, Time Between Messages 10 sec")));
+    Planner t;
+    const QImage tBefore = t.Picture();
+    t.txtTimingRateTx.setFocus();
+    t.txtTimingRateTx.selectAll();
+    QTest::keyClicks(&t.txtTimingRateTx, QStringLiteral("10"));
+    QTest::keyClick(&t.txtTimingRateTx, Qt::Key_Tab);
+    t.Advance(3);
+    QCOMPARE(t.TimingRuns(), 1);
+    QVERIFY(t.Picture().copy(t.lblTimingChA.Name.geometry()) == tBefore.copy(t.lblTimingChA.Name.geometry()));
+    QCOMPARE(t.Percentages().join(QLatin1Char(' ')), QStringLiteral("50% 50% 50%"));
+    t.cmdTimingApply.setFocus();
+    QTest::keyClick(&t.cmdTimingApply, Qt::Key_Space);
+    QCOMPARE(t.TimingRuns(), 2);
+    QVERIFY(t.lblTimingSummary.text().startsWith(QStringLiteral("Dual Channel, Time Between Messages 10 sec")));
 }
 
 void TimingWindowTest::returnInAFieldApplies() {
-    Planner p;
-    p.t.txtTimingRateRc.SetText("60");
-    QTest::keyClick(&p.t.txtTimingRateRc, Qt::Key_Return);
-    QCOMPARE(p.t.TimingRuns(), 2);
+    Planner t;
+    t.txtTimingRateRc.SetText("60");
+    QTest::keyClick(&t.txtTimingRateRc, Qt::Key_Return);
+    QCOMPARE(t.TimingRuns(), 2);
 }
 
 void TimingWindowTest::planFollowsTheWidthOfTheTab() {
-    Planner p;
+    Planner t;
     for (const int iWidth : {700, 1300, 900}) {
-        p.t.resize(iWidth, 640);
+        t.resize(iWidth, 640);
         QCoreApplication::processEvents();
-        const Bar tA(p.t.lblTimingChA);
-        const Bar tAlternate(p.t.lblTimingChAlternate);
-        const QImage tImage = p.Picture();
+        const Bar tA(t.lblTimingChA);
+        const Bar tAlternate(t.lblTimingChAlternate);
+        const QImage tImage = t.Picture();
         QCOMPARE(Ticks(tImage, tA), Columns(tA, {0, 60, 120, 180, 240, 300}, 360));
         QCOMPARE(Ticks(tImage, tAlternate), Columns(tAlternate, {0, 210, 240, 270, 300, 330}, 360));
     }
-    QCOMPARE(p.t.TimingRuns(), 1);  // drawn again, not computed from the fields again
+    QCOMPARE(t.TimingRuns(), 1);  // drawn again, not computed from the fields again
 }
 
 void TimingWindowTest::refusedInputsLeaveThePlan_data() {
@@ -298,56 +294,56 @@ void TimingWindowTest::refusedInputsLeaveThePlan() {
     QFETCH(QByteArray, rc);
     QFETCH(QByteArray, span);
     QFETCH(QString, named);
-    Planner p;
-    const QImage tBefore = p.Picture();
-    const QString sSummary = p.t.lblTimingSummary.text();
-    p.Apply(tx.constData(), rc.constData(), span.constData());
-    QVERIFY2(p.t.lblTimingMessage.text().startsWith(named), qPrintable(p.t.lblTimingMessage.text()));
-    QVERIFY(p.t.lblTimingMessage.isVisible());
-    QVERIFY(p.Picture() == tBefore);
-    QCOMPARE(p.t.lblTimingSummary.text(), sSummary);
-    QCOMPARE(p.Percentages().join(QLatin1Char(' ')), QStringLiteral("50% 50% 50%"));
-    QVERIFY(p.tWorld.sMessages.isEmpty());
+    Planner t;
+    const QImage tBefore = t.Picture();
+    const QString sSummary = t.lblTimingSummary.text();
+    t.Apply(tx.constData(), rc.constData(), span.constData());
+    QVERIFY2(t.lblTimingMessage.text().startsWith(named), qPrintable(t.lblTimingMessage.text()));
+    QVERIFY(t.lblTimingMessage.isVisible());
+    QVERIFY(t.Picture() == tBefore);
+    QCOMPARE(t.lblTimingSummary.text(), sSummary);
+    QCOMPARE(t.Percentages().join(QLatin1Char(' ')), QStringLiteral("50% 50% 50%"));
+    QVERIFY(t.tWorld.sMessages.isEmpty());
 }
 
 void TimingWindowTest::refusalGoesWithTheNextGoodPlan() {
-    Planner p;
-    p.Apply("x", "36", "360");
-    QVERIFY(!p.t.lblTimingMessage.text().isEmpty());
-    p.Apply("30", "30", "360");
-    QVERIFY(p.t.lblTimingMessage.text().isEmpty());
-    QCOMPARE(p.t.lblTimingChAlternate.Percentage.text(), QStringLiteral("100%"));
+    Planner t;
+    t.Apply("x", "36", "360");
+    QVERIFY(!t.lblTimingMessage.text().isEmpty());
+    t.Apply("30", "30", "360");
+    QVERIFY(t.lblTimingMessage.text().isEmpty());
+    QCOMPARE(t.lblTimingChAlternate.Percentage.text(), QStringLiteral("100%"));
 }
 
 void TimingWindowTest::ticksStayBlackInADarkPalette() {
-    Planner p;
+    Planner t;
     QPalette tDark;
     tDark.setColor(QPalette::Window, Qt::black);
     tDark.setColor(QPalette::WindowText, Qt::white);
-    p.t.setPalette(tDark);
-    const Bar tA(p.t.lblTimingChA);
-    QCOMPARE(tA.Pixel(p.Picture(), tA.X(60, 360)), Black);
-    QCOMPARE(tA.Pixel(p.Picture(), tA.X(30, 360)), Green);
+    t.setPalette(tDark);
+    const Bar tA(t.lblTimingChA);
+    QCOMPARE(tA.Pixel(t.Picture(), tA.X(60, 360)), Black);
+    QCOMPARE(tA.Pixel(t.Picture(), tA.X(30, 360)), Green);
 }
 
 void TimingWindowTest::rowNamesNeverChange() {
-    Planner p;
+    Planner t;
     for (int i = 0; i < 2; ++i) {
-        QCOMPARE(p.t.lblTimingChA.Name.text(), QStringLiteral("Ch A"));
-        QCOMPARE(p.t.lblTimingChB.Name.text(), QStringLiteral("Ch B"));
-        QCOMPARE(p.t.lblTimingChAlternate.Name.text(), QStringLiteral("Ch Alternating"));
-        p.Apply("7", "11", "100");
+        QCOMPARE(t.lblTimingChA.Name.text(), QStringLiteral("Ch A"));
+        QCOMPARE(t.lblTimingChB.Name.text(), QStringLiteral("Ch B"));
+        QCOMPARE(t.lblTimingChAlternate.Name.text(), QStringLiteral("Ch Alternating"));
+        t.Apply("7", "11", "100");
     }
 }
 
 void TimingWindowTest::receptionIsNotTouched() {
-    Planner p;
-    p.t.StartBoth();
-    p.t.FeedLine(0, "!AIVDM,1,1,,A,15M67F@uQqG?w<hK?Mu8iFv00000,0*7B");
-    p.Apply("7", "11", "100");
-    QCOMPARE(p.t.Panel(1), std::string("Running"));
-    QCOMPARE(p.t.Panel(2), std::string("1 Targets, 1 Messages"));
-    QCOMPARE(p.t.grdTargetData.Cells.Rows(), 2);
+    Planner t;
+    t.StartBoth();
+    t.FeedLine(0, AnyReport);
+    t.Apply("7", "11", "100");
+    QCOMPARE(t.Panel(1), std::string("Running"));
+    QCOMPARE(t.Panel(2), std::string("1 Targets, 1 Messages"));
+    QCOMPARE(t.grdTargetData.Cells.Rows(), 2);
 }
 
 QTEST_MAIN(TimingWindowTest)

@@ -6,6 +6,7 @@
 
 #include "tests/support/PtyPort.h"
 #include "tests/support/SystemLanguage.h"
+#include "tests/window/Bench.h"
 #include "tests/window/Shown.h"
 
 using namespace support;
@@ -20,32 +21,25 @@ QString ShownPanel(TestWindow& t, int iPanel) {
 }
 
 // A record file on a disk that takes nothing.
-struct FullRecording {
+struct FullRecording : Listening {
     FullRecording() {
-        t.LoadAndShow();
-        t.StartBoth();
-        tWorld.tFileAnswers = {QStringLiteral("/dev/full")};
-        t.Press("Record");
-        t.FeedLine(0, "$GPGLL,4916.45,N,12311.12,W,225444,A");
-        t.Advance(1);
+        PressWithFile("Record", QStringLiteral("/dev/full"));
+        FeedLine(0, "$GPGLL,4916.45,N,12311.12,W,225444,A");
+        Advance(1);
     }
-    World tWorld;
-    TestWindow t{tWorld};
 };
 
 // Closes a window with these texts in the fields of port #1 and loads another.
-struct Reopened {
-    Reopened(const QString& sPort, const QString& sSettings) {
+struct Reopened : support::OwnWorld, TestWindow {
+    Reopened(const QString& sPort, const QString& sSettings) : TestWindow(tWorld) {
         TestWindow tFirst(tWorld);
         tFirst.LoadAndShow();
         tFirst.txtCommPort(0).setText(sPort);
         tFirst.txtCommSettings(0).setText(sSettings);
         tFirst.txtOutputPort.setText(sPort);
         tFirst.close();
-        t.LoadAndShow();
+        LoadAndShow();
     }
-    World tWorld;
-    TestWindow t{tWorld};
 };
 
 }  // namespace
@@ -69,36 +63,30 @@ private slots:
 void TranslatedWindowTest::fullDiskIsToldInTheUsersLanguage() {
     const SystemLanguage tGerman("de",
                                  {{"No space left on device", "Auf dem Gerät ist kein Speicherplatz mehr verfügbar"}});
-    FullRecording r;
+    FullRecording t;
     const QString sReason = QString::fromUtf8("Record - Auf dem Gerät ist kein Speicherplatz mehr verfügbar");
-    QCOMPARE(ShownPanel(r.t, 2), sReason);
-    QCOMPARE(Log(r.t, r.t.lstCommData(0)).constLast(), QStringLiteral("<<%1>>").arg(sReason));
+    QCOMPARE(ShownPanel(t, 2), sReason);
+    QCOMPARE(Log(t, t.lstCommData(0)).constLast(), QStringLiteral("<<%1>>").arg(sReason));
 }
 
 void TranslatedWindowTest::languageBeyondLatin1IsToldInEnglish() {
     const SystemLanguage tRussian("ru", {{"No space left on device", "На устройстве не осталось свободного места"}});
-    FullRecording r;
-    QCOMPARE(ShownPanel(r.t, 2), QStringLiteral("Record - No space left on device"));
+    FullRecording t;
+    QCOMPARE(ShownPanel(t, 2), QStringLiteral("Record - No space left on device"));
 }
 
 void TranslatedWindowTest::missingFileIsToldInTheUsersLanguage() {
     const SystemLanguage tFrench("fr", {{"No such file or directory", "Aucun fichier ou répertoire de ce type"},
                                         {"Is a directory", "Est un répertoire"}});
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
-    tWorld.tFileAnswers = {tWorld.Path(QStringLiteral("none.txt"))};
-    t.Press("Playback");
+    ShownWindow t;
+    t.PressWithFile("Playback", t.tWorld.Path(QStringLiteral("none.txt")));
     QCOMPARE(ShownPanel(t, 2), QString::fromUtf8("Playback - Aucun fichier ou répertoire de ce type"));
-    tWorld.tFileAnswers = {tWorld.Folder()};
-    t.Press("Playback");
+    t.PressWithFile("Playback", t.tWorld.Folder());
     QCOMPARE(ShownPanel(t, 2), QString::fromUtf8("Playback - Est un répertoire"));
 }
 
 void TranslatedWindowTest::settingsErrorQuotesWhatWasTyped() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.txtCommPort(0).SetText("1");
     t.txtCommSettings(0).setText(QString::fromUtf8("ä,n,8,1"));
     t.Press("Start");
@@ -125,9 +113,7 @@ void TranslatedWindowTest::portErrorQuotesWhatWasTyped() {
 }
 
 void TranslatedWindowTest::portTipQuotesWhatWasTyped() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.txtCommPort(0).setText(Receiver);
     QHelpEvent tHelp(QEvent::ToolTip, QPoint(1, 1), QPoint(1, 1));
     QCoreApplication::sendEvent(&t.txtCommPort(0), &tHelp);
@@ -150,18 +136,14 @@ void TranslatedWindowTest::deviceIsReadUnderAnyName() {
 }
 
 void TranslatedWindowTest::recordingIsMadeUnderAnyName() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
-    const QString sFile = tWorld.Path(Receiver + QStringLiteral(".txt"));
-    tWorld.tFileAnswers = {sFile};
-    t.Press("Record");
+    const QString sFile = t.tWorld.Path(Receiver + QStringLiteral(".txt"));
+    t.PressWithFile("Record", sFile);
     t.FeedLine(0, "$PNMLS,1,1,1*");
     t.Press("Stop");
-    QCOMPARE(Bytes(tWorld.ReadFile(sFile)), QByteArray("05/15/2011 12:00:00 $PNMLS,1,1,1*\r\n"));
-    tWorld.tFileAnswers = {sFile};
-    t.Press("Playback");
+    QCOMPARE(Bytes(t.tWorld.ReadFile(sFile)), QByteArray("05/15/2011 12:00:00 $PNMLS,1,1,1*\r\n"));
+    t.PressWithFile("Playback", sFile);
     t.Advance(1);
     QCOMPARE(Log(t, t.lstCommData(0)), QStringList{QStringLiteral("$PNMLS,1,1,1*")});
     QCOMPARE(t.windowTitle(), QStringLiteral("Tidewatch - %1.txt").arg(Receiver));
@@ -170,24 +152,24 @@ void TranslatedWindowTest::recordingIsMadeUnderAnyName() {
 // One byte a character, as the program has always written them.
 void TranslatedWindowTest::latinTextsComeBackFromTheProfile() {
     const QString sText = QString::fromUtf8("ä");
-    Reopened r(sText, sText);
-    QCOMPARE(r.t.txtCommPort(0).text(), sText);
-    QCOMPARE(r.t.txtCommSettings(0).text(), sText);
-    QVERIFY(Bytes(r.tWorld.ReadFile(r.tWorld.ProfileFile())).contains("Settings #0=\xE4\r\n"));
+    Reopened t(sText, sText);
+    QCOMPARE(t.txtCommPort(0).text(), sText);
+    QCOMPARE(t.txtCommSettings(0).text(), sText);
+    QVERIFY(Bytes(t.tWorld.ReadFile(t.tWorld.ProfileFile())).contains("Settings #0=\xE4\r\n"));
 }
 
 void TranslatedWindowTest::otherLettersComeBackFromTheProfile() {
-    Reopened r(Receiver, QString::fromUtf8("ä"));
-    QCOMPARE(r.t.txtCommPort(0).text(), Receiver);
-    QCOMPARE(r.t.txtOutputPort.text(), Receiver);
-    QCOMPARE(r.t.txtCommSettings(0).text(), QString::fromUtf8("ä"));
-    QVERIFY(Bytes(r.tWorld.ReadFile(r.tWorld.ProfileFile())).contains("Comm Port #0=приёмник\r\n"));
+    Reopened t(Receiver, QString::fromUtf8("ä"));
+    QCOMPARE(t.txtCommPort(0).text(), Receiver);
+    QCOMPARE(t.txtOutputPort.text(), Receiver);
+    QCOMPARE(t.txtCommSettings(0).text(), QString::fromUtf8("ä"));
+    QVERIFY(Bytes(t.tWorld.ReadFile(t.tWorld.ProfileFile())).contains("Comm Port #0=приёмник\r\n"));
     // A position, which is Latin-1 inside, comes through a file of another code as well.
-    r.t.txtGpsLat.SetText(
+    t.txtGpsLat.SetText(
         "48\xB0"
         "36.50'N");
-    r.t.close();
-    TestWindow tAgain(r.tWorld);
+    t.close();
+    TestWindow tAgain(t.tWorld);
     tAgain.LoadAndShow();
     QCOMPARE(QString::fromLatin1(Bytes(tAgain.txtGpsLat.Text())), QString::fromUtf8("48°36.50'N"));
     QCOMPARE(tAgain.txtCommPort(0).text(), Receiver);

@@ -4,8 +4,10 @@
 
 #include "tests/support/PrintString.h"
 #include "tests/support/PtyPort.h"
+#include "tests/window/Bench.h"
 #include "tests/window/Unattended.h"
 
+using support::AnyReport;
 using support::TestWindow;
 using support::Unattended;
 
@@ -157,7 +159,7 @@ void UnattendedWindowTest::playbackEndsTheTrying() {
 void UnattendedWindowTest::displaysStayWhileItIsTried() {
     Unattended u("Start=1\n");
     TestWindow& t = u.Begin();
-    t.FeedLine(0, "!AIVDM,1,1,,A,15M67F@uQqG?w<hK?Mu8iFv00000,0*7B");
+    t.FeedLine(0, AnyReport);
     t.Press("Stop");
     t.chkCommEnabled(1).setChecked(true);
     t.txtCommPort(1).SetText("2");

@@ -5,42 +5,40 @@
 #include <QTest>
 
 #include "tests/support/PtyPort.h"
+#include "tests/window/Bench.h"
 #include "tests/window/Shown.h"
 
 using namespace support;
 
 namespace {
 
-struct Plugged {
-    World tWorld;
+struct Plugged : ShownWindow {
     PtyPort tPty, tOutput;
-    TestWindow t{tWorld};
 
     Plugged() {
         tWorld.bNativeDevices = true;
-        t.LoadAndShow();
-        t.chkCommEnabled(0).setChecked(true);
-        t.chkCommEnabled(1).setChecked(false);
-        t.chkOutputEnabled.setChecked(true);
-        t.txtCommPort(0).SetText(tPty.Link().toStdString());
-        t.txtOutputPort.SetText(tOutput.Link().toStdString());
-        t.txtOutputSettings.SetText("38400,n,8,1");
-        t.Press(ui::KeyStart);
+        chkCommEnabled(0).setChecked(true);
+        chkCommEnabled(1).setChecked(false);
+        chkOutputEnabled.setChecked(true);
+        txtCommPort(0).SetText(tPty.Link().toStdString());
+        txtOutputPort.SetText(tOutput.Link().toStdString());
+        txtOutputSettings.SetText("38400,n,8,1");
+        Press(ui::KeyStart);
     }
-    QStringList Log() { return support::Log(t, t.lstCommData(0)); }
+    QStringList Log() { return support::Log(*this, lstCommData(0)); }
     // The device goes and the window knows it.
     void PullOut() {
         tPty.HangUp();
-        QTRY_VERIFY(t.MSComm(0).Away());
+        QTRY_VERIFY(MSComm(0).Away());
     }
     void PutBack() {
         tPty.Recreate();
-        t.MSComm(0).Retry();
+        MSComm(0).Retry();
     }
     // Turns the event loop until the input has come as far as this.
     void Receive(std::string_view sData, const std::string& sBuffer) {
         QVERIFY(tPty.Write(sData));
-        QTRY_COMPARE(std::string(t.m_sCommBuffer(0)), sBuffer);
+        QTRY_COMPARE(std::string(m_sCommBuffer(0)), sBuffer);
     }
 };
 
@@ -92,34 +90,32 @@ bool DrawnRed(TestWindow& t, int iPanel) {
 }  // namespace
 
 void UnplugWindowTest::halfLineIsDroppedWhenTheDeviceIsBack() {
-    Plugged tPlugged;
-    tPlugged.Receive("$GPZDA,1\r\n$GPGLL,4916.45,N,123", "$GPGLL,4916.45,N,123");
-    tPlugged.PullOut();
-    tPlugged.PutBack();
+    Plugged t;
+    t.Receive("$GPZDA,1\r\n$GPGLL,4916.45,N,123", "$GPGLL,4916.45,N,123");
+    t.PullOut();
+    t.PutBack();
     // Without a checksum the two halves would pass as one good line, with a wrong longitude.
-    tPlugged.Receive("456.12,E,000000,A\r\n$GPZDA,2\r\n$GP", "$GP");
-    QCOMPARE(tPlugged.Log(), Texts({"$GPZDA,1", "<<Event 2001>>", "<<Event 2002>>",
-                                    "<<Half line dropped - 20 characters>>", "456.12,E,000000,A", "$GPZDA,2"}));
-    QCOMPARE(Marks(tPlugged.t, tPlugged.t.lstCommData(0)), QByteArray("------"));
+    t.Receive("456.12,E,000000,A\r\n$GPZDA,2\r\n$GP", "$GP");
+    QCOMPARE(t.Log(), Texts({"$GPZDA,1", "<<Event 2001>>", "<<Event 2002>>", "<<Half line dropped - 20 characters>>",
+                             "456.12,E,000000,A", "$GPZDA,2"}));
+    QCOMPARE(Marks(t, t.lstCommData(0)), QByteArray("------"));
     const std::string sForwarded = "$GPZDA,1\r\n456.12,E,000000,A\r\n$GPZDA,2\r\n";
-    QCOMPARE(tPlugged.tOutput.ReadAtLeast(sForwarded.size()), sForwarded);
-    QVERIFY(tPlugged.t.Lines(tPlugged.t.lstGpsData).empty());
+    QCOMPARE(t.tOutput.ReadAtLeast(sForwarded.size()), sForwarded);
+    QVERIFY(t.Lines(t.lstGpsData).empty());
 }
 
 void UnplugWindowTest::wholeLinesLoseNothing() {
-    Plugged tPlugged;
-    tPlugged.Receive("$GPZDA,1\r\n$", "$");
-    tPlugged.Receive("GPZDA,2\r\n", "");
-    tPlugged.PullOut();
-    tPlugged.PutBack();
-    tPlugged.Receive("$GPZDA,3\r\n$", "$");
-    QCOMPARE(tPlugged.Log(), Texts({"$GPZDA,1", "$GPZDA,2", "<<Event 2001>>", "<<Event 2002>>", "$GPZDA,3"}));
+    Plugged t;
+    t.Receive("$GPZDA,1\r\n$", "$");
+    t.Receive("GPZDA,2\r\n", "");
+    t.PullOut();
+    t.PutBack();
+    t.Receive("$GPZDA,3\r\n$", "$");
+    QCOMPARE(t.Log(), Texts({"$GPZDA,1", "$GPZDA,2", "<<Event 2001>>", "<<Event 2002>>", "$GPZDA,3"}));
 }
 
 void UnplugWindowTest::halfLineOfTheOtherPortStays() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
     t.Feed(0, "$GPZDA,");
     t.Feed(1, "$GPVTG,");
@@ -133,9 +129,7 @@ void UnplugWindowTest::halfLineOfTheOtherPortStays() {
 }
 
 void UnplugWindowTest::overlongLineIsForgottenWithoutAnotherWord() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
     t.Feed(0, std::string(70000, 'x'));
     t.Device(t.MSComm(0))->Vanish();
@@ -146,57 +140,55 @@ void UnplugWindowTest::overlongLineIsForgottenWithoutAnotherWord() {
 }
 
 void UnplugWindowTest::commandIsRefusedWhileTheDeviceIsAway() {
-    Plugged tPlugged;
-    tPlugged.PullOut();
-    tPlugged.t.cmdRxNasaChannel.click();
-    QCOMPARE(Panel(tPlugged.t, ui::PanelSummary),
-             QByteArray("Receiver - The device of input #1 is away, nothing was sent"));
-    tPlugged.PutBack();
-    tPlugged.t.cmdRxNasaChannel.click();
+    Plugged t;
+    t.PullOut();
+    t.cmdRxNasaChannel.click();
+    QCOMPARE(Panel(t, ui::PanelSummary), QByteArray("Receiver - The device of input #1 is away, nothing was sent"));
+    t.PutBack();
+    t.cmdRxNasaChannel.click();
     const std::string sCommand = TestWindow::WithChecksum("$PNMLC,S") + "\r\n";
-    QCOMPARE(tPlugged.tPty.ReadAtLeast(sCommand.size()), sCommand);
+    QCOMPARE(t.tPty.ReadAtLeast(sCommand.size()), sCommand);
 }
 
 void UnplugWindowTest::commandThatIsCutOffSaysSo() {
-    Plugged tPlugged;
+    Plugged t;
     std::string sArrived;
-    tPlugged.tWorld.tYield = [&] {
+    t.tWorld.tYield = [&] {
         QCoreApplication::processEvents();
-        sArrived += tPlugged.tPty.Read();
-        if (sArrived.size() == 4) tPlugged.tPty.HangUp();
+        sArrived += t.tPty.Read();
+        if (sArrived.size() == 4) t.tPty.HangUp();
     };
-    tPlugged.t.cmdRxNasaChannel.click();
+    t.cmdRxNasaChannel.click();
     QCOMPARE(sArrived, std::string("$PNM"));
-    QCOMPARE(Panel(tPlugged.t, ui::PanelSummary),
+    QCOMPARE(Panel(t, ui::PanelSummary),
              QByteArray("Receiver - The command was cut off, the device of input #1 has gone"));
     // And it can be sent anew.
-    tPlugged.tWorld.tYield = [] {};
-    QTRY_VERIFY(tPlugged.t.MSComm(0).Away());
-    tPlugged.PutBack();
-    tPlugged.t.cmdRxNasaChannel.click();
+    t.tWorld.tYield = [] {};
+    QTRY_VERIFY(t.MSComm(0).Away());
+    t.PutBack();
+    t.cmdRxNasaChannel.click();
     const std::string sCommand = TestWindow::WithChecksum("$PNMLC,S") + "\r\n";
-    QCOMPARE(tPlugged.tPty.ReadAtLeast(sCommand.size()), sCommand);
+    QCOMPARE(t.tPty.ReadAtLeast(sCommand.size()), sCommand);
 }
 
 void UnplugWindowTest::commandThatIsEndedByStopSaysNothing() {
-    Plugged tPlugged;
+    Plugged t;
     int iYields = 0;
-    tPlugged.tWorld.tYield = [&] {
-        if (++iYields == 5) tPlugged.t.Press(ui::KeyStop);
+    t.tWorld.tYield = [&] {
+        if (++iYields == 5) t.Press(ui::KeyStop);
     };
-    tPlugged.t.cmdRxNasaChannel.click();
-    QCOMPARE(Panel(tPlugged.t, ui::PanelState), QByteArray("Stopped"));
-    QCOMPARE(Panel(tPlugged.t, ui::PanelSummary), QByteArray());
+    t.cmdRxNasaChannel.click();
+    QCOMPARE(Panel(t, ui::PanelState), QByteArray("Stopped"));
+    QCOMPARE(Panel(t, ui::PanelSummary), QByteArray());
 }
 
 // The clock's text is what it always was; tip and colour tell the rest.
 void UnplugWindowTest::pulledPlugShowsAtItsClock() {
-    Plugged tPlugged;
-    TestWindow& t = tPlugged.t;
+    Plugged t;
     t.Advance(1);
     QCOMPARE(Tip(t, ui::PanelSilence0), Tip1);
     QVERIFY(!DrawnRed(t, ui::PanelSilence0));
-    tPlugged.PullOut();
+    t.PullOut();
     QCOMPARE(Tip(t, ui::PanelSilence0), Tip1 + Gone);
     QVERIFY(DrawnRed(t, ui::PanelSilence0));
     t.Advance(2);
@@ -207,33 +199,31 @@ void UnplugWindowTest::pulledPlugShowsAtItsClock() {
     QCOMPARE(tLabel.Drawn(), QStringLiteral("00:03"));  // not cut, for the sign beside it
     QCOMPARE(Tip(t, ui::PanelSilence1), Tip2);
     QVERIFY(!DrawnRed(t, ui::PanelSilence1));
-    tPlugged.PutBack();
+    t.PutBack();
     QCOMPARE(Panel(t, ui::PanelSilence0), QByteArray("00:03"));
     QCOMPARE(Tip(t, ui::PanelSilence0), Tip1);
     QVERIFY(!DrawnRed(t, ui::PanelSilence0));
 }
 
 void UnplugWindowTest::stopEndsTheSignOfAPulledPlug() {
-    Plugged tPlugged;
-    tPlugged.PullOut();
-    tPlugged.t.Advance(1);
-    QVERIFY(DrawnRed(tPlugged.t, ui::PanelSilence0));
-    tPlugged.t.Press(ui::KeyStop);
-    QCOMPARE(Tip(tPlugged.t, ui::PanelSilence0), Tip1);
-    QVERIFY(!DrawnRed(tPlugged.t, ui::PanelSilence0));
+    Plugged t;
+    t.PullOut();
+    t.Advance(1);
+    QVERIFY(DrawnRed(t, ui::PanelSilence0));
+    t.Press(ui::KeyStop);
+    QCOMPARE(Tip(t, ui::PanelSilence0), Tip1);
+    QVERIFY(!DrawnRed(t, ui::PanelSilence0));
 }
 
 void UnplugWindowTest::deviceThatCannotBeOpenedSaysWhyOnceAChange() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.StartBoth();
     t.Device(t.MSComm(0))->Vanish();
     const auto Try = [&](int iTimes) {
         for (int i = 0; i < iTimes; ++i) t.MSComm(0).Retry();
     };
     QStringList sLog{QStringLiteral("<<Event 2001>>")};
-    tWorld.sBadPorts[1] = "permission denied: /dev/ttyS0";
+    t.tWorld.sBadPorts[1] = "permission denied: /dev/ttyS0";
     Try(1);
     QCOMPARE(Log(t, t.lstCommData(0)), sLog);  // for an instant a new device is nobody's
     Try(5);
@@ -243,13 +233,13 @@ void UnplugWindowTest::deviceThatCannotBeOpenedSaysWhyOnceAChange() {
              Tip1 + QStringLiteral("\nThe device is back and cannot be opened: permission denied: /dev/ttyS0"));
     t.Advance(1);
     QVERIFY(DrawnRed(t, ui::PanelSilence0));
-    tWorld.sBadPorts[1] = "busy: /dev/ttyS0 is in use by gpsd (process 4711)";
+    t.tWorld.sBadPorts[1] = "busy: /dev/ttyS0 is in use by gpsd (process 4711)";
     Try(1);
     QCOMPARE(Log(t, t.lstCommData(0)), sLog);
     Try(5);
     sLog << QStringLiteral("<<Device not opened - busy: /dev/ttyS0 is in use by gpsd (process 4711)>>");
     QCOMPARE(Log(t, t.lstCommData(0)), sLog);
-    tWorld.sBadPorts.clear();
+    t.tWorld.sBadPorts.clear();
     Try(1);
     sLog << QStringLiteral("<<Event 2002>>");
     QCOMPARE(Log(t, t.lstCommData(0)), sLog);
@@ -258,7 +248,7 @@ void UnplugWindowTest::deviceThatCannotBeOpenedSaysWhyOnceAChange() {
     QCOMPARE(Log(t, t.lstCommData(1)), QStringList());
     // The next time it is told again.
     t.Device(t.MSComm(0))->Vanish();
-    tWorld.sBadPorts[1] = "permission denied: /dev/ttyS0";
+    t.tWorld.sBadPorts[1] = "permission denied: /dev/ttyS0";
     Try(2);
     sLog << QStringLiteral("<<Event 2001>>") << QStringLiteral("<<Device not opened - permission denied: /dev/ttyS0>>");
     QCOMPARE(Log(t, t.lstCommData(0)), sLog);
@@ -266,32 +256,30 @@ void UnplugWindowTest::deviceThatCannotBeOpenedSaysWhyOnceAChange() {
 
 // A real device, away, then under its name something that is none, then the device.
 void UnplugWindowTest::deviceThatComesAsAnotherThingSaysSo() {
-    Plugged tPlugged;
-    tPlugged.PullOut();
-    for (int i = 0; i < 3; ++i) tPlugged.t.MSComm(0).Retry();
-    QCOMPARE(tPlugged.Log(), Texts({"<<Event 2001>>"}));  // that it is away is known
-    QVERIFY(QFile::link(QStringLiteral("/dev/null"), tPlugged.tPty.Link()));
-    for (int i = 0; i < 3; ++i) tPlugged.t.MSComm(0).Retry();
+    Plugged t;
+    t.PullOut();
+    for (int i = 0; i < 3; ++i) t.MSComm(0).Retry();
+    QCOMPARE(t.Log(), Texts({"<<Event 2001>>"}));  // that it is away is known
+    QVERIFY(QFile::link(QStringLiteral("/dev/null"), t.tPty.Link()));
+    for (int i = 0; i < 3; ++i) t.MSComm(0).Retry();
     const QStringList sTold = Texts({"<<Event 2001>>", "<<Device not opened - not a serial device: /dev/null>>"});
-    QCOMPARE(tPlugged.Log(), sTold);
-    QVERIFY(QFile::remove(tPlugged.tPty.Link()));
-    tPlugged.t.MSComm(0).Retry();
-    tPlugged.t.Advance(1);
-    QCOMPARE(Tip(tPlugged.t, ui::PanelSilence0), Tip1 + Gone);
-    tPlugged.PutBack();
-    tPlugged.Receive("$GPZDA,1\r\n$", "$");
-    QCOMPARE(tPlugged.Log(), sTold + Texts({"<<Event 2002>>", "$GPZDA,1"}));
+    QCOMPARE(t.Log(), sTold);
+    QVERIFY(QFile::remove(t.tPty.Link()));
+    t.MSComm(0).Retry();
+    t.Advance(1);
+    QCOMPARE(Tip(t, ui::PanelSilence0), Tip1 + Gone);
+    t.PutBack();
+    t.Receive("$GPZDA,1\r\n$", "$");
+    QCOMPARE(t.Log(), sTold + Texts({"<<Event 2002>>", "$GPZDA,1"}));
 }
 
 void UnplugWindowTest::outputThatCannotBeOpenedSaysWhy() {
-    World tWorld;
-    TestWindow t(tWorld);
-    t.LoadAndShow();
+    ShownWindow t;
     t.chkOutputEnabled.setChecked(true);
     t.txtOutputPort.SetText("3");
     t.StartBoth();
     t.Device(t.MSCommOutput)->Vanish();
-    tWorld.sBadPorts[3] = "permission denied: /dev/ttyS2";
+    t.tWorld.sBadPorts[3] = "permission denied: /dev/ttyS2";
     for (int i = 0; i < 4; ++i) t.MSCommOutput.Retry();
     QCOMPARE(Log(t, t.lstOutputData),
              Texts({"<<Event 2001>>", "<<Device not opened - permission denied: /dev/ttyS2>>"}));

@@ -6,7 +6,7 @@
 #include <numbers>
 #include <random>
 
-#include "tests/support/AisEncoder.h"
+#include "tests/window/Bench.h"
 #include "tests/window/Shown.h"
 
 using namespace support;
@@ -43,25 +43,19 @@ const AisReport Ship = {.lMmsi = 366999123,
                         .lCourse = 455,
                         .lHeading = 50};
 
-struct Listening {
-    World tWorld;
-    TestWindow t{tWorld};
-    Listening() {
-        t.LoadAndShow();
-        t.StartBoth();
-    }
+struct Vdm : Listening {
     void SetOwnPosition(std::string_view sLatitude =
                             "47\xb0"
                             "36.50'N",
                         std::string_view sLongitude =
                             "122\xb0"
                             "20.20'W") {
-        t.txtGpsLat.SetText(sLatitude);
-        t.txtGpsLon.SetText(sLongitude);
+        txtGpsLat.SetText(sLatitude);
+        txtGpsLon.SetText(sLongitude);
     }
-    QStringList Log() { return support::Log(t, t.lstAisData); }
+    QStringList Log() { return support::Log(*this, lstAisData); }
     QStringList LogOf(const AisBits& sBits) {
-        t.FeedLine(0, AisSentence(sBits));
+        FeedLine(0, AisSentence(sBits));
         return Log();
     }
 };
@@ -191,13 +185,12 @@ void VdmWindowTest::badFieldIsNamed_data() {
 void VdmWindowTest::badFieldIsNamed() {
     QFETCH(QByteArray, sSentence);
     QFETCH(QByteArray, sError);
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Vdm t;
     t.FeedLine(0, AisSentence(AisStaticDataA(1234, "NAME")));
     const auto tStore = t.m_tVdmMessage(0);
     t.FeedLine(0, View(sSentence));
     const QByteArray sPrefix = sError.isEmpty() ? QByteArray("Error, ") : "Error - " + sError + ", ";
-    QCOMPARE(tListening.Log().mid(1), Texts({(sPrefix + sSentence).toStdString()}));
+    QCOMPARE(t.Log().mid(1), Texts({(sPrefix + sSentence).toStdString()}));
     QVERIFY(t.m_tVdmMessage(0).lData == tStore.lData);
     QCOMPARE(t.m_tVdmMessage(0).lLength, tStore.lLength);
     QCOMPARE(t.grdTargetData.Cells.Rows(), 2);
@@ -206,15 +199,14 @@ void VdmWindowTest::badFieldIsNamed() {
 }
 
 void VdmWindowTest::failedSentenceLeavesAMessageUnderWayAlone() {
-    Listening tListening;
+    Vdm t;
     const auto sParts = AisSentences(AisStaticVoyage(235009802, "A SHIP"), 'A', 3);
     QCOMPARE(sParts.size(), std::size_t{2});
-    tListening.t.FeedLine(0, sParts[0]);
-    tListening.t.FeedLine(0, "!AIVDM,1,1,,,0000,0");
-    tListening.t.FeedLine(0, "!AIVDM,x,1,,A,0000,0");
-    tListening.t.FeedLine(0, sParts[1]);
-    QCOMPARE(tListening.Log().last(),
-             QStringLiteral("Time=12:00:00, Ch=A, Id=5, MMSI=235009802, Ship Static and Voyage"));
+    t.FeedLine(0, sParts[0]);
+    t.FeedLine(0, "!AIVDM,1,1,,,0000,0");
+    t.FeedLine(0, "!AIVDM,x,1,,A,0000,0");
+    t.FeedLine(0, sParts[1]);
+    QCOMPARE(t.Log().last(), QStringLiteral("Time=12:00:00, Ch=A, Id=5, MMSI=235009802, Ship Static and Voyage"));
 }
 
 void VdmWindowTest::whatIsNotExaminedDoesNotMatter_data() {
@@ -234,10 +226,10 @@ void VdmWindowTest::whatIsNotExaminedDoesNotMatter() {
     QFETCH(QByteArray, sBefore);
     QFETCH(QByteArray, sBehind);
     QFETCH(QByteArray, sChannel);
-    Listening tListening;
-    tListening.t.FeedLine(0, View(sBefore + Bytes(AisPayload(AisOther(11, 2442000))) + sBehind));
-    QCOMPARE(tListening.Log(), Texts({"Time=12:00:00, Ch=" + sChannel.toStdString() + ", Id=11, MMSI=2442000"}));
-    QCOMPARE(Cell(tListening.t, 1, targets::ColChannel), sChannel);
+    Vdm t;
+    t.FeedLine(0, View(sBefore + Bytes(AisPayload(AisOther(11, 2442000))) + sBehind));
+    QCOMPARE(t.Log(), Texts({"Time=12:00:00, Ch=" + sChannel.toStdString() + ", Id=11, MMSI=2442000"}));
+    QCOMPARE(Cell(t, 1, targets::ColChannel), sChannel);
 }
 
 void VdmWindowTest::characterIsAValue_data() {
@@ -260,96 +252,94 @@ void VdmWindowTest::characterIsAValue_data() {
 void VdmWindowTest::characterIsAValue() {
     QFETCH(QByteArray, sCharacter);
     QFETCH(int, iValue);
-    Listening tListening;
-    tListening.t.FeedLine(0, View("!AIVDM,1,1,,A," + sCharacter + ",0"));
-    const QString sHeader = tListening.Log().value(0);
+    Vdm t;
+    t.FeedLine(0, View("!AIVDM,1,1,,A," + sCharacter + ",0"));
+    const QString sHeader = t.Log().value(0);
     QVERIFY2(sHeader.contains(QStringLiteral(", Id=%1, MMSI=0").arg(iValue)), qPrintable(sHeader));
-    QCOMPARE(Cell(tListening.t, 1, targets::ColMessageId), QByteArray::number(iValue));
+    QCOMPARE(Cell(t, 1, targets::ColMessageId), QByteArray::number(iValue));
 }
 
 void VdmWindowTest::twoSentencesMakeOneHeader() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Vdm t;
     const auto sParts = AisSentences(AisStaticVoyage(235009802, "A SHIP"), 'B', 3);
     t.FeedLine(0, sParts.at(0));
-    QCOMPARE(tListening.Log(), QStringList());
+    QCOMPARE(t.Log(), QStringList());
     QCOMPARE(t.grdTargetData.Cells.Rows(), 1);
     t.FeedLine(0, sParts.at(1));
-    QCOMPARE(tListening.Log(), Texts({"Time=12:00:00, Ch=B, Id=5, MMSI=235009802, Ship Static and Voyage"}));
+    QCOMPARE(t.Log(), Texts({"Time=12:00:00, Ch=B, Id=5, MMSI=235009802, Ship Static and Voyage"}));
     QCOMPARE(Cell(t, 1, targets::ColMessageId), QByteArray("5=Ship Static and Voyage"));
     QCOMPARE(Bytes(t.Cell(t.grdMessageData, 5, 1)), QByteArray("1"));
 }
 
 void VdmWindowTest::headerIsOfTheLastSentence() {
-    Listening tListening;
+    Vdm t;
     // Other sequential id, other channel, later.
     const auto sFirst = AisSentences(AisStaticVoyage(235009802, "A SHIP"), 'A', 3);
     const auto sSecond = AisSentences(AisStaticVoyage(235009802, "A SHIP"), 'B', 4);
-    tListening.t.FeedLine(0, sFirst.at(0));
-    tListening.t.Advance(7);
-    tListening.t.FeedLine(0, sSecond.at(1));
-    QCOMPARE(tListening.Log(), Texts({"Time=12:00:07, Ch=B, Id=5, MMSI=235009802, Ship Static and Voyage"}));
-    QCOMPARE(Cell(tListening.t, 1, targets::ColTime), QByteArray("12:00:07"));
-    QCOMPARE(Cell(tListening.t, 1, targets::ColChannel), QByteArray("B"));
+    t.FeedLine(0, sFirst.at(0));
+    t.Advance(7);
+    t.FeedLine(0, sSecond.at(1));
+    QCOMPARE(t.Log(), Texts({"Time=12:00:07, Ch=B, Id=5, MMSI=235009802, Ship Static and Voyage"}));
+    QCOMPARE(Cell(t, 1, targets::ColTime), QByteArray("12:00:07"));
+    QCOMPARE(Cell(t, 1, targets::ColChannel), QByteArray("B"));
 }
 
 void VdmWindowTest::lostFirstPartDecodesTheFormerMessageAgain() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    const QStringList sOnce = tListening.LogOf(AisClassA(1, Ship));
+    Vdm t;
+    const QStringList sOnce = t.LogOf(AisClassA(1, Ship));
     t.FeedLine(0, AisSentences(AisStaticVoyage(235009802, "A SHIP"), 'A', 3).at(1));
-    QCOMPARE(tListening.Log(), sOnce + sOnce);
+    QCOMPARE(t.Log(), sOnce + sOnce);
     QCOMPARE(Column(t, targets::ColMmsi), Texts({"366999123", "366999123"}));
     QCOMPARE(Bytes(t.Cell(t.grdMessageData, 1, 1)), QByteArray("2"));
 }
 
 void VdmWindowTest::orderOfPartsIsNotChecked() {
-    Listening tListening;
+    Vdm t;
     const std::string sPayload = AisPayload(AisStaticDataA(338123456, "NAME OF A YACHT"));
     const std::string sHead = sPayload.substr(0, 10), sTail = sPayload.substr(10);
     // The middle one of three never comes.
-    tListening.t.FeedLine(0, "!AIVDM,3,1,5,A," + sHead + ",0");
-    tListening.t.FeedLine(0, "!AIVDM,3,3,5,A," + sTail + ",0");
-    QCOMPARE(tListening.Log(), Texts({"Time=12:00:00, Ch=A, Id=24, MMSI=338123456"}));
+    t.FeedLine(0, "!AIVDM,3,1,5,A," + sHead + ",0");
+    t.FeedLine(0, "!AIVDM,3,3,5,A," + sTail + ",0");
+    QCOMPARE(t.Log(), Texts({"Time=12:00:00, Ch=A, Id=24, MMSI=338123456"}));
     // The second before the first: it completes what was there, then the first waits.
-    tListening.t.FeedLine(0, "!AIVDM,2,2,5,A," + sTail + ",0");
-    tListening.t.FeedLine(0, "!AIVDM,2,1,5,A," + sHead + ",0");
-    QCOMPARE(tListening.Log().size(), 2);
+    t.FeedLine(0, "!AIVDM,2,2,5,A," + sTail + ",0");
+    t.FeedLine(0, "!AIVDM,2,1,5,A," + sHead + ",0");
+    QCOMPARE(t.Log().size(), 2);
 }
 
 void VdmWindowTest::lengthStaysAfterDecoding() {
-    Listening tListening;
-    tListening.LogOf(AisClassA(1, Ship));
-    QCOMPARE(tListening.t.m_tVdmMessage(0).lLength, 28);
-    tListening.t.FeedLine(0, "!AIVDM,2,2,,A,0000,0");
-    QCOMPARE(tListening.t.m_tVdmMessage(0).lLength, 32);
-    tListening.t.FeedLine(0, "!AIVDM,1,1,,A,400,0");
-    QCOMPARE(tListening.t.m_tVdmMessage(0).lLength, 3);
+    Vdm t;
+    t.LogOf(AisClassA(1, Ship));
+    QCOMPARE(t.m_tVdmMessage(0).lLength, 28);
+    t.FeedLine(0, "!AIVDM,2,2,,A,0000,0");
+    QCOMPARE(t.m_tVdmMessage(0).lLength, 32);
+    t.FeedLine(0, "!AIVDM,1,1,,A,400,0");
+    QCOMPARE(t.m_tVdmMessage(0).lLength, 3);
 }
 
 void VdmWindowTest::shortMessageReadsWhatCameBefore() {
-    Listening tListening;
-    const QStringList sFull = tListening.LogOf(AisClassA(1, Ship));
+    Vdm t;
+    const QStringList sFull = t.LogOf(AisClassA(1, Ship));
     AisReport tOther = Ship;
     tOther.lMmsi = 211000001;
     // Id and MMSI take six characters and two bits of the seventh, which the status follows.
     const std::string sStart = AisPayload(AisClassA(3, tOther)).substr(0, 7);
-    tListening.t.FeedLine(0, "!AIVDM,1,1,,A," + sStart + ",0");
-    const QStringList sShort = tListening.Log().mid(sFull.size());
+    t.FeedLine(0, "!AIVDM,1,1,,A," + sStart + ",0");
+    const QStringList sShort = t.Log().mid(sFull.size());
     QCOMPARE(sShort.value(0), QStringLiteral("Time=12:00:00, Ch=A, Id=3, MMSI=211000001, Position Response"));
     QCOMPARE(sShort.mid(1), sFull.mid(1));
 }
 
 void VdmWindowTest::portsAssembleApart() {
-    Listening tListening;
+    Vdm t;
     const auto sFirst = AisSentences(AisStaticVoyage(235009802, "A SHIP"), 'A', 3);
     const auto sSecond = AisSentences(AisStaticVoyage(219000001, "B SHIP"), 'B', 3);
-    tListening.t.FeedLine(0, sFirst.at(0));
-    tListening.t.FeedLine(1, sSecond.at(0));
-    tListening.t.FeedLine(0, sFirst.at(1));
-    tListening.t.FeedLine(1, sSecond.at(1));
-    QCOMPARE(tListening.Log(), Texts({"Time=12:00:00, Ch=A, Id=5, MMSI=235009802, Ship Static and Voyage",
-                                      "Time=12:00:00, Ch=B, Id=5, MMSI=219000001, Ship Static and Voyage"}));
+    t.FeedLine(0, sFirst.at(0));
+    t.FeedLine(1, sSecond.at(0));
+    t.FeedLine(0, sFirst.at(1));
+    t.FeedLine(1, sSecond.at(1));
+    QCOMPARE(t.Log(), Texts({"Time=12:00:00, Ch=A, Id=5, MMSI=235009802, Ship Static and Voyage",
+                             "Time=12:00:00, Ch=B, Id=5, MMSI=219000001, Ship Static and Voyage"}));
 }
 
 void VdmWindowTest::fiveHundredTwelveValuesAreAccepted_data() {
@@ -367,8 +357,7 @@ void VdmWindowTest::fiveHundredTwelveValuesAreAccepted() {
     QFETCH(int, iFirst);
     QFETCH(int, iSecond);
     QFETCH(bool, bAccepted);
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Vdm t;
     const auto sOf = [](int iNumber, int iCount, int iSize) {
         return "!AIVDM," + std::to_string(iCount) + "," + std::to_string(iNumber) + ",,A," +
                std::string(static_cast<std::size_t>(iSize), '8') + ",0";
@@ -381,12 +370,12 @@ void VdmWindowTest::fiveHundredTwelveValuesAreAccepted() {
     }
     const auto tStore = t.m_tVdmMessage(0);
     t.FeedLine(0, sLast);
-    QCOMPARE(tListening.Log().size(), 1);
+    QCOMPARE(t.Log().size(), 1);
     if (bAccepted) {
-        QVERIFY(tListening.Log().at(0).startsWith(QLatin1String("Time=12:00:00, Ch=A, Id=8, MMSI=")));
+        QVERIFY(t.Log().at(0).startsWith(QLatin1String("Time=12:00:00, Ch=A, Id=8, MMSI=")));
         QCOMPARE(t.m_tVdmMessage(0).lLength, 512);
     } else {
-        QCOMPARE(tListening.Log(), Texts({"Error, " + sLast}));
+        QCOMPARE(t.Log(), Texts({"Error, " + sLast}));
         QCOMPARE(t.m_tVdmMessage(0).lLength, iHeld);
         QVERIFY(t.m_tVdmMessage(0).lData == tStore.lData);
         QCOMPARE(t.grdTargetData.Cells.Rows(), 1);
@@ -400,14 +389,14 @@ void VdmWindowTest::headerTellsEveryId_data() {
 
 void VdmWindowTest::headerTellsEveryId() {
     QFETCH(int, iId);
-    Listening tListening;
-    const QStringList sLines = tListening.LogOf(AisOther(iId, 244660123));
+    Vdm t;
+    const QStringList sLines = t.LogOf(AisOther(iId, 244660123));
     QCOMPARE(sLines.value(0).toLatin1(),
              "Time=12:00:00, Ch=A, Id=" + QByteArray::number(iId) + ", MMSI=244660123" + HeaderName(iId));
     const bool bLaidOut = (iId >= 1 && iId <= 4) || iId == 18 || iId == 19;
     QCOMPARE(sLines.size() > 1, bLaidOut);
-    QCOMPARE(tListening.t.grdTargetData.Cells.Rows(), 2);
-    QCOMPARE(Panel(tListening.t, ui::PanelSummary), QByteArray("1 Targets, 1 Messages"));
+    QCOMPARE(t.grdTargetData.Cells.Rows(), 2);
+    QCOMPARE(Panel(t, ui::PanelSummary), QByteArray("1 Targets, 1 Messages"));
 }
 
 void VdmWindowTest::mmsiHasNoLeadingZeros_data() {
@@ -419,10 +408,10 @@ void VdmWindowTest::mmsiHasNoLeadingZeros_data() {
 
 void VdmWindowTest::mmsiHasNoLeadingZeros() {
     QFETCH(quint32, lMmsi);
-    Listening tListening;
-    QCOMPARE(tListening.LogOf(AisOther(11, lMmsi)).value(0).toLatin1(),
+    Vdm t;
+    QCOMPARE(t.LogOf(AisOther(11, lMmsi)).value(0).toLatin1(),
              "Time=12:00:00, Ch=A, Id=11, MMSI=" + QByteArray::number(lMmsi));
-    QCOMPARE(Cell(tListening.t, 1, targets::ColMmsi), QByteArray::number(lMmsi));
+    QCOMPARE(Cell(t, 1, targets::ColMmsi), QByteArray::number(lMmsi));
 }
 
 void VdmWindowTest::linesOfAMessageInOrder_data() {
@@ -437,8 +426,8 @@ void VdmWindowTest::linesOfAMessageInOrder_data() {
 void VdmWindowTest::linesOfAMessageInOrder() {
     QFETCH(int, iType);
     QFETCH(QByteArray, sLines);
-    Listening tListening;
-    tListening.SetOwnPosition();
+    Vdm t;
+    t.SetOwnPosition();
     const Circle tCircle = GreatCircle(47 + 36.5L / 60, -122 - 20.2L / 60, 47 + 40.0L / 60, -122 - 30.0L / 60);
     QStringList sExpected = {QStringLiteral("Time=12:00:00, Ch=A, Id=%1, MMSI=366999123").arg(iType) +
                              QString::fromLatin1(HeaderName(iType))};
@@ -453,8 +442,8 @@ void VdmWindowTest::linesOfAMessageInOrder() {
         if (c == 'S') sExpected << QStringLiteral("   Sog=10.1");
         if (c == 'C') sExpected << QStringLiteral("   Cog=45.5, Heading=50");
     }
-    QCOMPARE(tListening.LogOf(MessageOfType(iType, Ship)), sExpected);
-    QVERIFY(!tListening.t.Marks(tListening.t.lstAisData).at(0));
+    QCOMPARE(t.LogOf(MessageOfType(iType, Ship)), sExpected);
+    QVERIFY(!t.Marks(t.lstAisData).at(0));
 }
 
 void VdmWindowTest::rowOfAMessage_data() {
@@ -481,9 +470,8 @@ void VdmWindowTest::rowOfAMessage_data() {
 void VdmWindowTest::rowOfAMessage() {
     QFETCH(int, iType);
     QFETCH(QStringList, sCells);
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    tListening.LogOf(MessageOfType(iType, Ship));
+    Vdm t;
+    t.LogOf(MessageOfType(iType, Ship));
     QStringList sShown;
     for (const int iCol : {7, 10, 11, 12, 13}) sShown << QString::fromLatin1(Cell(t, 1, iCol));
     QCOMPARE(sShown, sCells);
@@ -517,16 +505,16 @@ void VdmWindowTest::rangeNeedsAllFourCoordinates() {
     tReport.lLatitude = lLatitude;
     tReport.lLongitude = lLongitude;
     for (const int iType : {1, 2, 3, 4, 18, 19}) {
-        Listening tListening;
-        tListening.SetOwnPosition(View(sOwnLatitude), View(sOwnLongitude));
-        const QStringList sLines = tListening.LogOf(MessageOfType(iType, tReport));
+        Vdm t;
+        t.SetOwnPosition(View(sOwnLatitude), View(sOwnLongitude));
+        const QStringList sLines = t.LogOf(MessageOfType(iType, tReport));
         QCOMPARE(sLines.filter(QLatin1String("   Rng=")).size(), bRange ? 1 : 0);
-        QCOMPARE(Cell(tListening.t, 1, targets::ColRange).isEmpty(), !bRange);
-        QCOMPARE(Cell(tListening.t, 1, targets::ColBearing).isEmpty(), !bRange);
+        QCOMPARE(Cell(t, 1, targets::ColRange).isEmpty(), !bRange);
+        QCOMPARE(Cell(t, 1, targets::ColBearing).isEmpty(), !bRange);
     }
     // Nothing is known of the own position at the start.
-    Listening tListening;
-    QCOMPARE(tListening.LogOf(AisClassA(1, Ship)).filter(QLatin1String("Rng=")).size(), 0);
+    Vdm t;
+    QCOMPARE(t.LogOf(AisClassA(1, Ship)).filter(QLatin1String("Rng=")).size(), 0);
 }
 
 void VdmWindowTest::fieldTexts_data() {
@@ -622,8 +610,8 @@ void VdmWindowTest::fieldTexts_data() {
 void VdmWindowTest::fieldTexts() {
     QFETCH(QByteArray, sBits);
     QFETCH(QByteArray, sLine);
-    Listening tListening;
-    const QStringList sLines = tListening.LogOf(sBits.toStdString());
+    Vdm t;
+    const QStringList sLines = t.LogOf(sBits.toStdString());
     QVERIFY2(sLines.contains(QString::fromLatin1(sLine)), qPrintable(sLines.join(QLatin1String(" | "))));
 }
 
@@ -652,12 +640,11 @@ void VdmWindowTest::fieldsThatATypeLacksAnswerErr() {
 }
 
 void VdmWindowTest::targetAtTheOwnPositionHasNoRange() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    tListening.SetOwnPosition("00 00.00 N", "000 00.00 E");
+    Vdm t;
+    t.SetOwnPosition("00 00.00 N", "000 00.00 E");
     AisReport tReport = Ship;
     tReport.lLatitude = tReport.lLongitude = 0;
-    const QStringList sLines = tListening.LogOf(AisClassA(1, tReport));
+    const QStringList sLines = t.LogOf(AisClassA(1, tReport));
     QCOMPARE(sLines.mid(2), Texts({"   Rot=+10, Sog=10.1", "   Cog=45.5, Heading=50"}));
     QCOMPARE(Cell(t, 1, targets::ColRange), QByteArray());
     QCOMPARE(Cell(t, 1, targets::ColBearing), QByteArray());
@@ -692,9 +679,8 @@ void VdmWindowTest::hundredTargetsAgreeWithTheGreatCircle() {
     QFETCH(double, dLatitude);
     QFETCH(double, dLongitude);
     QFETCH(double, dSpread);
-    Listening tListening;
-    TestWindow& t = tListening.t;
-    tListening.SetOwnPosition(View(sLatitude), View(sLongitude));
+    Vdm t;
+    t.SetOwnPosition(View(sLatitude), View(sLongitude));
     std::mt19937 tRandom(20110515);
     std::uniform_real_distribution<double> tSpread(-dSpread, dSpread);
     std::vector<Circle> tExpected;
@@ -725,8 +711,7 @@ void VdmWindowTest::hundredTargetsAgreeWithTheGreatCircle() {
 }
 
 void VdmWindowTest::levelsTellTheLastDecodedMessage() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Vdm t;
     t.FeedLine(0, AisSentence(AisOther(11, 2442000), 'A'));
     t.Advance(5);
     t.FeedLine(0, "!AIVDM,2,1,,B,40,0");  // incomplete
@@ -736,33 +721,30 @@ void VdmWindowTest::levelsTellTheLastDecodedMessage() {
 }
 
 void VdmWindowTest::incompleteMessageShowsNowhere() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Vdm t;
     t.FeedLine(0, AisSentences(AisStaticVoyage(235009802, "A SHIP"), 'A', 3).at(0));
-    QCOMPARE(tListening.Log(), QStringList());
+    QCOMPARE(t.Log(), QStringList());
     QCOMPARE(t.grdTargetData.Cells.Rows(), 1);
     QCOMPARE(Bytes(t.Cell(t.grdMessageData, 34, 1)), QByteArray("0"));
     QCOMPARE(Panel(t, ui::PanelSummary), QByteArray());
 }
 
 void VdmWindowTest::logKeepsTheNewest101Lines() {
-    Listening tListening;
-    TestWindow& t = tListening.t;
+    Vdm t;
     QStringList sExpected;
     for (std::uint32_t i = 1; i <= 130; ++i) {
         t.FeedLine(0, AisSentence(AisOther(11, i)));
         sExpected << QStringLiteral("Time=12:00:00, Ch=A, Id=11, MMSI=%1").arg(i);
-        if (i >= 99 && i <= 103)
-            QCOMPARE(tListening.Log(), sExpected.mid(std::max<qsizetype>(sExpected.size(), 101) - 101));
+        if (i >= 99 && i <= 103) QCOMPARE(t.Log(), sExpected.mid(std::max<qsizetype>(sExpected.size(), 101) - 101));
     }
-    QCOMPARE(tListening.Log(), sExpected.mid(29));
+    QCOMPARE(t.Log(), sExpected.mid(29));
     QCOMPARE(t.lstAisData.currentIndex().row(), 100);
     QVERIFY(!Marks(t, t.lstAisData).contains('+'));
 }
 
 void VdmWindowTest::anyCharactersAreTaken() {
-    Listening tListening;
-    tListening.SetOwnPosition();
+    Vdm t;
+    t.SetOwnPosition();
     std::mt19937 tRandom(7);
     for (int i = 0; i < 3000; ++i) {
         std::string sLine = "!AIVDM,";
@@ -770,11 +752,11 @@ void VdmWindowTest::anyCharactersAreTaken() {
         for (std::size_t j = 0; j < iLength; ++j)
             sLine += static_cast<char>(tRandom() % 5 == 0 ? ',' : tRandom() % 256);
         if (i % 2 == 0) sLine.insert(7, "1,1,,A,");
-        tListening.t.FeedLine(static_cast<app::PortIndex>(i % 2), sLine);
+        t.FeedLine(static_cast<app::PortIndex>(i % 2), sLine);
     }
-    QVERIFY(tListening.Log().size() == 101);
-    QVERIFY(tListening.t.grdTargetData.Cells.Rows() > 200);
-    QVERIFY(tListening.t.grdTargetData.Redraw());
+    QVERIFY(t.Log().size() == 101);
+    QVERIFY(t.grdTargetData.Cells.Rows() > 200);
+    QVERIFY(t.grdTargetData.Redraw());
 }
 
 QTEST_MAIN(VdmWindowTest)
