@@ -7,12 +7,22 @@
 
 namespace app {
 
+namespace {
+
+// Where the system's packages keep programs. Root could write there, but settings are no part of an installation.
+bool IsOfSystem(const QString& sFolder) {
+    const QString sReal = QFileInfo(sFolder).canonicalFilePath();
+    return (sReal.isEmpty() ? sFolder : sReal).startsWith(QLatin1String("/usr/"));
+}
+
+}  // namespace
+
 ProfilePlace ProfilePath(const QString& sProgramFile) {
     const QFileInfo tProgram(sProgramFile);
     const QString sName = tProgram.completeBaseName() + QLatin1String(".Ini");
     const QString sFolder = tProgram.absolutePath();
     const QString sBeside = sFolder + QLatin1Char('/') + sName;
-    if (QFileInfo(sFolder).isWritable()) return {sBeside, {}};
+    if (!IsOfSystem(sFolder) && QFileInfo(sFolder).isWritable()) return {sBeside, {}};
     const QString sConfig =
         QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + QLatin1String("/tidewatch");
     QDir().mkpath(sConfig);

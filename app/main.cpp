@@ -11,7 +11,7 @@ int main(int argc, char* argv[]) {
     std::signal(SIGXFSZ, SIG_IGN);  // a file that may grow no further is a failed write, not the end of the program
     QApplication tApplication(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tidewatch"));
-    QApplication::setDesktopFileName(QStringLiteral("tidewatch"));
+    QApplication::setDesktopFileName(QStringLiteral("org.tidewatch.tidewatch"));
     app::frmMain tWindow;
     tWindow.Form_Load();
     toolkit::OnQuitSignal(&tWindow, [&tWindow] { tWindow.close(); });

@@ -1,4 +1,4 @@
-// Where the manual is found: beside an installed program, or in the source folder of one that was built.
+// Where the manual is found: beside an installed program, or in the build folder.
 #include "app/ManualPath.h"
 
 #include <QDir>
@@ -28,14 +28,14 @@ void ManualPathTest::manualIsFound_data() {
     QTest::addColumn<QStringList>("files");
     QTest::addColumn<QString>("program");
     QTest::addColumn<QString>("manual");
-    const QString sInstalled = QStringLiteral("usr/share/doc/tidewatch/manual.md");
-    const QString sSource = QStringLiteral("src/docs/manual.md");
+    const QString sInstalled = QStringLiteral("usr/share/doc/tidewatch/manual.html");
+    const QString sSource = QStringLiteral("src/build/release/packaging/manual/manual.html");
     QTest::newRow("installed") << QStringList{sInstalled, sSource} << QStringLiteral("usr/bin/tidewatch") << sInstalled;
     QTest::newRow("built") << QStringList{sInstalled, sSource} << QStringLiteral("src/build/release/app/tidewatch")
                            << sSource;
     QTest::newRow("neither") << QStringList{} << QStringLiteral("usr/bin/tidewatch") << QString();
     // Somebody else's documents are not ours.
-    QTest::newRow("elsewhere") << QStringList{QStringLiteral("docs/manual.md")} << QStringLiteral("bin/tidewatch")
+    QTest::newRow("elsewhere") << QStringList{QStringLiteral("docs/manual.html")} << QStringLiteral("bin/tidewatch")
                                << QString();
 }
 

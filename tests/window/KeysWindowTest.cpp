@@ -174,7 +174,7 @@ void KeysWindowTest::f1OpensTheManual() {
     // The program's folder of this world, as if it had been installed there.
     const QDir tFolder(t.tWorld.Folder());
     const QString sProgram = tFolder.filePath(QStringLiteral("bin/tidewatch"));
-    const QString sManual = tFolder.filePath(QStringLiteral("share/doc/tidewatch/manual.md"));
+    const QString sManual = tFolder.filePath(QStringLiteral("share/doc/tidewatch/manual.html"));
     QVERIFY(tFolder.mkpath(QStringLiteral("bin")) && tFolder.mkpath(QStringLiteral("share/doc/tidewatch")));
     t.tWorld.WriteFile(sProgram, "");
     t.tWorld.WriteFile(sManual, "# Tidewatch");
@@ -194,11 +194,11 @@ void KeysWindowTest::f1SaysWhyThereIsNone() {
     QVERIFY(tFolder.mkpath(QStringLiteral("bin")) && tFolder.mkpath(QStringLiteral("share/doc/tidewatch")));
     t.m_tPlatform.sProgramFile = tFolder.filePath(QStringLiteral("bin/tidewatch"));
     t.tWorld.WriteFile(t.m_tPlatform.sProgramFile, "");
-    t.tWorld.WriteFile(tFolder.filePath(QStringLiteral("share/doc/tidewatch/manual.md")), "# Tidewatch");
+    t.tWorld.WriteFile(tFolder.filePath(QStringLiteral("share/doc/tidewatch/manual.html")), "# Tidewatch");
     t.tWorld.bOpensDocuments = false;
     t.Key(Qt::Key_F1);
     QCOMPARE(t.tWorld.sDocuments.size(), 1);
-    QVERIFY2(t.Panel(2).ends_with("share/doc/tidewatch/manual.md"), t.Panel(2).c_str());
+    QVERIFY2(t.Panel(2).ends_with("share/doc/tidewatch/manual.html"), t.Panel(2).c_str());
     QVERIFY(t.tWorld.sMessages.isEmpty());
 }
 

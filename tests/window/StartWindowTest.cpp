@@ -19,6 +19,7 @@ private slots:
     void profileStandsBesideTheProgram_data();
     void profileStandsBesideTheProgram();
     void profileMovesToTheUsersFolderWhenTheProgramsCannotBeWritten();
+    void profileIsNeverKeptAmongTheSystemsPrograms();
     void ownPositionIsUnknown();
     void chosenSortIsLeftAlone();
     void timingPlanIsMadeOnce();
@@ -52,6 +53,15 @@ void StartWindowTest::profileMovesToTheUsersFolderWhenTheProgramsCannotBeWritten
     QCOMPARE(sPath, tWorld.Path(QStringLiteral("config/tidewatch/tidewatch.Ini")));
     tWorld.WriteFile(sPath, "");  // the folder has been made
     QVERIFY(QFile::exists(sPath));
+}
+
+void StartWindowTest::profileIsNeverKeptAmongTheSystemsPrograms() {
+    // Of a program that is there, and where root runs this one that may be written to as well.
+    const World tWorld;
+    qputenv("XDG_CONFIG_HOME", tWorld.Path(QStringLiteral("config")).toUtf8());
+    const QString sPath = app::ProfilePath(QStringLiteral("/usr/bin/env")).sFile;
+    qunsetenv("XDG_CONFIG_HOME");
+    QCOMPARE(sPath, tWorld.Path(QStringLiteral("config/tidewatch/env.Ini")));
 }
 
 void StartWindowTest::ownPositionIsUnknown() {
