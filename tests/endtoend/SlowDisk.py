@@ -99,7 +99,8 @@ def main():
     with tempfile.TemporaryDirectory() as folder, rig.display():
         lines = [rig.SerialLine(os.path.join(folder, name)) for name in ("receiver", "second", "plotter")]
         profile = rig.profile(*(line.link for line in lines), output_settings="115200,n,8,1")
-        with rig.SlowProgram(options.program, folder, profile, options.slow_disk, options.sync_seconds) as program:
+        with rig.WatchedProgram(options.program, folder, profile, [options.slow_disk],
+                                **rig.slow_disk(folder, options.sync_seconds)) as program:
             window = Soak(options, folder, program, lines)
             window.start()
             record = window.record()
@@ -112,7 +113,7 @@ def main():
                 time.sleep(TICK)
             window.press_stop()
             rig.check(program.close() == 0, "the program ends with an error")
-        judge(run, record, program.noted("write", began, ended), program.noted("sync", began, ended))
+        judge(run, record, rig.noted(folder, "write", began, ended), rig.noted(folder, "sync", began, ended))
 
 
 if __name__ == "__main__":

@@ -3,14 +3,13 @@ of input #1 vanishing and coming back, tabs being changed. Counts at both ends: 
 device was there must stand in the record file once. Prints memory, descriptors and processor share as it goes.
 
 With --in-lines the plug is pulled in the middle of lines, without a silence before it. What the system had not handed to
-the program by then it throws away: that is counted at the pseudo-terminal, which only root may. With --slow-disk every
-tenth synchronisation of the disk takes two seconds. With --capture every byte is counted as well."""
+the program by then it throws away: --handed-over keeps what it did hand over. With --slow-disk every tenth
+synchronisation of the disk takes two seconds. With --capture every byte is counted as well."""
 
 import collections
 import os
 import random
 import re
-import signal
 import statistics
 import sys
 import tempfile
@@ -33,6 +32,29 @@ SLOW_SECONDS = 2  # that a slow disk takes longer
 SLOW_EVERY = 10  # of that many synchronisations one
 
 
+class Plug:
+    """A time for which a device was there, and the bytes of its feed from when on."""
+
+    def __init__(self, start, device, since):
+        self.start = start
+        self.device = device
+        self.since = since
+        self.pulled = float("inf")
+        self.handed = b""
+        self.thrown = 0
+
+    def read(self, folder):
+        """What the program was handed of it, as HandedOver kept it: a file for each open."""
+        number = os.path.basename(self.device)
+        opens = [(float(name.rpartition("-")[0]), name) for name in os.listdir(folder) if name.endswith("-" + number)]
+        data = b""
+        for when, name in sorted(opens):
+            if self.since <= when < self.pulled:
+                with open(os.path.join(folder, name), "rb") as file:
+                    data += file.read()
+        return data
+
+
 class Feed:
     """Sends sentences to one input at its line rate, round and round, and knows which ones went out whole."""
 
@@ -46,8 +68,8 @@ class Feed:
         self.times = []  # when each was sent
         self.ends = []  # where each ends among the bytes written
         self.written = bytearray()
-        self.thrown = set()  # indices of those that went with the plug
-        self.unread = 0  # bytes that did
+        self.plugs = [Plug(0, line.device, time.monotonic())]
+        self.thrown = set()  # indices of those that the program never had wholly
         self.quiet = False
 
     def send(self, seconds):
@@ -77,16 +99,32 @@ class Feed:
         self.write(self.pending)
         self.pending = b""
 
-    def lose(self, unread, tail):
-        """The plug is pulled now: sentences that the program has not had wholly are gone. Their tail comes first when
-        the device is back, or not at all."""
-        self.unread += unread
-        index = len(self.ends) - 1
-        while index >= 0 and self.ends[index] > len(self.written) - unread:
-            self.thrown.add(index)
-            index -= 1
+    def pull(self, tail):
+        """What has not been written of the line comes first when the device is back, or not at all."""
+        self.line.hang_up()
+        self.plugs[-1].pulled = time.monotonic()
         if not tail:
             self.pending = b""
+
+    def plug_in(self):
+        self.line.create()
+        self.plugs.append(Plug(len(self.written), self.line.device, time.monotonic()))
+
+    def hear(self, folder):
+        """Takes in what the system handed to the program while each plug was in; gives all of it. What was written
+        behind that, the system has thrown away with the plug."""
+        at = 0
+        for plug, after in zip(self.plugs, self.plugs[1:] + [None]):
+            plug.handed = plug.read(folder)
+            written = self.written[plug.start:after.start if after else len(self.written)]
+            rig.check(written.startswith(plug.handed), f"{plug.device} handed over what nobody wrote")
+            plug.thrown = len(written) - len(plug.handed)
+            while at < len(self.ends) and self.ends[at] <= plug.start + len(written):
+                start = self.ends[at] - len(self.sent[at]) - len(b"\r\n")
+                if start < plug.start or self.ends[at] > plug.start + len(plug.handed):
+                    self.thrown.add(at)
+                at += 1
+        return b"".join(plug.handed for plug in self.plugs)
 
     def kept(self):
         return [line for index, line in enumerate(self.sent) if index not in self.thrown]
@@ -123,6 +161,7 @@ class Soak:
         self.window = 0
         self.tab = 0
         self.vanished = 0
+        self.handed = []  # of each feed, what the program was handed
         self.plug = "in"
         self.plug_since = 0.0
         self.next_pull = float("inf")
@@ -214,14 +253,11 @@ class Soak:
             feed.quiet = True
             self.turn_plug("silent", now)
         elif self.plug == "silent" and now >= self.plug_since + (0 if self.in_lines else QUIET):
-            if self.in_lines:
-                self.pull_in_line(feed, line)
-            else:
-                line.hang_up()
+            feed.pull(tail=self.vanished % 2 == 0)
             self.vanished += 1
             self.turn_plug("pulled", now)
         elif self.plug == "pulled" and now >= self.plug_since + AWAY:
-            line.create()
+            feed.plug_in()
             self.turn_plug("plugged in", now)
         elif self.plug == "plugged in" and line.listened():
             self.turn_plug("seen open", now)
@@ -229,15 +265,6 @@ class Soak:
             feed.quiet = False
             self.next_pull = now + PULL_EVERY + self.chance.random()
             self.turn_plug("in", now)
-
-    def pull_in_line(self, feed, line):
-        """The program is held meanwhile, so that it reads nothing between the count and the pull."""
-        os.kill(self.program.process.pid, signal.SIGSTOP)
-        try:
-            feed.lose(line.unread(), tail=self.vanished % 2 == 0)
-            line.hang_up()
-        finally:
-            os.kill(self.program.process.pid, signal.SIGCONT)
 
     def turn_plug(self, state, now):
         self.plug = state
@@ -263,7 +290,7 @@ class Soak:
     def end(self, began):
         """What was sent is let arrive; the output's queue is read to its end."""
         if self.lines[0].master < 0:
-            self.lines[0].create()
+            self.feeds[0].plug_in()
         rig.await_that(self.lines[0].listened, "the device is back")
         for feed in self.feeds:
             feed.finish_line()
@@ -329,8 +356,11 @@ def judge(soak, record):
     print(f"device vanished      {soak.vanished} times")
     print(f"sentences sent       {len(soak.feeds[0].sent)} + {len(soak.feeds[1].sent)}")
     print(f"sentences recorded   {len(lines)}")
-    if soak.in_lines:
-        print(f"thrown away          {sum(thrown.values())} sentences cut or not read, {soak.feeds[0].unread} bytes not read")
+    if soak.handed:
+        thrown_bytes = [plug.thrown for plug in soak.feeds[0].plugs]
+        print(f"cut by the plug      {len(soak.feeds[0].thrown)} sentences")
+        print(f"never handed over    {sum(thrown_bytes)} bytes, of {sum(map(bool, thrown_bytes))} plugs, "
+              f"{max(thrown_bytes)} of one at the most")
     print(f"lost, not sent       {sum(lost.values())}, {sum(strange.values())}")
     print(f"lines at the output  {len(forwarded)}, of them damaged {len(damaged)}")
     print(f"resident memory      first {kilobytes[0]} kB, most {max(kilobytes)} kB, last {kilobytes[-1]} kB, "
@@ -364,27 +394,44 @@ def captured(file, number):
     return re.sub(rb"\\(?:x(..)|.)", lambda m: bytes([int(m[1], 16)]) if m[1] else escapes[m[0]], b"".join(pieces))
 
 
+def judge_handed(soak, folder):
+    """Only a pulled plug may keep bytes from the program, and only its last ones."""
+    soak.handed = [feed.hear(folder) for feed in soak.feeds]
+    rig.check(soak.handed[1] == soak.feeds[1].written, "bytes of input #2 were not handed over")
+    rig.check(soak.feeds[0].plugs[-1].thrown == 0, "bytes of input #1 were not handed over before Stop")
+
+
 def judge_capture(soak, file):
-    first, second = (captured(file, number) for number in (1, 2))
-    written, unread = len(soak.feeds[0].written), soak.feeds[0].unread
-    print(f"bytes captured       {len(first)} + {len(second)} of {written} + {len(soak.feeds[1].written)}")
-    rig.check(second == soak.feeds[1].written, "the capture of input #2 is not what was sent")
-    rig.check(written - unread <= len(first) <= written, f"of input #1 {written - len(first)} bytes are missing")
+    for number, handed in enumerate(soak.handed):
+        data = captured(file, number + 1)
+        print(f"bytes captured, #{number + 1}  {len(data)} of {len(handed)} handed over, {len(soak.feeds[number].written)} sent")
+        rig.check(data == handed, f"the capture of input #{number + 1} is not what the program was handed")
 
 
 def program_for(options, folder, profile):
-    if not options.slow_disk:
+    libraries, told = [], {}
+    if options.slow_disk:
+        libraries.append(options.slow_disk)
+        told.update(rig.slow_disk(folder, SLOW_SECONDS, SLOW_EVERY))
+    if options.handed_over:
+        libraries.append(options.handed_over)
+        told["HANDED_OVER"] = os.path.join(folder, "handed")
+        os.mkdir(told["HANDED_OVER"])
+    if not libraries:
         return rig.Program(options.program, folder, profile)
-    return rig.SlowProgram(options.program, folder, profile, options.slow_disk, SLOW_SECONDS, SLOW_EVERY)
+    return rig.WatchedProgram(options.program, folder, profile, libraries, **told)
 
 
 def main():
     parser = rig.arguments()
     parser.add_argument("--minutes", type=float, default=10)
-    parser.add_argument("--in-lines", action="store_true", help="pull the plug in the middle of lines")
+    parser.add_argument("--handed-over", help="the built library that keeps what the system hands over")
+    parser.add_argument("--in-lines", action="store_true", help="pull the plug in the middle of lines (needs --handed-over)")
     parser.add_argument("--slow-disk", help="the built library that makes the disk slow")
-    parser.add_argument("--capture", action="store_true", help="capture beside the recording")
+    parser.add_argument("--capture", action="store_true", help="capture beside the recording (needs --handed-over)")
     options = parser.parse_args()
+    if (options.in_lines or options.capture) and not options.handed_over:
+        parser.error("--in-lines and --capture need --handed-over")
     rig.skip_without("Xvfb", "xdotool")
     with tempfile.TemporaryDirectory() as folder, rig.display():
         lines = [rig.SerialLine(os.path.join(folder, name)) for name in ("receiver", "second", "plotter")]
@@ -395,6 +442,8 @@ def main():
             soak = Soak(options, folder, program, lines)
             record = soak.run()
             rig.check(program.close() == 0, "the program ends with an error")
+        if options.handed_over:
+            judge_handed(soak, os.path.join(folder, "handed"))
         if options.capture:
             judge_capture(soak, record.replace(".txt", ".capture"))
         judge(soak, record)

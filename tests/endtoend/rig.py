@@ -11,7 +11,6 @@ import re
 import select
 import shutil
 import signal
-import struct
 import subprocess
 import sys
 import termios
@@ -260,15 +259,13 @@ def profile(port0="", port1="", output="", settings=("38400,n,8,1", "38400,n,8,1
         "[Window Data]", "Top=300", "Left=300", "Height=12000", "Width=18000", ""])
 
 
-class SlowProgram(Program):
-    """The program with a slow disk put below it: each Nth synchronisation takes those seconds longer."""
+class WatchedProgram(Program):
+    """The program with libraries of ours loaded in front of the system's, and what they are told by the environment."""
 
-    def __init__(self, file, folder, profile, library, seconds, every=1):
+    def __init__(self, file, folder, profile, libraries, **told):
         super().__init__(file, folder, profile)
-        self.notes = os.path.join(folder, "notes")
-        self.around = {"LD_PRELOAD": library, "SLOW_DISK_SECONDS": str(seconds),
-                       "SLOW_DISK_EVERY": str(every), "SLOW_DISK_NOTES": self.notes,
-                       "ASAN_OPTIONS": os.environ.get("ASAN_OPTIONS", "") + ":verify_asan_link_order=0"}
+        self.around = dict(told, LD_PRELOAD=":".join(libraries),
+                           ASAN_OPTIONS=os.environ.get("ASAN_OPTIONS", "") + ":verify_asan_link_order=0")
 
     def __enter__(self):
         before = dict(os.environ)
@@ -279,12 +276,19 @@ class SlowProgram(Program):
             os.environ.clear()
             os.environ.update(before)
 
-    def noted(self, what, began, ended):
-        """When it did that, within these bounds: (begin, end)."""
-        with open(self.notes) as file:
-            words = [line.split() for line in file]
-        times = [(float(first), float(last)) for kind, first, last in words if kind == what]
-        return [(first, last) for first, last in times if began < first and last < ended]
+
+def slow_disk(folder, seconds, every=1):
+    """What makes each Nth synchronisation of the disk take those seconds longer, for a WatchedProgram with SlowDisk."""
+    return {"SLOW_DISK_SECONDS": str(seconds), "SLOW_DISK_EVERY": str(every),
+            "SLOW_DISK_NOTES": os.path.join(folder, "notes")}
+
+
+def noted(folder, what, began, ended):
+    """When a slow disk did that, within these bounds: (begin, end)."""
+    with open(os.path.join(folder, "notes")) as file:
+        words = [line.split() for line in file]
+    times = [(float(first), float(last)) for kind, first, last in words if kind == what]
+    return [(first, last) for first, last in times if began < first and last < ended]
 
 
 # Mouse, keyboard and the close button
@@ -341,19 +345,6 @@ class SerialLine:
         os.unlink(self.link)
         os.close(self.master)
         self.master = -1
-
-    def unread(self):
-        """Bytes that have come to the near side and nobody has read: a hang-up throws them away. Exact while nobody
-        reads. Only root may look while a program has the device for itself."""
-        slave = os.open(self.device, os.O_RDWR | os.O_NOCTTY | os.O_NONBLOCK)
-        try:
-            counts = [-1]
-            while len(counts) < 4 or len(set(counts[-3:])) > 1:  # what was written is on its way for a moment
-                time.sleep(0.01)
-                counts.append(struct.unpack("i", fcntl.ioctl(slave, termios.FIONREAD, b"\0" * 4))[0])
-            return counts[-1]
-        finally:
-            os.close(slave)
 
     def listened(self):
         poll = select.poll()

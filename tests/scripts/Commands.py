@@ -16,7 +16,7 @@ cp "$STAND_INS/tidewatch-sim" build/release/tools/"""
 PROGRAM = f'echo $$ >> "$STAND_INS/started"\n{STAY} 3< "$(dirname "$0")/receiver"'
 SIMULATOR = f'echo $$ >> "$STAND_INS/started"\ntouch "$2" "$4"\n{STAY}'
 DISPLAY = f'echo $$ >> "$STAND_INS/started"\necho 99 >&3\n{STAY}'
-SOURCES = ("app", "decoders", "nav", "nmea", "packaging", "platform", "report", "targets", "tools", "ui")
+SOURCES = ("app", "debian", "decoders", "docs", "nav", "nmea", "packaging", "platform", "report", "targets", "tools", "ui")
 
 
 class Commands(unittest.TestCase):
