@@ -12,7 +12,7 @@ import tempfile
 
 import rig
 
-MANUAL = os.path.join(os.path.dirname(__file__), "..", "..", "docs", "manual.md")
+MANUAL = os.path.join(os.path.dirname(__file__), "..", "..", "docs", "manual", "connecting.md")
 
 
 def manual_line(kind, port, link):
