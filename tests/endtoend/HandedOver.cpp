@@ -1,5 +1,5 @@
-// Loaded in front of the system's library: keeps what the system hands to the program of its terminals, so that what was
-// lost before can be told from what the program lost. Each open gets a file of its own in the folder HANDED_OVER,
+// Loaded in front of the system's library: keeps what the system hands to the program of its terminals, so that what
+// was lost before can be told from what the program lost. Each open gets a file of its own in the folder HANDED_OVER,
 // called by when it was (CLOCK_MONOTONIC, in seconds) and which terminal: "1234.567890-7" for /dev/pts/7.
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -40,8 +40,7 @@ void Opened(int iDescriptor) {
     const unsigned lNumber = (lKind - FirstTerminals) * 256 + minor(t.st_rdev);
     std::snprintf(sFile.data(), sFile.size(), "%s/%lld.%06ld-%u", sFolder, static_cast<long long>(tNow.tv_sec),
                   tNow.tv_nsec / 1000, lNumber);
-    iKept[static_cast<std::size_t>(iDescriptor)] =
-        pOpen(sFile.data(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
+    iKept[static_cast<std::size_t>(iDescriptor)] = pOpen(sFile.data(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
 }
 
 int Open(const char* sName, const char* sPath, int iFlags, mode_t iMode) {
@@ -84,6 +83,7 @@ extern "C" ssize_t read(int iDescriptor, void* pData, size_t lSize) {
     static const auto pWrite = System<ssize_t (*)(int, const void*, size_t)>("write");
     const ssize_t lRead = pRead(iDescriptor, pData, lSize);
     const int iFile = lRead > 0 && Fits(iDescriptor) ? iKept[static_cast<std::size_t>(iDescriptor)].load() : 0;
-    if (iFile > 0 && pWrite(iFile, pData, static_cast<std::size_t>(lRead)) != lRead) std::abort();  // no witness any more
+    if (iFile > 0 && pWrite(iFile, pData, static_cast<std::size_t>(lRead)) != lRead)
+        std::abort();  // no witness any more
     return lRead;
 }
