@@ -81,7 +81,10 @@ public:
     }
 
     // sValid is the letter, in RMC with the comma that follows; in GLL the checksum may follow at once.
-    bool ReadStatus(std::string_view sValid) { return m_tFields.Skip(sValid) || Fail("Error - Time Valid, "); }
+    bool ReadStatus(std::string_view sValid) {
+        if (m_tFields.Skip(sValid)) return true;
+        return Fail("Error - Time Valid, ");
+    }
 
     void Finish() { tPosition.sTime = m_sTime; }
 

@@ -22,7 +22,8 @@ double SignalToDbm(std::string_view sLevel) {
 
 SignalTexts ShownSignal(const SignalSentence& t, bool bDbm) {
     const auto Shown = [bDbm](std::string_view sLevel) {
-        return bDbm ? runtime::Format(SignalToDbm(sLevel), runtime::PictureWhole) : std::string(sLevel);
+        if (!bDbm) return std::string(sLevel);
+        return runtime::Format(SignalToDbm(sLevel), runtime::PictureWhole);
     };
     return {Shown(t.sSignal), Shown(t.sThreshold), t.sInterval};
 }

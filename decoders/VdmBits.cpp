@@ -98,10 +98,8 @@ constexpr std::array HeadingB    = {Term{21,   3, Power(7)},   // bits 124 to 13
 constexpr std::int64_t UnitsPerOne = 32;
 
 constexpr std::int32_t RoundUnits(std::int64_t lUnits) {
-    const std::int64_t lFloor = lUnits >> 5;  // arithmetic: towards minus infinity
-    const std::int64_t lRest = lUnits & (UnitsPerOne - 1);
-    const bool bUp = lRest > UnitsPerOne / 2 || (lRest == UnitsPerOne / 2 && (lFloor & 1) != 0);
-    return static_cast<std::int32_t>(lFloor + (bUp ? 1 : 0));
+    const std::int64_t lOdd = lUnits >> 5 & 1;  // arithmetic shifts: towards minus infinity
+    return static_cast<std::int32_t>((lUnits + UnitsPerOne / 2 - 1 + lOdd) >> 5);
 }
 
 template <const auto& Terms, std::size_t... I>

@@ -71,13 +71,21 @@ bool VdmPositionDegrees(VdmView lData, double& dLatitude, double& dLongitude) {
 void VdmLatitude(VdmView lData, double& dLatitude, std::string& sLatitude) {
     dLatitude = VdmLatitudeDegrees(lData);
     if (LayoutOf(lData[1]) == VdmLayout::None) return sLatitude.clear();
-    sLatitude = dLatitude == nav::PositionUnknown ? NotAvailable : nav::LatitudeToString(dLatitude);
+    if (dLatitude == nav::PositionUnknown) {
+        sLatitude = NotAvailable;
+    } else {
+        sLatitude = nav::LatitudeToString(dLatitude);
+    }
 }
 
 void VdmLongitude(VdmView lData, double& dLongitude, std::string& sLongitude) {
     dLongitude = VdmLongitudeDegrees(lData);
     if (LayoutOf(lData[1]) == VdmLayout::None) return sLongitude.clear();
-    sLongitude = dLongitude == nav::PositionUnknown ? NotAvailable : nav::LongitudeToString(dLongitude);
+    if (dLongitude == nav::PositionUnknown) {
+        sLongitude = NotAvailable;
+    } else {
+        sLongitude = nav::LongitudeToString(dLongitude);
+    }
 }
 
 std::string VdmRateOfTurn(VdmView lData) {

@@ -8,9 +8,9 @@ const std::array<std::string_view, 3> SortCriteria = {"MMSI", "Range", "Signal"}
 
 bool ColumnShown(const TargetColumnDesign& tColumn, std::string_view sDetail) {
     const bool bAll = sDetail == "All";
-    switch (tColumn.eGroup) {
+    switch (tColumn.eGroup) {  // GCOVR_EXCL_BR_LINE: there is no other group
         case ColumnGroup::Hidden:
-            return false;
+            break;
         case ColumnGroup::Always:
             return true;
         case ColumnGroup::Position:

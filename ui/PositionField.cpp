@@ -22,8 +22,8 @@ constexpr std::array<double, 10> LongitudeSteps{100.0,    10.0, 1.0,      0.0,  
 
 template <std::size_t N>
 double StepAt(const std::array<double, N>& dSteps, int iStart) {
-    if (iStart < 0 || iStart >= static_cast<int>(N)) return 0.0;
-    return dSteps[static_cast<std::size_t>(iStart)];
+    const auto i = static_cast<std::size_t>(iStart);
+    return i < N ? dSteps[i] : 0.0;
 }
 
 int Length(const PositionFieldState& t) { return static_cast<int>(t.sText.size()); }

@@ -25,7 +25,6 @@ std::string ReadSeconds(std::string_view sLabel, std::string_view sText, double&
     } catch (const runtime::ConversionError&) {
         return Refusal(sLabel, "is not a number");
     }
-    if (!std::isfinite(dSeconds)) return Refusal(sLabel, "is not a number");
     if (dSeconds <= 0) return Refusal(sLabel, "must be greater than 0");
     return {};
 }

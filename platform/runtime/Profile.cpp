@@ -37,7 +37,7 @@ std::optional<View> SectionName(View sLine) {
 
 bool IsComment(View sLine) {
     const View sText = Trim(sLine);
-    return !sText.empty() && (sText.front() == u';' || sText.front() == u'#');
+    return sText.starts_with(u';') || sText.starts_with(u'#');
 }
 
 // The name in front of "="; nothing for comments and lines without one.

@@ -32,8 +32,8 @@ std::optional<std::string> Latin1(std::string_view sUtf8) {
 
 std::string SystemText(int iError) {
     if (auto sText = Latin1(std::generic_category().message(iError))) return *std::move(sText);
-    const char* pEnglish = ::strerrordesc_np(iError);
-    return pEnglish == nullptr ? "Unknown error " + std::to_string(iError) : pEnglish;
+    if (const char* pEnglish = ::strerrordesc_np(iError)) return pEnglish;
+    return "Unknown error " + std::to_string(iError);
 }
 
 }  // namespace runtime

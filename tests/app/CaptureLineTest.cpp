@@ -31,6 +31,7 @@ class CaptureLineTest : public QObject {
 private slots:
     void linesAreText();
     void everyByteComesBack();
+    void everyKindComesBack();
     void headIsKnown();
     void otherLinesAreRefused_data();
     void otherLinesAreRefused();
@@ -57,6 +58,14 @@ void CaptureLineTest::everyByteComesBack() {
     QCOMPARE(t->tMoment.iMilliseconds, 7);
 }
 
+void CaptureLineTest::everyKindComesBack() {
+    for (const char c : {'<', '>', '!'}) {
+        const auto t = ReadCaptureLine(Written(0, c, "x"));
+        QVERIFY(t);
+        QCOMPARE(t->cKind, c);
+    }
+}
+
 void CaptureLineTest::headIsKnown() {
     std::string sHead;
     WriteCaptureHead(sHead, {Noon.dt, 999});
@@ -71,12 +80,27 @@ void CaptureLineTest::headIsKnown() {
 
 void CaptureLineTest::otherLinesAreRefused_data() {
     QTest::addColumn<std::string>("line");
-    for (const char* sLine :
-         {"", "05/15/2011 12:00:00 $GPGLL,1", "05/15/2011 12:00:00.007", "05/15/2011 12:00:00.007 1 <",
-          "05/15/2011 12:00:00.007 3 < x", "05/15/2011 12:00:00.007 0 < x", "05/15/2011 12:00:00.007 1 ? x",
-          "05/15/2011 12:00:00,007 1 < x", "05/15/2011 12:00:00.0x7 1 < x", "02/30/2011 12:00:00.007 1 < x",
-          "05/15/2011 12:00:00.007 1 <  \\", "05/15/2011 12:00:00.007 1 < \\q", "05/15/2011 12:00:00.007 1 < \\x0",
-          "05/15/2011 12:00:00.007 1 < \\xfg", "05/15/2011 12:00:00.007_1 < x", "05/15/2011 12:00:00.007 1_< x"}) {
+    for (const char* sLine : {"",
+                              "05/15/2011 12:00:00 $GPGLL,1",
+                              "05/15/2011 12:00:00.007",
+                              "05/15/2011 12:00:00.007 1 <",
+                              "05/15/2011 12:00:00.007 3 < x",
+                              "05/15/2011 12:00:00.007 0 < x",
+                              "05/15/2011 12:00:00.007 1 ? x",
+                              "05/15/2011 12:00:00,007 1 < x",
+                              "05/15/2011 12:00:00.0x7 1 < x",
+                              "02/30/2011 12:00:00.007 1 < x",
+                              "05/15/2011 12:00:00.007 1 <  \\",
+                              "05/15/2011 12:00:00.007 1 < \\q",
+                              "05/15/2011 12:00:00.007 1 < \\x0",
+                              "05/15/2011 12:00:00.007 1 < \\xfg",
+                              "05/15/2011 12:00:00.007_1 < x",
+                              "05/15/2011 12:00:00.007 1_< x",
+                              "05/15/2011 12:00:00.007 1 <_x",
+                              "05/15/2011 12:00:00.0/7 1 < x",
+                              "05/15/2011 12:00:00.007 1 < \\x0G",
+                              "05/15/2011 12:00:00.007 1 < \\x/0",
+                              "05/15/2011 12:00:00.007 1 < \\x:0"}) {
         QTest::addRow("%s", sLine) << std::string(sLine);
     }
 }

@@ -3,6 +3,7 @@
 #include "app/RecordFolder.h"
 
 #include <sys/file.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -12,7 +13,9 @@
 #include <QTest>
 #include <cerrno>
 #include <fstream>
+#include <utility>
 
+#include "app/CaptureLine.h"
 #include "platform/runtime/TextFiles.h"
 #include "tests/support/IsoTime.h"
 #include "tests/support/PrintString.h"
@@ -54,6 +57,16 @@ public:
         Write(sName, sText);
         return sName;
     }
+    // A capture of that beginning.
+    std::string Capture(const char* sFirst) const {
+        std::string sHead;
+        app::WriteCaptureHead(sHead, {*support::FromIso(sFirst), 0});
+        std::string sName = Record(sFirst, sFirst);
+        std::filesystem::remove(tPath / sName);
+        sName.replace(sName.size() - 4, 4, app::CaptureSuffix);
+        Write(sName, sHead + "\r\n" + sHead.substr(0, 23) + " 1 < $GPGLL,x\\r\\n\r\n");
+        return sName;
+    }
     Names Left() const {
         Names sNames;
         for (const QString& s : QDir(sFolder()).entryList(
@@ -83,6 +96,9 @@ private slots:
     void recordedFileStays();
     void whatIsNotOursStays();
     void emptyFilesOfOursDoNotCount();
+    void capturesGoLikeRecordings();
+    void fileThatIsChangedMeanwhileStays();
+    void withoutDescriptorsNothingGoes();
     void otherProgramsFilesStay();
     void thousandForeignFilesStay();
     void missingAndUnusableFolders();
@@ -96,6 +112,7 @@ void RecordFolderTest::withoutLimitsNothingGoes() {
     QCOMPARE(t.iError, 0);
     QVERIFY(!t.bNearlyFull && t.sRemoved.empty());
     QCOMPARE(f.Left().size(), std::size_t{2});
+    QVERIFY(TendFolder(Folder().tTask).sRemoved.empty());  // nor of nothing
 }
 
 void RecordFolderTest::daysCountFromTheLastLine() {
@@ -210,6 +227,60 @@ void RecordFolderTest::emptyFilesOfOursDoNotCount() {
     f.Write("tidewatch-20110515-110000.txt", std::string(5000, '\0'));
     f.tTask.lKeepBytes = 1000;
     QVERIFY(TendFolder(f.tTask).sRemoved.empty());
+}
+
+// The newest of each kind stays, so that neither takes the other's place.
+void RecordFolderTest::capturesGoLikeRecordings() {
+    Folder f;
+    const std::string sOldCapture = f.Capture("2011-05-01T00:00:00");
+    const std::string sOld = f.Record("2011-05-02T00:00:00", "2011-05-02T01:00:00");
+    const std::string sCapture = f.Capture("2011-05-03T00:00:00");
+    const std::string sNew = f.Record("2011-05-04T00:00:00", "2011-05-04T01:00:00");
+    f.Write("tidewatch-20110404-000000" + std::string(app::CaptureSuffix), "my notes of April\n");
+    f.tTask.lKeepBytes = 1;
+    QCOMPARE(TendFolder(f.tTask).sRemoved, (Names{sOldCapture, sOld}));
+    QCOMPARE(f.Left().size(), std::size_t{3});
+    QVERIFY(std::filesystem::exists(f.tPath / sCapture) && std::filesystem::exists(f.tPath / sNew));
+}
+
+// By another program, between the look at the folder and the file's turn to go; one that is gone by then is no trouble.
+void RecordFolderTest::fileThatIsChangedMeanwhileStays() {
+    Folder f;
+    const std::string sOld = f.Record("2011-05-14T00:00:00", "2011-05-14T23:00:00");
+    const std::string sGone = f.Record("2011-05-13T00:00:00", "2011-05-13T23:00:00");
+    f.Record("2011-05-15T00:00:00", "2011-05-15T11:00:00");
+    int iAsked = 0;
+    f.tTask.tRoom = [&](const std::filesystem::path&) {
+        if (++iAsked == 1) std::filesystem::remove(f.tPath / sGone);
+        if (iAsked == 2) f.Write(sOld, "my notes of May\n");
+        return runtime::DiskRoom{100, Large};
+    };
+    QVERIFY(TendFolder(f.tTask).sRemoved.empty());
+    QVERIFY(iAsked >= 2);
+    QCOMPARE(f.Left().size(), std::size_t{2});
+}
+
+// None for the folder, or one that is taken by the folder: its files cannot be listed.
+void RecordFolderTest::withoutDescriptorsNothingGoes() {
+    Folder f;
+    f.Record("2011-05-01T00:00:00", "2011-05-01T01:00:00");
+    f.Record("2011-05-15T00:00:00", "2011-05-15T11:00:00");
+    f.tTask.lKeepBytes = 1;
+    rlimit tBefore{};
+    QCOMPARE(::getrlimit(RLIMIT_NOFILE, &tBefore), 0);
+    const int iNext = ::dup(STDERR_FILENO);
+    ::close(iNext);
+    std::vector<FolderReport> tReports;
+    for (const rlim_t iLeft : {0, 1}) {
+        const rlimit tFew{static_cast<rlim_t>(iNext) + iLeft, tBefore.rlim_max};
+        ::setrlimit(RLIMIT_NOFILE, &tFew);
+        tReports.push_back(TendFolder(f.tTask));
+        ::setrlimit(RLIMIT_NOFILE, &tBefore);
+    }
+    QCOMPARE(tReports[0].iError, EMFILE);
+    for (const FolderReport& t : tReports) QVERIFY(t.sRemoved.empty());
+    QCOMPARE(f.Left().size(), std::size_t{2});
+    QCOMPARE(TendFolder(f.tTask).sRemoved.size(), std::size_t{1});
 }
 
 void RecordFolderTest::otherProgramsFilesStay() {

@@ -26,6 +26,7 @@ private slots:
     void withoutTheSectionNothingIsAskedFor();
     void keysElsewhereDoNotCount();
     void longFolderIsReadWhole();
+    void folderOfTheUserIsOne();
     void rotations_data();
     void rotations();
     void wrongValues_data();
@@ -67,6 +68,12 @@ void UnattendedKeysTest::longFolderIsReadWhole() {
     std::vector<WrongValue> tWrong;
     const std::u16string sFolder = u"/" + std::u16string(200, u'a') + u"/" + std::u16string(200, u'b');
     QCOMPARE(Read(u"Record=" + sFolder, tWrong).sFolder, sFolder);
+}
+
+void UnattendedKeysTest::folderOfTheUserIsOne() {
+    std::vector<WrongValue> tWrong;
+    QCOMPARE(Read(u"Record=~/recordings\r\n", tWrong).sFolder, std::u16string(u"~/recordings"));
+    QVERIFY(tWrong.empty());
 }
 
 void UnattendedKeysTest::rotations_data() {

@@ -246,6 +246,8 @@ void GpsSentenceTest::coordinateMustBePlainDigits_data() {
     QTest::newRow("minus") << QByteArray("-916.45") << false << 0.0;
     QTest::newRow("minus before the minutes") << QByteArray("49-6.45") << false << 0.0;
     QTest::newRow("plus") << QByteArray("49+6.45") << false << 0.0;
+    QTest::newRow("below the digits") << QByteArray("4/16.45") << false << 0.0;
+    QTest::newRow("above the digits") << QByteArray("4:16.45") << false << 0.0;
     QTest::newRow("blank in front") << QByteArray(" 4916.45") << false << 0.0;
     QTest::newRow("blank behind") << QByteArray("4916.45 ") << false << 0.0;
     QTest::newRow("exponent") << QByteArray("4916e1") << false << 0.0;

@@ -200,6 +200,10 @@ void VdmFieldsTest::positionIsSignedOverItsWholeRange() {
             QCOMPARE(dLongitude, tReport.lLongitude / 600000.0);
         }
     }
+    double dLatitude = 1, dLongitude = 2;
+    QVERIFY(!VdmPositionDegrees(ValuesOf(5, AisReport()), dLatitude, dLongitude));  // a type without position
+    QCOMPARE(dLatitude, 1.0);
+    QCOMPARE(dLongitude, 2.0);
 }
 
 void VdmFieldsTest::oddLongitudeInTheSouth_data() {

@@ -134,8 +134,12 @@ void PositionReadingTest::otherTextsAreRefused_data() {
     Row("beyond the date line", "180 00.01 N");
     Row("beyond every axis", "181");
     Row("far beyond", "1e400");
+    Row("far beyond in digits", std::string(400, '9').c_str());
     Row("exponent", "5e1");
     Row("two points", "50.35.67");
+    Row("two points in the minutes", "50 21.4.5 N");
+    Row("two points in the seconds", "50 21 24.5.6 N");
+    Row("a character behind the letters", "50 21.4 {");
     Row("comma", "50,35 N");
     Row("sign and letter", "-50 21.4 N");
     Row("letters on both sides", "N 50 21.4 N");

@@ -9,6 +9,7 @@
 #include <random>
 #include <string>
 
+#include "nav/RangeEstimate.h"
 #include "nav/Trigonometry.h"
 
 using namespace nav;
@@ -40,12 +41,12 @@ Circle GreatCircle(double dLatitude1, double dLongitude1, double dLatitude2, dou
 }
 
 // The position at a range and bearing from the origin of both degrees.
-struct Position {
+struct Place {
     double dLatitude;
     double dLongitude;
 };
 
-Position FromOrigin(double dRange, double dBearing) {
+Place FromOrigin(double dRange, double dBearing) {
     const long double dAngle = dRange / 60 * ExactPi / 180;
     const long double dCourse = dBearing * ExactPi / 180;
     return {static_cast<double>(std::asin(std::sin(dAngle) * std::cos(dCourse)) * 180 / ExactPi),
@@ -71,6 +72,9 @@ private slots:
     void oppositePositionDividesByZero();
     void ownMeridianIsNorthSouthOrNothing();
     void failureLeavesTheTexts();
+    void estimateStaysWithinItsErrors();
+    void estimateKnowsWhereItPromisesNothing_data();
+    void estimateKnowsWhereItPromisesNothing();
 };
 
 void RangeBearingTest::knownPairs_data() {
@@ -177,7 +181,7 @@ void RangeBearingTest::texts() {
     QFETCH(double, dBearing);
     QFETCH(QByteArray, sRange);
     QFETCH(QByteArray, sBearing);
-    const Position tTarget = FromOrigin(dRange, dBearing);
+    const Place tTarget = FromOrigin(dRange, dBearing);
     std::string sRangeText;
     std::string sBearingText;
     RangeBearingText(0, 0, tTarget.dLatitude, tTarget.dLongitude, sRangeText, sBearingText);
@@ -270,6 +274,50 @@ void RangeBearingTest::failureLeavesTheTexts() {
     QVERIFY_EXCEPTION_THROWN(RangeBearingText(0, 9, 0, 9, sRange, sBearing), DivisionByZero);
     QCOMPARE(sRange, std::string("as before"));
     QCOMPARE(sBearing, std::string("as before"));
+}
+
+// All directions at all ranges that it answers for, from both hemispheres.
+void RangeBearingTest::estimateStaysWithinItsErrors() {
+    std::mt19937_64 tRandom(5);
+    std::uniform_real_distribution<double> tLatitude(-80, 80), tLongitude(-174, 174), tNear(-5, 5);
+    int iEstimated = 0;
+    for (int i = 0; i < 20000; ++i) {
+        const Position tFrom{tLatitude(tRandom), tLongitude(tRandom)};
+        const Position tTo{tFrom.dLatitude + tNear(tRandom), tFrom.dLongitude + tNear(tRandom)};
+        NearRange tEstimate{};
+        if (!RangeEstimate(tFrom).To(tTo, tEstimate)) continue;
+        ++iEstimated;
+        const Circle tExact = GreatCircle(tFrom.dLatitude, tFrom.dLongitude, tTo.dLatitude, tTo.dLongitude);
+        const double dTurn = std::remainder(tEstimate.Bearing() - static_cast<double>(tExact.dBearing), 360.0);
+        QVERIFY(std::fabs(tEstimate.dRange - static_cast<double>(tExact.dRange)) < RangeEstimate::RangeError);
+        QVERIFY(std::fabs(dTurn) < RangeEstimate::BearingError);
+    }
+    QVERIFY(iEstimated > 19000);
+}
+
+void RangeBearingTest::estimateKnowsWhereItPromisesNothing_data() {
+    QTest::addColumn<double>("dLatitude1");
+    QTest::addColumn<double>("dLongitude1");
+    QTest::addColumn<double>("dLatitude2");
+    QTest::addColumn<double>("dLongitude2");
+    QTest::newRow("within a mile") << 50.0 << -4.0 << 50.005 << -3.995;
+    QTest::newRow("too far north") << 50.0 << -4.0 << 55.01 << -3.0;
+    QTest::newRow("too far east") << 50.0 << -4.0 << 51.0 << 1.01;
+    QTest::newRow("across the 180th meridian") << 50.0 << 179.5 << 50.5 << -179.5;
+    QTest::newRow("due north") << 50.0 << -4.0 << 51.0 << -4.0;
+    QTest::newRow("nearly due south") << 50.0 << -4.0 << 49.0 << -4.001;
+    QTest::newRow("from the far north") << 80.01 << -4.0 << 80.5 << -3.0;
+    QTest::newRow("from the far south") << -80.01 << -4.0 << -80.5 << -3.0;
+    QTest::newRow("no position") << 50.0 << -4.0 << std::nan("") << -3.0;
+}
+
+void RangeBearingTest::estimateKnowsWhereItPromisesNothing() {
+    QFETCH(double, dLatitude1);
+    QFETCH(double, dLongitude1);
+    QFETCH(double, dLatitude2);
+    QFETCH(double, dLongitude2);
+    NearRange t{};
+    QVERIFY(!RangeEstimate({dLatitude1, dLongitude1}).To({dLatitude2, dLongitude2}, t));
 }
 
 QTEST_GUILESS_MAIN(RangeBearingTest)

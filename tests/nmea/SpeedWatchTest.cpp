@@ -66,6 +66,7 @@ void SpeedWatchTest::LinesThatAreNoSentences_data() {
     QTest::newRow("wrong checksum") << QByteArray("$GPRMC,,V,,,,,,,,,,N*54") << QByteArray("<<Checksum Error>>");
     QTest::newRow("other first character") << QByteArray("GPRMC,,V,,,,,,,,,,N") << QByteArray("no sentence");
     QTest::newRow("strange characters") << QByteArray("$G\xf3RMC,,V") << QByteArray("!\x01IVDM");
+    QTest::newRow("last control character") << QByteArray("$GPRMC\x7f") << QByteArray("!AIVDM\x1f");
     QTest::newRow("empty") << QByteArray("") << QByteArray("");
 }
 

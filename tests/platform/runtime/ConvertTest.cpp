@@ -83,6 +83,8 @@ void ConvertTest::leadingPartOfATextIsItsNumber_data() {
     Row("1e400", Infinity);
     Row("-1e400", -Infinity);
     Row("1e99999999999999999999", Infinity);
+    Row("1e+400", Infinity);
+    Row("1e+99999999999999999999", Infinity);
     Row("1e-400", 0);
     Row("1e-99999999999999999999", 0);
     Row("0e99999999999999999999", 0);

@@ -131,6 +131,9 @@ void FormatTest::figuresFollowTheirPicture_data() {
     Row("minus infinite", -Infinity, PictureMinutes, "-inf");
     Row("nine decimals", 0.0000000015, {1, 9}, "0.000000002");
     Row("no digit in front wanted", 0.5, {0, 1}, ".5");
+    Row("more places than digits are known", 1.25, {1, 17}, "1.25000000000000000");
+    Row("less than any of many places", 1e-20, {1, 17}, "0.00000000000000000");
+    Row("less than any of many places, negative", -1e-20, {1, 17}, "0.00000000000000000");
 }
 
 void FormatTest::figuresFollowTheirPicture() {

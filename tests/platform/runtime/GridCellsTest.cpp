@@ -95,6 +95,13 @@ void GridCellsTest::usedRowComesBackEmpty() {
     QCOMPARE(t.CellAlignment(2, 0), AlignNone);
     QVERIFY(!t.Hidden(2));
     QCOMPARE(t.FindRowNumber(9), -1);
+    t.SetText(2, 0, "", AlignRight);
+    t.SetInteger(2, 2, 5);  // its text has not been asked for
+    t.RemoveRow(2);
+    t.SetRows(3);
+    QCOMPARE(t.CellAlignment(2, 0), AlignNone);
+    QCOMPARE(Bytes(t.Text(2, 2)), QByteArray());
+    QCOMPARE(t.Number(2, 2), 0.0);
 }
 
 void GridCellsTest::removedRowTakesItsCellsAlong() {

@@ -1,6 +1,7 @@
 // Holding a name: seen by others, in this process and in another, and free again however a holder ends.
 #include "platform/runtime/NameHold.h"
 
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -58,6 +59,7 @@ private slots:
     void holderThatIsKilledLeavesNothing();
     void holderThatCameSecondIsSeenWhenTheFirstHasGone();
     void takingAnewIsNoOther();
+    void withoutDescriptorsNobodyIsSeen();
 };
 
 void NameHoldTest::firstHolderSeesNobody() {
@@ -108,6 +110,20 @@ void NameHoldTest::takingAnewIsNoOther() {
     NameHold t;
     QVERIFY(!t.Take(Name("again")));
     QVERIFY(!t.Take(Name("again")));
+}
+
+// Whoever can hold nothing is not taken for one who was late.
+void NameHoldTest::withoutDescriptorsNobodyIsSeen() {
+    rlimit tBefore{};
+    QCOMPARE(::getrlimit(RLIMIT_NOFILE, &tBefore), 0);
+    const rlimit tNone{0, tBefore.rlim_max};
+    NameHold t;
+    ::setrlimit(RLIMIT_NOFILE, &tNone);
+    const bool bOthers = t.Take(Name("poor"));
+    ::setrlimit(RLIMIT_NOFILE, &tBefore);
+    QVERIFY(!bOthers);
+    NameHold tSecond;
+    QVERIFY(!tSecond.Take(Name("poor")));  // nothing is held
 }
 
 QTEST_GUILESS_MAIN(NameHoldTest)

@@ -204,6 +204,11 @@ void ProfileTest::cutCountsCharactersNotPlaces() {
     std::u16string sText = u"[A]\r\nx=";
     for (int i = 0; i < 80; ++i) sText += u"\U0001F6A2";
     QCOMPARE(Profile(sText).Read("A", "x").size(), std::size_t{2 * 79});
+    // Characters beyond the places of the pairs take one; half a pair, which no text should have, takes one, too.
+    const std::u16string sWide(100, u'\uFF21');
+    QCOMPARE(Profile(u"[A]\r\nx=" + sWide).Read("A", "x"), sWide.substr(0, 79));
+    const std::u16string sHalf = std::u16string(78, u'a') + char16_t{0xD800};
+    QCOMPARE(Profile(u"[A]\r\nx=" + sHalf).Read("A", "x"), sHalf);
 }
 
 void ProfileTest::onePairOfQuotesIsDropped_data() {

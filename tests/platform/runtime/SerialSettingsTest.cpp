@@ -68,6 +68,7 @@ void SerialSettingsTest::badSettingsNameTheirField_data() {
         QTest::newRow(sSettings.constData()) << sSettings << QByteArray("baud rate \"") + sBaud + '"' + NoBaud;
     }
     Row("38400,x,8,1", "parity \"x\" is not one of n, e, o, m, s");
+    Row("38400,1,8,1", "parity \"1\" is not one of n, e, o, m, s");
     Row("38400,none,8,1", "parity \"none\" is not one of n, e, o, m, s");
     Row("38400,n,4,1", "data bits \"4\" is not one of 5, 6, 7, 8");
     Row("38400,n,9,1", "data bits \"9\" is not one of 5, 6, 7, 8");
