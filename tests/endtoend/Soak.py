@@ -67,6 +67,7 @@ class Feed:
         self.sent = []
         self.times = []  # when each was sent
         self.ends = []  # where each ends among the bytes written
+        self.begun = []  # while which plug was in each was begun
         self.written = bytearray()
         self.plugs = [Plug(0, line.device, time.monotonic())]
         self.thrown = set()  # indices of those that the program never had wholly
@@ -88,6 +89,7 @@ class Feed:
         self.sent.append(self.sentences[self.next])
         self.times.append(time.monotonic())
         self.ends.append(len(self.written) + len(self.pending))
+        self.begun.append(self.plugs[-1])
         self.next = (self.next + 1) % len(self.sentences)
         return True
 
@@ -113,17 +115,14 @@ class Feed:
     def hear(self, folder):
         """Takes in what the system handed to the program while each plug was in; gives all of it. What was written
         behind that, the system has thrown away with the plug."""
-        at = 0
         for plug, after in zip(self.plugs, self.plugs[1:] + [None]):
             plug.handed = plug.read(folder)
             written = self.written[plug.start:after.start if after else len(self.written)]
             rig.check(written.startswith(plug.handed), f"{plug.device} handed over what nobody wrote")
             plug.thrown = len(written) - len(plug.handed)
-            while at < len(self.ends) and self.ends[at] <= plug.start + len(written):
-                start = self.ends[at] - len(self.sent[at]) - len(b"\r\n")
-                if start < plug.start or self.ends[at] > plug.start + len(plug.handed):
-                    self.thrown.add(at)
-                at += 1
+        for index, (end, plug) in enumerate(zip(self.ends, self.begun)):
+            if end > plug.start + len(plug.handed):
+                self.thrown.add(index)
         return b"".join(plug.handed for plug in self.plugs)
 
     def kept(self):
