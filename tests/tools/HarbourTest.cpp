@@ -8,8 +8,6 @@
 
 using namespace simulator;
 
-Q_DECLARE_METATYPE(Station)
-
 class HarbourTest : public QObject {
     Q_OBJECT
 

@@ -6,8 +6,6 @@
 using ui::Rect;
 using ui::Size;
 
-Q_DECLARE_METATYPE(ui::Rect)
-
 class LayoutTest : public QObject {
     Q_OBJECT
 private slots:

@@ -29,9 +29,6 @@ bool WhollyOn(const Rect& t, const Rect& tArea) {
 
 }  // namespace
 
-Q_DECLARE_METATYPE(ui::Rect)
-Q_DECLARE_METATYPE(Areas)
-
 class ScreenFitTest : public QObject {
     Q_OBJECT
 private slots:

@@ -29,8 +29,6 @@ void Move(const QString& sFrom, const QString& sTo) { QVERIFY(QFile::rename(sFro
 
 }  // namespace
 
-Q_DECLARE_METATYPE(Happening)
-
 class RecordFailureWindowTest : public QObject {
     Q_OBJECT
 

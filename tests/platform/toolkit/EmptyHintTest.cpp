@@ -40,7 +40,7 @@ int Darkest(const QWidget& tViewport) {
     return iDarkest;
 }
 
-void Show(LogList& t) {
+void ShowLog(LogList& t) {
     t.resize(400, 200);
     t.show();
     t.Synchronize();
@@ -67,7 +67,7 @@ private slots:
 
 void EmptyHintTest::anEmptyLogSaysWhatToDo() {
     LogList t;
-    Show(t);
+    ShowLog(t);
     QVERIFY(!Drawn(*t.viewport()).isValid());
     t.SetEmptyHint(Hint);
     QVERIFY(IsInTheMiddle(Drawn(*t.viewport()), *t.viewport()));
@@ -81,7 +81,7 @@ void EmptyHintTest::anEmptyLogSaysWhatToDo() {
 void EmptyHintTest::theFirstLineTakesItsPlace() {
     LogList t;
     t.SetEmptyHint(Hint);
-    Show(t);
+    ShowLog(t);
     t.Lines.Add("x");
     t.Synchronize();
     QCoreApplication::processEvents();
@@ -91,7 +91,7 @@ void EmptyHintTest::theFirstLineTakesItsPlace() {
 void EmptyHintTest::aClearedLogSaysItAgain() {
     LogList t;
     t.SetEmptyHint(Hint);
-    Show(t);
+    ShowLog(t);
     const QRect tBefore = Drawn(*t.viewport());
     t.Lines.Add("x");
     t.Synchronize();
@@ -113,7 +113,7 @@ void EmptyHintTest::anotherHintIsDrawnAtOnce() {
         }
     };
     Counting t;
-    Show(t);
+    ShowLog(t);
     const int iBefore = t.iPaints;
     t.SetEmptyHint(Hint);
     QCoreApplication::processEvents();
@@ -123,7 +123,7 @@ void EmptyHintTest::anotherHintIsDrawnAtOnce() {
 void EmptyHintTest::aHintIsNoLine() {
     LogList t;
     t.SetEmptyHint(Hint);
-    Show(t);
+    ShowLog(t);
     QCOMPARE(t.Lines.Count(), 0);
     QCOMPARE(t.model()->rowCount(), 0);
     QCOMPARE(t.CurrentLine(), -1);
@@ -136,7 +136,7 @@ void EmptyHintTest::aHintIsNoLine() {
 void EmptyHintTest::aLongHintIsBrokenIntoLines() {
     LogList t;
     t.SetEmptyHint(QStringLiteral("word ").repeated(40));
-    Show(t);
+    ShowLog(t);
     const QRect tDrawn = Drawn(*t.viewport());
     QVERIFY(tDrawn.height() > 3 * t.fontMetrics().height());
     QVERIFY(t.viewport()->rect().adjusted(8, 8, -8, -8).contains(tDrawn));

@@ -23,8 +23,6 @@ int FakeDriver(int, serial_icounter_struct* pCounters) {
 }  // namespace
 
 using Member = int serial_icounter_struct::*;
-Q_DECLARE_METATYPE(Member)
-
 class LineErrorsTest : public QObject {
     Q_OBJECT
 private slots:
