@@ -19,7 +19,7 @@ std::string Shown(support::TestWindow& tWindow, std::string_view sSentence) {
         sShown += sLine;
     }
     if (!sShown.starts_with("Time=")) return sShown;
-    const int iRow = static_cast<int>(tWindow.m_lMessageRow);
+    const int iRow = tWindow.m_lMessageRow;
     for (int iCol = targets::ColMmsi; iCol <= targets::ColSpeed; ++iCol) {
         sShown += '\t';
         sShown += tWindow.Cell(tWindow.grdTargetData, iRow, iCol);
