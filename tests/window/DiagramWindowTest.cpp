@@ -58,7 +58,7 @@ private slots:
     void headsAreDrawnAnewWithEachLayout();
     void headsCanBeSeen();
     void linesJoinWhatBelongsTogether();
-    void linesAreStraightAndOfOneColour();
+    void linesAreStraightAndBoxesFilled();
     void picturesDrawInTheTextColour();
 };
 
@@ -192,7 +192,7 @@ void DiagramWindowTest::linesJoinWhatBelongsTogether() {
 }
 
 // Along and across, each line to the middle of a box's side, as dark as the text.
-void DiagramWindowTest::linesAreStraightAndOfOneColour() {
+void DiagramWindowTest::linesAreStraightAndBoxesFilled() {
     ShownWindow t;
     t.resize(1200, 700);
     t.SSTab.SetTab(ui::TabDiagram);
@@ -213,6 +213,10 @@ void DiagramWindowTest::linesAreStraightAndOfOneColour() {
                                       tImage.pixelColor(iX - (l.lX1 == l.lX2), iY - (l.lY1 == l.lY2)).lightness());
             QVERIFY2(std::abs(iInk - iText) < std::abs(iGround - iText) / 2, qPrintable(QString::number(iInk)));
         }
+    }
+    // The boxes are filled like the other places where texts stand.
+    for (const QLabel* p : t.pctDiagram.findChildren<QLabel*>()) {
+        QCOMPARE(tImage.pixelColor(p->geometry().topLeft() + QPoint(4, 4)), t.palette().color(QPalette::Base));
     }
 }
 

@@ -4,6 +4,7 @@
 #include <QPaintEvent>
 #include <QScrollBar>
 #include <QTest>
+#include <QTimer>
 #include <random>
 
 #include "platform/toolkit/RepaintBeat.h"
@@ -54,6 +55,7 @@ class Watch : public QObject {
 public:
     explicit Watch(const QWidget& t) : m_tWindow(t) { QCoreApplication::instance()->installEventFilter(this); }
     bool eventFilter(QObject* pObject, QEvent* pEvent) override {
+        if (const auto* p = qobject_cast<const QTimer*>(pObject); p && pEvent->type() == QEvent::Timer) pTimer = p;
         const auto* pWidget = qobject_cast<const QWidget*>(pObject);
         if (!pWidget || pWidget->window() != &m_tWindow) return false;
         const QEvent::Type eType = pEvent->type();
@@ -64,6 +66,7 @@ public:
         tPainted += tRegion.translated(pWidget->mapTo(&m_tWindow, QPoint(0, 0)));
         return false;
     }
+    const QTimer* pTimer = nullptr;  // the latest that has run down
     int iPaintings = 0;
     int iLayouts = 0;
     QRegion tPainted;
@@ -88,7 +91,12 @@ void PaintingWindowTest::idleWindowPaintsNothing() {
     QWidget tOther;
     tOther.setAttribute(Qt::WA_DontShowOnScreen);
     int iBeats = 0;
-    toolkit::RepaintBeat tBeat(tOther, [&iBeats] { ++iBeats; });
+    const QTimer* pShared = nullptr;  // what beats for all views
+    const Watch tTimers(t);
+    toolkit::RepaintBeat tBeat(tOther, [&] {
+        ++iBeats;
+        pShared = tTimers.pTimer;
+    });
     tOther.show();
     for (const bool bRunning : {true, false}) {
         if (!bRunning) t.Press("Stop");
@@ -102,6 +110,7 @@ void PaintingWindowTest::idleWindowPaintsNothing() {
             QTRY_COMPARE(iBeats, iBefore + 1);
             Settle();
             QVERIFY2(tWatch.iPaintings == 0 && tWatch.iLayouts == 0, qPrintable(t.SSTab.Bar().tabText(iTab)));
+            QVERIFY(pShared != nullptr && !pShared->isActive());  // no view asks for another beat
         }
     }
 }
