@@ -135,6 +135,7 @@ private slots:
     void labelsAndBoxesShowTheirCaptionsWhole();
     void changedFontLaysEverythingOutAnew_data();
     void changedFontLaysEverythingOutAnew();
+    void changedFontFillsTheShowingTab();
     void changedFontOfTheWindowCountsToo();
     void changedFontKeepsWhatIsShown();
     void changedStyleLaysEverythingOutAnew();
@@ -252,6 +253,19 @@ void FontWindowTest::changedFontLaysEverythingOutAnew() {
     }
     Settle();
     QCOMPARE(Places(t.DesignRects()), sUsual);
+}
+
+void FontWindowTest::changedFontFillsTheShowingTab() {
+    ShownWindow t(ui::TabTargets);
+    t.resize(1600, 1000);
+    QCoreApplication::processEvents();
+    const OtherFont tFont(QApplication::font().pointSizeF() + 1);
+    Settle();
+    QCOMPARE(t.size(), QSize(1600, 1000));
+    const QRect tTable = t.grdTargetData.geometry();
+    QVERIFY(tTable.width() > 1500);
+    t.FormLayout();
+    QCOMPARE(tTable, t.grdTargetData.geometry());
 }
 
 void FontWindowTest::changedFontOfTheWindowCountsToo() {

@@ -1,18 +1,14 @@
 // A window to look at: active, with room for everything, and pictures of it as it stands on the screen.
 #pragma once
 
-#include <QCoreApplication>
-
-#include "tests/support/TestWindow.h"
+#include "tests/window/Bench.h"
 #include "tests/window/Pixels.h"
 
 namespace support {
 
 struct Look {
-    World tWorld;
-    TestWindow t{tWorld};
+    ShownWindow t;
     Look() {
-        t.LoadAndShow();
         t.activateWindow();
         t.resize(1240, 700);
         t.SSTab.Bar().setFocus();

@@ -29,7 +29,7 @@ std::vector<Caption> Captions(TestWindow& t) {
     std::vector<Caption> tAll;
     for (const QWidget* pWidget : t.findChildren<QWidget*>()) {
         if (!pWidget->isVisible() || pWidget->window() != &t) continue;
-        if (const auto* p = qobject_cast<const QLabel*>(pWidget)) tAll.push_back({p, p->text(), p->foregroundRole()});
+        if (const auto* p = qobject_cast<const QLabel*>(pWidget)) tAll.push_back({p, p->text(), QPalette::WindowText});
         if (const auto* p = qobject_cast<const QAbstractButton*>(pWidget)) {
             const bool bBox = qobject_cast<const QCheckBox*>(p) != nullptr;
             tAll.push_back({p, p->text(), bBox ? QPalette::WindowText : QPalette::ButtonText});
@@ -103,6 +103,8 @@ private slots:
     void buttonsHaveTheirPictures_data();
     void buttonsHaveTheirPictures();
     void windowHasItsIcon();
+    void framesAndGroundsAreDrawn();
+    void fieldsShowArrowsAndSelection();
     void longTextsStayInTheirPanels();
     void errorsLookLikeErrors();
 };
@@ -218,6 +220,56 @@ void LookWindowTest::windowHasItsIcon() {
             QVERIFY(t.pixelColor(tTide).blue() > 180 && t.pixelColor(tTide).red() < 100);
         }
     }
+}
+
+void LookWindowTest::framesAndGroundsAreDrawn() {
+    Look f;
+    QVERIFY(!f.t.Toolbar.isMovable() && !f.t.Toolbar.isFloatable());  // no handle to drag it by
+    // A line at the left of each panel and of the pages.
+    for (int i = 1; i <= 5; ++i) {
+        const QImage tPanel = f.Seen(f.t.StatusBar.Panel(i));
+        QVERIFY(tPanel.pixelColor(0, tPanel.height() / 2) != GroundOf(tPanel));
+    }
+    const QRect tPages = PlaceIn(f.t, f.t.SSTab);
+    const QImage tEdge = f.Seen(QRect(tPages.left() - 3, tPages.center().y(), 10, 1));
+    QVERIFY(tEdge.pixelColor(3, 0) != tEdge.pixelColor(0, 0) && tEdge.pixelColor(3, 0) != tEdge.pixelColor(6, 0));
+    // All that stands on a page has its ground.
+    for (const auto& [eTab, pWidget] :
+         std::initializer_list<std::pair<ui::Tab, QWidget*>>{{ui::TabDiagram, &f.t.pctDiagram},
+                                                             {ui::TabTiming, &f.t.lblTimingSummary},
+                                                             {ui::TabAbout, &f.t.lblAboutTitle}}) {
+        f.Show(eTab);
+        QCOMPARE(GroundOf(f.Seen(*pWidget)), tEdge.pixelColor(6, 0));
+    }
+    QVERIFY(f.t.lblAboutTitle.font().bold());
+    QVERIFY(f.t.lblAboutTitle.fontMetrics().height() > 1.5 * f.t.lblAboutDescription.fontMetrics().height());
+}
+
+void LookWindowTest::fieldsShowArrowsAndSelection() {
+    Look f;
+    const QImage tPort = f.Seen(f.t.txtCommPort(0));
+    const QImage tArrow = tPort.copy(tPort.width() - tPort.height(), 3, tPort.height() - 3, tPort.height() - 6);
+    const Ink tInk(tArrow, InkColour(f.t.txtCommPort(0), QPalette::ButtonText), GroundOf(tArrow));
+    QVERIFY(tInk.tBounds.width() > tInk.tBounds.height() && tInk.tBounds.height() >= 3);
+    // A long text ends before it.
+    f.t.txtCommPort(0).SetText("");
+    const QImage tEmpty = f.Seen(f.t.txtCommPort(0));
+    f.t.txtCommPort(0).SetText(std::string(60, 'W'));
+    const QRect tText = support::Difference(tEmpty, f.Seen(f.t.txtCommPort(0)));
+    QVERIFY(tText.width() > tPort.width() / 2 && tText.right() < tPort.width() - tPort.height() / 2);
+    f.Show(ui::TabGps);
+    QTest::mouseClick(&f.t.txtGpsLat, Qt::LeftButton, {}, QPoint(8, f.t.txtGpsLat.height() / 2));
+    f.Settle();
+    const QImage tField = f.Seen(f.t.txtGpsLat);
+    const QRgb lSelected = f.t.palette().color(QPalette::Active, QPalette::Highlight).rgb();
+    QRect tSelected;
+    for (int y = 2; y < tField.height() - 2; ++y) {
+        for (int x = 2; x < tField.width() - 2; ++x) {
+            if (tField.pixel(x, y) == lSelected) tSelected |= QRect(x, y, 1, 1);
+        }
+    }
+    const int iDigit = f.t.txtGpsLat.fontMetrics().horizontalAdvance(QLatin1Char('0'));
+    QVERIFY2(std::abs(tSelected.width() - iDigit) <= 1, qPrintable(QString::number(tSelected.width())));
 }
 
 void LookWindowTest::longTextsStayInTheirPanels() {

@@ -4,7 +4,6 @@
 #include <QScrollBar>
 #include <QTest>
 
-#include "tests/support/AisEncoder.h"
 #include "tests/window/Look.h"
 #include "tests/window/Shown.h"
 
@@ -17,7 +16,6 @@ constexpr int UsualLine = 18;     // of a log's line: 17 of the usual fixed font
 constexpr int CellPadding = 2;    // between a cell's text and its edge
 constexpr int FreeOfLetters = 2;  // that the first and last letter may have at its edge
 
-constexpr char Decoded[] = "!AIVDM,1,1,,A,15M67F@uQqG?w<hK?Mu8iFv00000,0*7B";
 constexpr char NotDecoded[] = "$GPZDA,120000,15,05,2011,00,00";
 constexpr char Notice[] = "<<Checksum Error>>";
 
@@ -47,7 +45,7 @@ struct ThreeLines : Look {
     toolkit::LogList& lst = t.lstCommData(0);
     ThreeLines() {
         t.StartBoth();
-        t.FeedLine(0, Decoded);
+        t.FeedLine(0, AnyReport);
         t.FeedLine(0, NotDecoded);
         t.FeedLine(0, std::string(NotDecoded) + "*00");
         Settle();
@@ -83,7 +81,7 @@ class RowsWindowTest : public QObject {
 private slots:
     void markedLinesAreTintedAndNoticesBold();
     void selectedLineAloneIsSelected();
-    void linesWithoutMarksAreAllAlike();
+    void marksAreDrawnInTheLogsThatHaveThem();
     void firstLineOfEveryLogIsWhole();
     void firstRowsOfEveryTableAreWhole();
     void rowsAreAsHighAsDesigned();
@@ -114,7 +112,7 @@ void RowsWindowTest::markedLinesAreTintedAndNoticesBold() {
         for (int x = 0; x < 8; ++x) QCOMPARE(tMarked.pixelColor(x, y), x < 4 ? tHighlight : tTint);
     }
     for (int i = 1; i < 4; ++i) QCOMPARE(f.Line(i).pixelColor(1, 7), tBase);
-    QVERIFY(f.Shows(0, Decoded, false, QPalette::Text));
+    QVERIFY(f.Shows(0, AnyReport, false, QPalette::Text));
     QVERIFY(f.Shows(1, NotDecoded, false, QPalette::Text));
     QVERIFY(f.Shows(3, Notice, true, QPalette::Text));
     QVERIFY(f.IsBold(3, Notice));
@@ -138,19 +136,31 @@ void RowsWindowTest::selectedLineAloneIsSelected() {
     QTest::mouseClick(f.lst.viewport(), Qt::LeftButton, {}, f.lst.visualRect(f.Index(0)).center());
     QCOMPARE(GroundOf(f.Line(0)), tHighlight);
     QCOMPARE(f.Line(0).pixelColor(1, 7), f.Colour(QPalette::HighlightedText));
-    QVERIFY(f.Shows(0, Decoded, false, QPalette::HighlightedText));
+    QVERIFY(f.Shows(0, AnyReport, false, QPalette::HighlightedText));
     QCOMPARE(GroundOf(f.Line(1)), f.Colour(QPalette::Base));
 }
 
-void RowsWindowTest::linesWithoutMarksAreAllAlike() {
-    ThreeLines f;
-    f.t.FeedLine(0, "$GPGLL,4916.45,N,12311.12,W,225444,A");
-    for (const auto& [eTab, pList] : {std::pair{ui::TabAis, &f.t.lstAisData}, std::pair{ui::TabGps, &f.t.lstGpsData}}) {
+void RowsWindowTest::marksAreDrawnInTheLogsThatHaveThem() {
+    Look f;
+    f.t.chkCommEnabled(1).setChecked(true);
+    const QColor tBase = f.t.lstAisData.palette().color(QPalette::Active, QPalette::Base);
+    for (const auto& [eTab, pList, bMarks] : std::initializer_list<std::tuple<ui::Tab, toolkit::LogList*, bool>>{
+             {ui::TabInput, &f.t.lstCommData(0), true},
+             {ui::TabInput, &f.t.lstCommData(1), true},
+             {ui::TabOutput, &f.t.lstOutputData, true},
+             {ui::TabAis, &f.t.lstAisData, false},
+             {ui::TabGps, &f.t.lstGpsData, false},
+             {ui::TabReceiver, &f.t.lstRxData, false}}) {
+        pList->Lines.Add("marked", true);
+        pList->Lines.Add("not marked", false);
         f.Show(eTab);
-        QVERIFY(pList->model()->rowCount() > 0);
         const QImage tLines = f.Seen(*pList->viewport());
-        QCOMPARE(GroundOf(tLines), f.Colour(QPalette::Base));
-        for (int y = 0; y < tLines.height(); ++y) QCOMPARE(tLines.pixelColor(1, y), f.Colour(QPalette::Base));
+        const auto Plain = [&](int iLine) {
+            const int y = iLine * UsualLine + UsualLine / 2;
+            return tLines.pixelColor(1, y) == tBase && tLines.pixelColor(tLines.width() - 3, y) == tBase;
+        };
+        QVERIFY2(Plain(0) != bMarks, qPrintable(pList->objectName()));
+        QVERIFY2(Plain(1), qPrintable(pList->objectName()));
     }
 }
 
@@ -270,16 +280,27 @@ void RowsWindowTest::cellsStandWhereTheyAreAligned() {
 void RowsWindowTest::longTextsStayInTheirCells() {
     Table f;
     toolkit::Grid& grd = f.t.grdTargetData;
+    const auto Changed = [&](int iCol, runtime::Alignment eAlignment) {
+        grd.Cells.SetText(2, iCol, "", eAlignment);
+        f.Settle();
+        const QImage tWithout = f.Seen(*grd.viewport());
+        grd.Cells.SetText(2, iCol, "WWWWWWWWWWWWWWWWWWWWWWWWWWWWWW", eAlignment);
+        f.Settle();
+        return support::Difference(tWithout, f.Seen(*grd.viewport()));
+    };
     for (const auto eAlignment : {runtime::AlignLeft, runtime::AlignCentre, runtime::AlignRight}) {
         for (int iCol = 1; iCol < 17; ++iCol) {
-            grd.Cells.SetText(2, iCol, "", eAlignment);
-            f.Settle();
-            const QImage tWithout = f.Seen(*grd.viewport());
-            grd.Cells.SetText(2, iCol, "WWWWWWWWWWWWWWWWWWWWWWWWWWWWWW", eAlignment);
-            f.Settle();
-            const QRect tChanged = support::Difference(tWithout, f.Seen(*grd.viewport()));
-            QVERIFY(!tChanged.isEmpty());
-            QVERIFY2(f.Cell(1, iCol).contains(tChanged), qPrintable(QDebug::toString(tChanged)));
+            const QRect tChanged = Changed(iCol, eAlignment);
+            QVERIFY2(!tChanged.isEmpty() && f.Cell(1, iCol).contains(tChanged), qPrintable(QString::number(iCol)));
+        }
+    }
+    // No room even for the dot that stands for a text there: nothing of it in the next column.
+    grd.Cells.SetText(2, 8, "");
+    for (const int iWidth : {1, 2}) {
+        grd.setColumnWidth(7, iWidth);
+        for (const auto eAlignment : {runtime::AlignLeft, runtime::AlignCentre, runtime::AlignRight}) {
+            const QRect tChanged = Changed(7, eAlignment);
+            QVERIFY2(f.Cell(1, 7).contains(tChanged) || tChanged.isEmpty(), qPrintable(QDebug::toString(tChanged)));
         }
     }
 }
