@@ -9,6 +9,8 @@ namespace support {
 struct Look {
     ShownWindow t;
     Look() {
+        t.tmrTime.stop();  // the clock stands, so that pictures can be compared
+        t.tmrTime_Timer();
         t.activateWindow();
         t.resize(1240, 700);
         t.SSTab.Bar().setFocus();

@@ -119,7 +119,6 @@ void LookWindowTest::captionsAreDrawn() {
     QFETCH(int, tab);
     Look f;
     f.t.chkCommEnabled(1).setChecked(true);
-    f.t.tmrTime_Timer();
     f.Show(static_cast<ui::Tab>(tab));
     const QImage tWindow = PictureOf(f.t);
     int iFound = 0;
