@@ -30,7 +30,7 @@ PanelLabel::PanelLabel(QWidget* pParent) : QLabel(pParent) {
 void PanelLabel::SetTip(const QString& sTip) {
     if (m_sTip == sTip) return;
     m_sTip = sTip;
-    RenewDrawn();
+    RenewToolTip();
 }
 
 void PanelLabel::SetText(const QString& sText) {
@@ -59,8 +59,10 @@ QRect PanelLabel::TextRect() const {
 
 void PanelLabel::RenewDrawn() {
     m_sDrawn = fontMetrics().elidedText(text(), Qt::ElideRight, TextRect().width());
-    setToolTip(m_sDrawn == text() ? m_sTip : text());
+    RenewToolTip();
 }
+
+void PanelLabel::RenewToolTip() { setToolTip(m_sDrawn == text() ? m_sTip : text()); }
 
 QSize PanelLabel::sizeHint() const { return m_bElastic ? minimumSizeHint() : QLabel::sizeHint(); }
 

@@ -37,6 +37,7 @@ private:
     int IconSide() const { return fontMetrics().height(); }
     void MakeRoom();
     void RenewDrawn();
+    void RenewToolTip();
 
     QString m_sTip;
     QString m_sDrawn;
