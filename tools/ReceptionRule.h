@@ -27,6 +27,8 @@ struct ReceptionRule {
     double dPercent = 100;
     double dOffset = 0;  // dB, of the level of every message
 
+    // Whether the share depends on range or bearing.
+    bool AsksForPlace() const { return !tHeard.empty() || dShadowPercent < 100; }
     // The share heard, 0 to 1, of what is sent from there: nautical miles and degrees from us.
     double Share(double dMiles, double dBearing, char sChannel) const;
 };

@@ -292,13 +292,14 @@ void Traffic::Hear(const Target& t, double dTime, char sChannel) {
 
 // What is in the writer, as far as the sender's part goes.
 SentMessage Traffic::SentFrom(const Target& t, double dTime, char sChannel) const {
-    const Fix tOwn = m_tHarbour.Own(dTime).tFix;
     SentMessage tSent;
     tSent.lMilliseconds = MillisecondsOf(SlotOf(dTime + SlotSeconds / 2));
     tSent.lMmsi = t.lMmsi;
     tSent.iType = m_tBits.Payload().front() - '0';  // the first character is the type
     tSent.sChannel = sChannel;
     tSent.bFix = !t.bNoFix;
+    if (!m_Sent && !m_tOptions.tRule.AsksForPlace()) return tSent;  // nobody asks
+    const Fix tOwn = m_tHarbour.Own(dTime).tFix;
     tSent.dMiles = GlobeMiles(tOwn, t.tFix);
     tSent.dBearing = GlobeBearing(tOwn, t.tFix);
     return tSent;
