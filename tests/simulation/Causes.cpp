@@ -74,7 +74,7 @@ void EndStop(Scene& t, int) {
 void FillDisk(Scene& t, int) {
     Begins<TroubleDisk>(t);
     t.tFullDisk.emplace(0);
-    t.tRecordings.Trouble();
+    t.FilesInTrouble();
 }
 void EmptyDisk(Scene& t, int) {
     Ends<TroubleDisk>(t);
@@ -84,26 +84,26 @@ void EmptyDisk(Scene& t, int) {
 void NearlyFillDisk(Scene& t, int) {
     Begins<TroubleDisk>(t);
     t.VerifyRecordings();
-    t.tRecordings.MayGo(true);
+    t.FilesMayGo(true);
     t.tWorld.pRoom->lFree = NearlyNothing;
 }
 void MakeRoom(Scene& t, int) {
     Ends<TroubleDisk>(t);
     t.VerifyRecordings();
-    t.tRecordings.MayGo(t.HasKeepRule());
+    t.FilesMayGo(t.HasKeepRule());
     t.tWorld.pRoom->lFree = t.tWorld.pRoom->lWhole / 2;
 }
 
 void TakeFolder(Scene& t, int) {
     Begins<TroubleDisk>(t);
     t.VerifyRecordings();
-    t.tRecordings.Away(true);
+    t.FolderAway(true);
     QDir().rename(t.sFolder, t.sFolder + QStringLiteral(".away"));
 }
 void BringFolder(Scene& t, int) {
     Ends<TroubleDisk>(t);
     QDir().rename(t.sFolder + QStringLiteral(".away"), t.sFolder);
-    t.tRecordings.Away(false);
+    t.FolderAway(false);
 }
 
 // As a person does who tidies up.
@@ -113,6 +113,31 @@ void TakeFile(Scene& t, int) {
     const QString sTaken = t.tWorld.Path(QStringLiteral("taken.txt"));
     QFile::remove(sTaken);
     if (QFile::rename(sFile, sTaken)) t.tRecordings.Moved(sFile.toStdString(), sTaken.toStdString());
+}
+
+// A synchronisation takes as long as the cause lasts: nothing else waits, and nothing is told.
+void SlowDisk(Scene& t, int) { t.tDisk.Hold(); }
+void QuickenDisk(Scene& t, int) { t.tDisk.Release(); }
+void BeginFailingDisk(Scene& t, int) {
+    Begins<TroubleDisk>(t);
+    t.tDisk.Hold();
+    t.tDisk.FailOne();
+}
+void EndFailingDisk(Scene& t, int) {
+    Ends<TroubleDisk>(t);
+    t.tDisk.Release();
+}
+
+// As a person does who looks what was there.
+template <bool bBurst>
+void BeginPlayback(Scene& t, int) {
+    Begins<TroubleStop>(t);
+    t.PlayBack(bBurst);
+}
+void EndPlayback(Scene& t, int) {
+    Ends<TroubleStop>(t);
+    t.PressStop();
+    t.PressStart();
 }
 
 void StickOutput(Scene& t, int) {
@@ -142,6 +167,10 @@ constexpr Cause Causes[] = {
     {"clock a day forward",     0.3,   0,    0, false, StepClock<24 * Hour>, nullptr},
     {"clock some seconds back",   4,   0,    0, false, StepClock<-7>,        nullptr},
     {"stopped",                   3,   0, 1200, false, BeginStop,            EndStop},
+    {"playback",                  2,  20,  900, false, BeginPlayback<false>, EndPlayback},
+    {"burst playback",          1.5,   1,   60, false, BeginPlayback<true>,  EndPlayback},
+    {"slow disk",                 3,   1,  300, false, SlowDisk,             QuickenDisk},
+    {"failing disk",              2,   5,   60, false, BeginFailingDisk,     EndFailingDisk},
     {"full disk",                 2,   1,  400, false, FillDisk,             EmptyDisk},
     {"nearly full disk",          1,  70,  900, true,  NearlyFillDisk,       MakeRoom},
     {"folder gone",               1,   1,  900, true,  TakeFolder,           BringFolder},

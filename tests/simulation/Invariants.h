@@ -19,15 +19,20 @@ public:
     };
     const Hour& First() const { return m_tFirst; }
     const Hour& Last() const { return m_tLast; }
+    // Of the hours behind the first; the memory of those behind the first days, and of these.
+    const Hour& Most() const { return m_tMost; }
+    std::int64_t MostMemoryAtFirst() const { return m_lMostAtFirst; }
     std::uint64_t Digest() const { return m_lDigest; }  // of everything that was seen
 
 private:
     void Measure(Scene& t);
+    void CheckMemory();
+    int Descriptors(Scene& t) const;
     void Digest(Scene& t);
 
     int m_iHours = 0;
-    Hour m_tFirst{}, m_tLast{};
-    std::int64_t m_lMostMemory = 0;  // of the first hours
+    Hour m_tFirst{}, m_tLast{}, m_tMost{};
+    std::int64_t m_lMostAtFirst = 0;
     std::uint64_t m_lDigest = 14695981039346656037ULL;
 };
 

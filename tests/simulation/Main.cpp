@@ -32,7 +32,8 @@ struct Outcome {
     std::uint64_t lDigest = 0;
     std::int64_t lSentences = 0, lRecorded = 0, lCauses = 0, lNotices = 0;
     double dFirstHour = 0, dLastHour = 0;  // seconds of processor, told only: other programs are running
-    Invariants::Hour tFirst{}, tLast{};
+    Invariants::Hour tFirst{}, tLast{}, tMost{};
+    std::int64_t lMostMemoryAtFirst = 0;
 };
 
 double Processor() {
@@ -65,6 +66,7 @@ Outcome Simulate(std::uint64_t lSeed, int iHours) {
         tScene.End();
     } catch (const std::exception& tError) {
         tScene.tFullDisk.reset();  // else nothing could be printed into a file
+        tScene.tDisk.Release();
         tOutcome.sFailure = "hour " + std::to_string(iHour) + ", second " + std::to_string(tScene.lSecond) + ": " +
                             tError.what() + "\nplanted last:" + tPlanner.Latest() + "\nthe hand last " + tHand.Latest();
     }
@@ -75,17 +77,23 @@ Outcome Simulate(std::uint64_t lSeed, int iHours) {
     tOutcome.lNotices = tScene.tNotices.Seen();
     tOutcome.tFirst = tInvariants.First();
     tOutcome.tLast = tInvariants.Last();
+    tOutcome.tMost = tInvariants.Most();
+    tOutcome.lMostMemoryAtFirst = tInvariants.MostMemoryAtFirst();
     return tOutcome;
 }
+
+double Megabytes(std::int64_t lBytes) { return static_cast<double>(lBytes) / 1e6; }
 
 void Tell(std::uint64_t lSeed, const Outcome& t) {
     std::printf(
         "seed %llu (%s): %lld sentences, %lld recorded, %lld causes, %lld notices; allocations a sentence %.4f "
-        "then %.4f, a tick %.1f then %.1f; memory %.2f MB then %.2f; an hour %.3f s then %.3f; digest %016llx\n",
+        "then at most %.4f, a tick %.1f then at most %.1f; memory %.2f MB, at most %.2f, behind the fourth day %.2f, "
+        "at "
+        "last %.2f; an hour %.3f s then %.3f; digest %016llx\n",
         static_cast<unsigned long long>(lSeed), SettingOf(lSeed).Text().c_str(), static_cast<long long>(t.lSentences),
         static_cast<long long>(t.lRecorded), static_cast<long long>(t.lCauses), static_cast<long long>(t.lNotices),
-        t.tFirst.dPerSentence, t.tLast.dPerSentence, t.tFirst.dPerTick, t.tLast.dPerTick,
-        static_cast<double>(t.tFirst.lMemory) / 1e6, static_cast<double>(t.tLast.lMemory) / 1e6, t.dFirstHour,
+        t.tFirst.dPerSentence, t.tMost.dPerSentence, t.tFirst.dPerTick, t.tMost.dPerTick, Megabytes(t.tFirst.lMemory),
+        Megabytes(t.lMostMemoryAtFirst), Megabytes(t.tMost.lMemory), Megabytes(t.tLast.lMemory), t.dFirstHour,
         t.dLastHour, static_cast<unsigned long long>(t.lDigest));
     std::fflush(stdout);
 }

@@ -4,7 +4,7 @@
 #include <malloc.h>
 
 #include <filesystem>
-#include <iterator>
+#include <system_error>
 
 #include "tests/support/Allocations.h"
 
@@ -14,15 +14,16 @@ extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
 
 namespace simulation {
 
-void Meter::Sentences(std::int64_t lCount, const std::function<void()>& Do) {
+std::int64_t Meter::Count(const std::function<void()>& Do) { return support::Allocations(Do); }
+
+void Meter::Sentences(std::int64_t lCount, std::int64_t lAllocations) {
     m_lSentences += lCount;
-    m_lForSentences += support::Allocations(Do);
+    m_lForSentences += lAllocations;
 }
 
-void Meter::Tick(bool bRecording, const std::function<void()>& Do) {
-    if (!bRecording) return Do();
+void Meter::Tick(std::int64_t lAllocations) {
     ++m_lTicks;
-    m_lForTicks += support::Allocations(Do);
+    m_lForTicks += lAllocations;
 }
 
 std::int64_t MemoryInUse() {
@@ -34,9 +35,14 @@ std::int64_t MemoryInUse() {
 #endif
 }
 
-int OpenDescriptors() {
-    const std::filesystem::directory_iterator it("/proc/self/fd");
-    return static_cast<int>(std::distance(begin(it), end(it))) - 1;  // less the folder's own
+int OpenDescriptors(std::string_view sLeftOut) {
+    int iCount = -1;  // less the folder's own
+    for (const auto& tEntry : std::filesystem::directory_iterator("/proc/self/fd")) {
+        std::error_code tFault;
+        const auto tFile = std::filesystem::read_symlink(tEntry.path(), tFault);
+        if (tFile.filename() != sLeftOut) ++iCount;
+    }
+    return iCount;
 }
 
 }  // namespace simulation

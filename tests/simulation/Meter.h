@@ -3,14 +3,17 @@
 
 #include <cstdint>
 #include <functional>
+#include <string_view>
 
 namespace simulation {
 
 class Meter {
 public:
     // Does it, and counts the allocations of this thread meanwhile.
-    void Sentences(std::int64_t lCount, const std::function<void()>& Do);
-    void Tick(bool bRecording, const std::function<void()>& Do);
+    static std::int64_t Count(const std::function<void()>& Do);
+    // So many were taken for so many sentences; or for a tick, while recording.
+    void Sentences(std::int64_t lCount, std::int64_t lAllocations);
+    void Tick(std::int64_t lAllocations);
     void BeginHour() { *this = {}; }
 
     double PerSentence() const { return m_lSentences == 0 ? 0 : Share(m_lForSentences, m_lSentences); }
@@ -24,6 +27,7 @@ private:
 };
 
 std::int64_t MemoryInUse();  // bytes that were asked for and not given back, by all threads
-int OpenDescriptors();
+// But for those of files of this name.
+int OpenDescriptors(std::string_view sLeftOut);
 
 }  // namespace simulation

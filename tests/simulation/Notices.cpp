@@ -18,9 +18,13 @@ struct TroubleNotice {
     Trouble eTrouble;
 };
 constexpr TroubleNotice TroubleNotices[] = {
-    {"<<Record - ", TroubleDisk},       {"<<Input Comm - ", TroublePort},
-    {"<<Event 1010>>", TroubleOutput},  {"<<Output full - ", TroubleOutput},
-    {"<<Output closed", TroubleOutput}, {"<<Bytes arrive but no sentence", TroubleSpeed},
+    {"<<Record - ", TroubleDisk},
+    {"<<Capture - ", TroubleDisk},
+    {"<<Input Comm - ", TroublePort},
+    {"<<Event 1010>>", TroubleOutput},
+    {"<<Output full - ", TroubleOutput},
+    {"<<Output closed", TroubleOutput},
+    {"<<Bytes arrive but no sentence", TroubleSpeed},
 };
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "platform/runtime/DateTime.h"
+#include "tests/simulation/ExpectedFile.h"
 
 namespace simulation {
 
@@ -24,6 +25,7 @@ public:
     void Trouble();
     // The folder is not where it was: nothing can be compared until it is.
     void Away(bool bAway) { m_bAway = bAway; }
+    bool Away() const { return m_bAway; }
     // Files may be removed, by a keep rule or for room: the oldest by name, after a step of the clock maybe the one
     // that was recorded last. Of one that is being recorded a notice would tell.
     void MayGo(bool bMayGo) { m_bMayGo = bMayGo; }
@@ -35,17 +37,8 @@ public:
     std::int64_t Lines() const { return m_lLines; }  // compared and found right
 
 private:
-    struct File {
-        std::string sPath;
-        std::int64_t lVerified = 0;  // bytes
-        std::int64_t lFlushed = 0;
-        std::string sExpected;  // behind those verified
-        bool bTrouble = false;
-    };
-    void Compare(File& t);
-
     const std::int64_t m_lPeriod;
-    std::map<std::string, File> m_tFiles;  // by the name under which the program knows them
+    std::map<std::string, ExpectedFile> m_tFiles;  // by the name under which the program knows them
     std::string m_sNewest;
     runtime::DateTime m_dtFirst;  // of the newest
     bool m_bFresh = true;

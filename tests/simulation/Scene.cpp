@@ -4,6 +4,8 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QEvent>
+#include <algorithm>
+#include <utility>
 
 #include "tests/simulation/Failure.h"
 
@@ -22,16 +24,17 @@ std::string Profile(const Setting& t, const QString& sFolder) {
         "[Nmea Data]\nEnabled #0=1\nEnabled #1=1\nComm Port #0=1\nComm Port #1=2\n"
         "[Output Data]\nComm Port=3\nEnabled=" +
         std::string(t.bOutput ? "1" : "0") + "\n";
+    s += "[Unattended]\nCapture=" + std::string(t.bCapture ? "1" : "0") + "\n";
     if (!t.bUnattended) return s;
-    s += "[Unattended]\nStart=1\nRecord=" + sFolder.toStdString() + "\n";
-    s += t.bHourly ? "Rotate=hourly\n" : "Rotate=daily\n";
+    s += "Start=1\nRecord=" + sFolder.toStdString() + "\n";
+    s += t.bHourly ? "Rotate=hourly\n" : t.bNever ? "Rotate=never\n" : "Rotate=daily\n";
     if (t.lKeepDays > 0) s += "Keep days=" + std::to_string(t.lKeepDays) + "\n";
     if (t.lKeepMegabytes > 0) s += "Keep MB=" + std::to_string(t.lKeepMegabytes) + "\n";
     return s;
 }
 
 std::int64_t PeriodOf(const Setting& t) {
-    if (!t.bUnattended) return 0;
+    if (!t.bUnattended || t.bNever) return 0;
     return t.bHourly ? Hour : 24 * Hour;
 }
 
@@ -59,14 +62,16 @@ Scene::Scene(const Setting& t) : tSetting(t), tRecordings(PeriodOf(t)), m_tChanc
     tWorld.WriteFile(sFolder + QStringLiteral("/notes.txt"), "not ours");
     tWorld.SetClock(t.sClock);
     tWorld.tYield = [] {};
+    tWorld.tSynchronize = tDisk.Function();
     tWorld.tAdjust = [this](toolkit::Platform& tPlatform) {
         tPlatform.Serial.MakeDevice = [this] {
-            return std::make_unique<PortDevice>([this](const QString& sDevice) {
+            const auto Open = [this](const QString& sDevice) {
                 const auto it = tWorld.sBadPorts.find(sDevice.section(QLatin1Char(':'), 1).toInt());
                 if (it == tWorld.sBadPorts.end()) return;
                 if (it->second == Gone) throw toolkit::DeviceMissing(it->second);
                 throw toolkit::CommError(it->second);
-            });
+            };
+            return std::make_unique<PortDevice>(Open, [this](int i, std::string_view s) { Written(i, s); });
         };
         // A choice acts where the hand makes it.
         tPlatform.HasFocus = [](const QWidget& tControl) {
@@ -96,7 +101,7 @@ void Scene::Begin() {
     pWindow->UnattendedBegin();
     pWindow->m_tFolderWork.Wait();
     if (!tSetting.bUnattended) pWindow->Press(ui::KeyStart);
-    tRecordings.MayGo(HasKeepRule());
+    FilesMayGo(HasKeepRule());
     RunBegan();
     if (!tSetting.bUnattended) PressRecord();
 }
@@ -105,8 +110,10 @@ void Scene::RunBegan() {
     if (pWindow->StatusBar.PanelText(ui::PanelState) == "Stopped") return;
     pWindow->m_tFolderWork.Wait();
     tLedger.Begin();
+    tForwarded.Begin();
     tRecordings.RunBegins();
-    if (tSetting.lFirstNumber > 0) pWindow->m_lMessageNumber = tSetting.lFirstNumber;  // as if months had gone by
+    lNumbersFrom = tSetting.lFirstNumber;
+    if (lNumbersFrom > 0) pWindow->m_lMessageNumber = lNumbersFrom;  // as if months had gone by
 }
 
 void Scene::PressStart() {
@@ -119,8 +126,10 @@ void Scene::PressStart() {
 
 void Scene::PressStop() {
     if (!pWindow->Toolbar.Action(QLatin1String(ui::KeyStop)).isEnabled()) return;
-    if (tFullDisk) tRecordings.Trouble();
+    if (tFullDisk) FilesInTrouble();
+    tDisk.Release();  // it would be waited for
     pWindow->Press(ui::KeyStop);
+    m_tPlayed.reset();
     Look();
     VerifyRecordings();
     if (!tSetting.bUnattended) RemoveRecording();
@@ -129,6 +138,7 @@ void Scene::PressStop() {
 void Scene::RemoveRecording() {
     if (!tRecordings.Newest().empty()) QFile::remove(QString::fromStdString(tRecordings.Newest()));
     tRecordings.Forget();
+    tCaptures.Forget();
 }
 
 void Scene::PressRecord() {
@@ -152,6 +162,7 @@ void Scene::Unplug(int iPort, bool bRefused) {
     if (!pDevice) return;
     tNotices.Expect(iPort == 0 ? Notices::Input1 : Notices::Input2, "<<Event 2001>>");
     pDevice->Vanish();
+    CaptureEvent(iPort, 2001);
     m_tSpeakers[Index(iPort)].iRefused = 0;
 }
 
@@ -162,6 +173,7 @@ void Scene::RaiseLineError(int iPort, int iEvent, const char* sNotice) {
     if (!pDevice) return;
     tNotices.Expect(iPort == 0 ? Notices::Input1 : Notices::Input2, sNotice);
     emit pDevice->LineEvent(iEvent);
+    CaptureEvent(iPort, iEvent);
 }
 
 // What a device has said in this second.
@@ -193,33 +205,56 @@ void Scene::Receive(int iPort) {
     for (const Line& t : tLines) {
         if (t.eVerdict == Verdict::TooShort) tNotices.Expect(eLog, "<<Size Error>>");
         if (t.eVerdict == Verdict::WrongChecksum) tNotices.Expect(eLog, "<<Checksum Error>>");
+        if (t.eVerdict >= Verdict::Unknown && tSetting.bOutput) tForwarded.Expect(t.sText);
     }
+    if (tSetting.bCapture) tCaptures.Expect(tWorld.dtNow, iPort, '<', s);
     const bool bRecording = pWindow->m_bRecording;
-    tMeter.Sentences(static_cast<std::int64_t>(tLines.size()), [&] { pWindow->Feed(i, s); });
+    const std::string sFile = pWindow->RunFile();
+    const std::int64_t lAllocations = Meter::Count([&] { pWindow->Feed(i, s); });
     pWindow->m_tFolderWork.Wait();
+    CaptureDone();
+    if (IsOrdinary(tLines) && sFile == pWindow->RunFile()) {
+        tMeter.Sentences(static_cast<std::int64_t>(tLines.size()), lAllocations);
+    }
     if (!bRecording) return;
     const bool bFailed = !pWindow->m_bRecording;
     if (bFailed && !tNotices.UnderWay(TroubleDisk)) throw Failure("the recording ended without a cause");
     for (const Line& t : tLines) {
         if (t.eVerdict == Verdict::Decoded) tRecordings.Expect(pWindow->RunFile(), tWorld.dtNow, t.sText);
     }
-    if (tFullDisk || bFailed) tRecordings.Trouble();
+    if (tFullDisk || bFailed) FilesInTrouble();
+}
+
+// Where nothing happens that is told, and nothing waits.
+bool Scene::IsOrdinary(const std::vector<Line>& tLines) const {
+    const auto Fine = [](const Line& t) { return t.eVerdict == Verdict::Decoded; };
+    return std::ranges::all_of(tLines, Fine) && tForwarded.AllCame() && !tNotices.UnderWay(TroubleDisk);
 }
 
 void Scene::Tick() {
     const bool bRecording = pWindow->m_bRecording;
     const bool bStopped = !pWindow->tmrComm.isActive();
-    tMeter.Tick(bRecording, [this] {
+    const std::vector<std::string> sPlayed = HearPlayed();
+    const std::int64_t lAllocations = Meter::Count([this] {
         if (pWindow->tmrComm.isActive()) pWindow->tmrComm_Timer();
         pWindow->tmrTime_Timer();
     });
+    if (bRecording) tMeter.Tick(lAllocations);
     pWindow->m_tFolderWork.Wait();
+    CheckPlayed(sPlayed);
+    if (std::exchange(m_bDiskFailed, false) && pWindow->m_bRecording) {
+        throw Failure("the disk has failed, and the recording goes on");
+    }
     if (bStopped && pWindow->tmrComm.isActive()) RunBegan();  // it has started again by itself
     if (bRecording && !pWindow->m_bRecording && !tNotices.Recent(TroubleDisk, lSecond, 2)) {
         throw Failure("the recording ended without a cause");
     }
     if (!pWindow->m_bRecording) tRecordings.RunBegins();
-    if (!tFullDisk) tRecordings.Flushed();
+    if (!tFullDisk) {
+        tRecordings.Flushed();
+        tCaptures.Flushed();
+    }
+    FailDisk();
     RetryPorts();
 }
 
@@ -237,6 +272,7 @@ void Scene::RetryPorts() {
         tPort.Retry();
         if (tPort.Away()) continue;
         tNotices.Expect(eLog, "<<Event 2002>>");
+        CaptureEvent(i, 2002);
         const std::size_t iHalf = tLedger.DropHalfLine(i);
         if (iHalf == 0) continue;
         const std::string sCharacters = std::to_string(iHalf) + (iHalf == 1 ? " character" : " characters");
@@ -280,11 +316,16 @@ void Scene::TakeOver() {
 }
 
 void Scene::Look() {
+    CaptureDone();
+    tForwarded.Check();
     tNotices.Look(Notices::Input1, pWindow->lstCommData(0).Lines, lSecond);
     tNotices.Look(Notices::Input2, pWindow->lstCommData(1).Lines, lSecond);
     tNotices.Look(Notices::Output, pWindow->lstOutputData.Lines, lSecond);
 }
 
-void Scene::VerifyRecordings() { tRecordings.Verify(); }
+void Scene::VerifyRecordings() {
+    tRecordings.Verify();
+    tCaptures.Verify();
+}
 
 }  // namespace simulation

@@ -1,4 +1,5 @@
-// The settings in turn: eight seeds in a row see every way to record, and one of them message numbers beyond 2^31.
+// The settings in turn: eight seeds in a row see every way to record, with captures and without, and one of them
+// message numbers beyond 2^31.
 #include "tests/simulation/Setting.h"
 
 #include <array>
@@ -23,6 +24,8 @@ Setting SettingOf(std::uint64_t lSeed) {
     t.bOutput = lSeed % 3 == 0;
     t.bUnattended = lSeed % 4 != 0;
     t.bHourly = lSeed % 4 == 2;
+    t.bNever = lSeed % 8 == 7;
+    t.bCapture = lSeed % 5 < 2;
     if (lSeed % 4 == 1) t.lKeepDays = 2;
     if (lSeed % 4 == 2) t.lKeepMegabytes = 5;
     if (lSeed % 8 == 5) t.lFirstNumber = BeforeTheBound;
@@ -30,9 +33,11 @@ Setting SettingOf(std::uint64_t lSeed) {
 }
 
 std::string Setting::Text() const {
-    std::string s = bUnattended ? (bHourly ? "unattended, hourly" : "unattended, daily") : "by hand";
+    std::string s = "by hand";
+    if (bUnattended) s = bHourly ? "unattended, hourly" : bNever ? "unattended, one file" : "unattended, daily";
     if (lKeepDays > 0) s += ", Keep days " + std::to_string(lKeepDays);
     if (lKeepMegabytes > 0) s += ", Keep MB " + std::to_string(lKeepMegabytes);
+    if (bCapture) s += ", with capture";
     if (bOutput) s += ", with output";
     if (lFirstNumber > 0) s += ", numbers beyond 2^31";
     return s + ", " + std::to_string(iTargets) + " ships, from " + sClock;

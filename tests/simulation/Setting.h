@@ -14,6 +14,8 @@ struct Setting {
     bool bOutput = false;      // every sentence is forwarded
     bool bUnattended = false;  // as the profile says; else a person presses Start and Record
     bool bHourly = false;      // a file an hour; else a file a day
+    bool bNever = false;       // one file for all
+    bool bCapture = false;     // every byte, beside the recording
     std::int64_t lKeepDays = 0, lKeepMegabytes = 0;  // 0: all
     std::int64_t lFirstNumber = 0;                   // the message number that every run begins behind
 
