@@ -4,6 +4,7 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFileInfo>
+#include <QPixmapCache>
 #include <algorithm>
 #include <set>
 #include <string>
@@ -28,6 +29,7 @@ constexpr std::int64_t Laying = 2 * Megabyte;  // what views take until each has
 constexpr std::int64_t Noise = Megabyte / 2;   // of a level
 constexpr double Filling = 0.02;               // allocations a sentence, where a table is filled after a new start
 constexpr double LongerTexts = 5;              // allocations a tick, of notes that are longer after a while
+constexpr int TendingSeconds = 70;             // until the folder has been looked after
 constexpr int UsualWidth = 900, UsualHeight = 700;
 constexpr int FirstHours = 96;  // after which every view has been seen often and every store is as large as it gets
 
@@ -106,12 +108,14 @@ void NobodyIsAsked(Scene& t) {
     t.tWorld.bBusyPointer.clear();
 }
 
-// Half a minute of beats passes, in which texts are forgotten that nobody draws: the hand's are too few for that.
-void ForgetTexts(Scene& t) {
+// Half a minute passes, in which texts and pictures are forgotten that nobody draws: the hand paints too seldom for
+// that, and no timer runs.
+void ForgetDrawn(Scene& t) {
     for (const toolkit::Grid* p : {&t.pWindow->grdTargetData, &t.pWindow->grdMessageData, &t.pWindow->grdSpecData}) {
         auto* const pDelegate = dynamic_cast<toolkit::CellDelegate*>(p->itemDelegate());
         for (int i = 0; i < 2 * toolkit::CellDelegate::PaintingsToGeneration; ++i) pDelegate->BeginPainting();
     }
+    QPixmapCache::clear();
 }
 
 void RecordingsAreComplete(Scene& t) { t.VerifyRecordings(); }
@@ -122,11 +126,11 @@ void FolderIsKept(Scene& t) {
     const QDir tFolder(t.sFolder);
     if (!t.tSetting.bUnattended || !tFolder.exists() || t.tNotices.Recent(TroubleDisk, t.lSecond, 200)) return;
     Demand(tFolder.exists(QStringLiteral("notes.txt")), "a foreign file has gone");
-    if (t.tSetting.lKeepMegabytes == 0 || !t.pWindow->m_bRecording) return;
+    if (t.tSetting.lKeepMegabytes == 0 || !t.pWindow->m_bRecording || t.lSecond - t.lNewFile < TendingSeconds) return;
     std::int64_t lBytes = 0;
     const auto tFiles = tFolder.entryInfoList({QStringLiteral("tidewatch-*")}, QDir::Files);
     for (const QFileInfo& tFile : tFiles) lBytes += tFile.size();
-    // The newest recording and the newest capture stay in every case.
+    // The newest recording and the newest capture stay in every case, the former ones until the next minute.
     Demand(lBytes <= (t.tSetting.lKeepMegabytes + 1) * Megabyte || tFiles.size() <= (t.tSetting.bCapture ? 2 : 1),
            "the folder holds " + std::to_string(lBytes) + " bytes");
 }
@@ -172,7 +176,7 @@ void Invariants::Check(Scene& t) {
             throw Failure(std::string(tRow.sName) + ": " + tFailure.what());
         }
     }
-    ForgetTexts(t);
+    ForgetDrawn(t);
     Measure(t);
     Digest(t);
 }
@@ -208,10 +212,11 @@ void Invariants::Measure(Scene& t) {
            "allocations for a tick: " + Number(m_tLast.dPerTick) + ", at first " + Number(m_tFirst.dPerTick));
     if (m_iHours > 1) m_tMost.dPerSentence = std::max(m_tMost.dPerSentence, m_tLast.dPerSentence);
     m_tMost.dPerTick = std::max(m_tMost.dPerTick, m_tLast.dPerTick);
-    if (!t.pWindow->m_bPlayback) CheckMemory();
+    const bool bWaits = t.tNotices.UnderWay(TroubleDisk) || t.tNotices.UnderWay(TroubleOutput);
+    if (!t.pWindow->m_bPlayback && !bWaits) CheckMemory();
 }
 
-// But for what a playback holds as long as it lasts.
+// But for what is held as long as a playback lasts, or until a disk or an output can take it.
 void Invariants::CheckMemory() {
     const bool bFirst = m_iHours <= FirstHours;
     const std::int64_t lBound = bFirst ? m_tFirst.lMemory + Laying : m_lMostAtFirst + Noise;

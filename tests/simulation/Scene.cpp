@@ -213,7 +213,8 @@ void Scene::Receive(int iPort) {
     const std::int64_t lAllocations = Meter::Count([&] { pWindow->Feed(i, s); });
     pWindow->m_tFolderWork.Wait();
     CaptureDone();
-    if (IsOrdinary(tLines) && sFile == pWindow->RunFile()) {
+    if (sFile != pWindow->RunFile()) lNewFile = lSecond;
+    if (IsOrdinary(tLines) && lNewFile != lSecond) {
         tMeter.Sentences(static_cast<std::int64_t>(tLines.size()), lAllocations);
     }
     if (!bRecording) return;

@@ -107,6 +107,7 @@ public:
     std::optional<support::FullDisk> tFullDisk;
     std::int64_t lSecond = 0;       // since the beginning, whatever the clock says
     QString sFolder;                // of an unattended recording
+    std::int64_t lNewFile = 0;      // when the recording got its present file
     std::int64_t lNumbersFrom = 0;  // the message number that this run began behind
     std::int64_t lIdleSince = 0;    // nothing has been recorded for no reason since; -1 while there is a reason
 
