@@ -667,6 +667,10 @@ class InputsTest(CompareCase):
         other = traffic(chance, minutes=30)
         later = Receiver(other, lambda t: True, lambda t: (60, 20), clock=lambda when: 86400, minutes=30)
         told = self.compare(self.plain, later)
+        self.assertEqual([told["time"]["a_hours"], told["time"]["b_hours"]], [0.33, 0.5])  # 20 and 30 minutes
+        out = program("compare", self.file("a.txt", self.plain.data), self.file("b.txt", later.data))[1].decode()
+        heads = [line.split() for line in out.splitlines() if line.split()[:2] == ["group", "of"]]
+        self.assertEqual(heads[-1], "group of A messages % an hour A dBm B messages % an hour B dBm".split())
         self.notes(told, "of different times", "Warning: at different times traffic and propagation differ")
         self.assertTrue(told["verdict"]["text"].startswith("None"))
         for of, a, b in (("all", self.sent, other), ("1", [t for t in self.sent if t.kind == 1], [t for t in other if t.kind == 1])):

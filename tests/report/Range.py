@@ -111,6 +111,14 @@ class PlantedTest(rig.Case):
         # At 10, 20 ... 90 seconds it was within 5 miles, at 100 to 290 beyond.
         self.assertEqual([(near["heard"], near["sent"]), (far["heard"], far["sent"])], [(1, 9), (1, 20)])
 
+    def test_ship_that_stays_in_a_ring_visits_it_once(self):
+        """Four reports within 5 miles, three beyond, three within again, and no faster than a ship may be."""
+        lines = [("00:00:00", rig.gps((50, 0), (1, 0)))]
+        heard = [(0, 4), (10, 4), (20, 4), (30, 4), (150, 7), (160, 7), (170, 7), (290, 4), (300, 4), (310, 4)]
+        lines += [(stamp(t), position(211000001, 50 + n / 60, 1.0001, speed=12)) for t, n in heard]
+        near, far = result("range", self.file("a.txt", record(*lines)))["rings"]
+        self.assertEqual([near["visits"], far["visits"]], [2, 1])
+
     def test_reliable_range(self):
         chance = random.Random(5)
         lines = self.fleet(chance, 0.95, miles=7)

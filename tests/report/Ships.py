@@ -107,6 +107,15 @@ class ReportsTest(rig.Case):
                                "speed": 12.3, "course": 224.5, "heading": None, "signal": 33.0, "threshold": 20.0,
                                "snr": 13.0})
 
+    def test_report_that_is_cut_off(self):
+        """The heading ends in the message's 137th bit: the 23rd character has it, the 22nd has not."""
+        t = Bits(1, 211000001).add(0, 12).add(123, 10).add(0, 56).add(2245, 12).add(123, 9).add(0, 31)
+        for characters, told in ((28, [12.3, 224.5, 123]), (23, [12.3, 224.5, 123]), (22, [None] * 3)):
+            cut = Bits(1, 211000001)
+            cut.bits = t.bits[:6 * characters]
+            ((row),) = result("reports", self.file("a.txt", record(("08:00:00", cut.sentence()))))["reports"]
+            self.assertEqual([row["speed"], row["course"], row["heading"]], told)
+
     def test_csv(self):
         code, out, _ = program("reports", "--csv", self.sample("harbour.txt"))
         self.assertEqual(code, 0)

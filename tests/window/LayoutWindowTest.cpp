@@ -58,6 +58,7 @@ private slots:
     void receiverFramesStandAtTheRight_data();
     void receiverFramesStandAtTheRight();
     void fieldsOfARowStandInLine();
+    void whatHasAPlaceHasOneByDesign();
     void onlyTheShowingTabIsLaidOut();
     void choosingATabLaysItOut();
     void minimisedWindowKeepsItsLayout();
@@ -222,6 +223,12 @@ void LayoutWindowTest::fieldsOfARowStandInLine() {
             QCOMPARE(p->height(), pRow.front()->height());
         }
     }
+}
+
+void LayoutWindowTest::whatHasAPlaceHasOneByDesign() {
+    ShownWindow t;
+    for (const auto& [sName, tRect] : t.Rects()) QVERIFY2(t.DesignRects().contains(sName), sName.c_str());
+    QVERIFY(t.Rects().contains("pctDiagram"));
 }
 
 void LayoutWindowTest::onlyTheShowingTabIsLaidOut() {
