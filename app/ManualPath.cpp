@@ -9,7 +9,7 @@ namespace app {
 QString ManualPath(const QString& sProgramFile) {
     const QDir tFolder = QFileInfo(sProgramFile).absoluteDir();
     for (const char* sPlace : {"../share/doc/tidewatch/manual.html", "../packaging/manual/manual.html"}) {
-        const QString sManual = QDir::cleanPath(tFolder.filePath(QLatin1String(sPlace)));
+        QString sManual = QDir::cleanPath(tFolder.filePath(QLatin1String(sPlace)));
         if (QFileInfo::exists(sManual)) return sManual;
     }
     return {};

@@ -16,6 +16,7 @@ namespace app {
 struct RecordFileAge {
     runtime::DateTime dtFirst;
     int iSame = 1;
+    // NOLINTNEXTLINE(modernize-use-nullptr): the 0 is the language's own
     friend auto operator<=>(const RecordFileAge&, const RecordFileAge&) = default;
 };
 

@@ -32,7 +32,7 @@ public:
         const int iTens = sLine[SecondColumn] - '0';
         const int iOnes = sLine[SecondColumn + 1] - '0';
         if (iTens < 0 || iTens > 5 || iOnes < 0 || iOnes > 9) return std::nullopt;
-        return runtime::DateTime{m_dtMinute.lSeconds + iTens * 10 + iOnes};
+        return runtime::DateTime{m_dtMinute.lSeconds + std::int64_t{10} * iTens + iOnes};
     }
 
 private:

@@ -28,6 +28,7 @@ Comparison::Comparison(const Options& tOptions, const Recording& tFirst, const R
       m_bReach(bReach) {}
 
 void Comparison::Take(const Heard* pFirst, const Heard* pSecond, std::int64_t lOffset) {
+    // cppcheck-suppress nullPointerRedundantCheck ; one of the two has always heard it
     const runtime::DateTime dt = pFirst ? pFirst->dt : pSecond->dt;
     if (!m_bLost) m_dtSeen = std::max(m_dtSeen, dt);
     if (!m_tFirst.Covers(dt) || !m_tSecond.Covers({dt.lSeconds + lOffset})) {

@@ -19,7 +19,7 @@ constexpr runtime::DateTime Never{std::numeric_limits<std::int64_t>::max()};
 // One file. Those that are not due yet are not kept open: there may be one for each day of years.
 class Sequence::Source {
 public:
-    Source(std::string sFile, SentenceRoad tRoad, Collector& tCollector)
+    Source(std::string sFile, const SentenceRoad& tRoad, Collector& tCollector)
         : m_tRoad(tRoad), m_tCollector(tCollector), m_lBytes(RegularFileSize(sFile)) {
         tEnd.sFile = std::move(sFile);
     }

@@ -89,7 +89,7 @@ private:
 const char* NameOf(Trouble e) { return e == Trouble::Quiet ? "quiet" : e == Trouble::Stopped ? "stopped" : "below"; }
 
 std::string TextOf(const WatchEvent& t, bool bThere) {
-    const std::string sFor = DurationText(static_cast<std::int64_t>(std::lround(t.dSeconds)));
+    const std::string sFor = DurationText(std::lround(t.dSeconds));
     if (t.eTrouble == Trouble::Below) {
         return std::string(t.bOver ? "again " : "only ") + std::to_string(*t.lHeard) + " messages in the hour from " +
                IsoText(t.dtHour) + ", usually " + runtime::Format(*t.dUsual, {1, 0});

@@ -74,17 +74,17 @@ inline constexpr auto TargetColumns = std::to_array<TargetColumnDesign>({
 });
 // clang-format on
 
+constexpr bool InOrderWithTexts() {
+    for (std::size_t i = 0; i < TargetColumns.size(); ++i) {
+        const TargetColumnDesign& t = TargetColumns[i];
+        if (t.eColumn != static_cast<int>(i)) return false;
+        if (t.eGroup != ColumnGroup::Hidden && (t.sHeader.empty() || t.tTip.sRaw.empty())) return false;
+    }
+    return true;
+}
 static_assert(TargetColumns.size() == TargetColumnCount, "every column has its row");
-static_assert(
-    [] {
-        for (std::size_t i = 0; i < TargetColumns.size(); ++i) {
-            const TargetColumnDesign& t = TargetColumns[i];
-            if (t.eColumn != static_cast<int>(i)) return false;
-            if (t.eGroup != ColumnGroup::Hidden && (t.sHeader.empty() || t.tTip.sRaw.empty())) return false;
-        }
-        return true;
-    }(),
-    "the rows stand in the order of the columns, and those that show have header and tip");
+static_assert(InOrderWithTexts(),
+              "the rows stand in the order of the columns, and those that show have header and tip");
 
 // The items of the detail and sort choices, in order.
 extern const std::array<std::string_view, 5> DetailModes;   // "None", "Lat/Lon", "Speed", "Missing", "All"

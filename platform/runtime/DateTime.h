@@ -12,6 +12,7 @@ namespace runtime {
 // zone: a difference across a change to or from summer time is off by that hour, as the clock on the wall is.
 struct DateTime {
     std::int64_t lSeconds = 0;
+    // NOLINTNEXTLINE(modernize-use-nullptr): the 0 is the language's own
     friend auto operator<=>(const DateTime&, const DateTime&) = default;
 };
 

@@ -120,7 +120,8 @@ void Profile::Write(std::string_view sSection, std::string_view sKey, View sValu
         const std::size_t iValue = std::min(sLine.find_first_not_of(u" \t", sLine.find(u'=') + 1), sLine.size());
         const std::u16string sEnd(LineEnd(sLine));
         const std::size_t iKept = std::min(iValue, sLine.size() - sEnd.size());
-        sLine = sLine.substr(0, iKept).append(sWritten).append(sEnd);
+        sLine.resize(iKept);
+        sLine.append(sWritten).append(sEnd);
         return;
     }
     std::u16string sNew = Wide(sKey).append(u"=").append(sWritten).append(NewLineEnd);

@@ -107,7 +107,8 @@ void LogList::SetEmptyHint(const QString& sHint) {
 QString LogList::EmptyHint() const { return m_pModel->rowCount() == 0 ? m_sEmptyHint : QString(); }
 
 void LogList::SetName(const QString& sName) {
-    m_pName = new QLabel(sName, this);
+    if (!m_pName) m_pName = new QLabel(this);
+    m_pName->setText(sName);
     m_pName->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
     m_pName->setAutoFillBackground(true);
     PlaceName();

@@ -78,7 +78,7 @@ NativeSerialDevice::NativeSerialDevice(LineCounters pCounters, ClockFunction pCl
 
 NativeSerialDevice::~NativeSerialDevice() {
     m_tPort.disconnect(this);
-    Close();
+    NativeSerialDevice::Close();
 }
 
 void NativeSerialDevice::Open(const QString& sDevice, const runtime::SerialSettings& tSettings) {
@@ -104,7 +104,7 @@ void NativeSerialDevice::Open(const QString& sDevice, const runtime::SerialSetti
     m_tAheadAt = m_pClock();
     // Characters from before the open belong to no run. What a returning device has sent by now belongs to this one.
     if (!bReturning) m_tPort.clear();
-    const int iDescriptor = static_cast<int>(m_tPort.handle());
+    const int iDescriptor = m_tPort.handle();
     IgnoreBreakCharacters(iDescriptor);
     m_tLineErrors.Start(iDescriptor);
     if (m_tLineErrors.Supported()) m_tmrLineErrors.start();
@@ -170,7 +170,7 @@ bool NativeSerialDevice::TakesMore() const {
     const double dMost = MostSecondsAhead * m_dRate;
     if (CharactersAhead() > dMost) return false;
     int iHeld = 0;
-    return ::ioctl(static_cast<int>(m_tPort.handle()), TIOCOUTQ, &iHeld) != 0 || iHeld <= dMost;
+    return ::ioctl(m_tPort.handle(), TIOCOUTQ, &iHeld) != 0 || iHeld <= dMost;
 }
 
 void NativeSerialDevice::PollPace() {
@@ -180,7 +180,7 @@ void NativeSerialDevice::PollPace() {
 }
 
 void NativeSerialDevice::PollLineErrors() {
-    for (const int iEvent : m_tLineErrors.Poll(static_cast<int>(m_tPort.handle()))) {
+    for (const int iEvent : m_tLineErrors.Poll(m_tPort.handle())) {
         if (!m_tPort.isOpen()) return;  // the event made its listener close the port
         emit LineEvent(iEvent);
     }
@@ -201,7 +201,7 @@ void NativeSerialDevice::OnError(QSerialPort::SerialPortError eError) {
 }
 
 bool NativeSerialDevice::HungUp() const {
-    pollfd tPoll{static_cast<int>(m_tPort.handle()), POLLIN, 0};
+    pollfd tPoll{m_tPort.handle(), POLLIN, 0};
     return ::poll(&tPoll, 1, 0) != 0 && (tPoll.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0;
 }
 

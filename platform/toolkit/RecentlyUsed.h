@@ -5,9 +5,9 @@
 
 namespace toolkit {
 
-// Two generations: what is asked for belongs to the young one; when that is full, or at Age(), it becomes the old one and
-// what was old is forgotten. So what nobody asks for goes within two generations, and what is in use is never made anew
-// all at once.
+// Two generations: what is asked for belongs to the young one; when that is full, or at Age(), it becomes the old one
+// and what was old is forgotten. So what nobody asks for goes within two generations, and what is in use is never made
+// anew all at once.
 template <class Key, class Value>
 class RecentlyUsed {
 public:

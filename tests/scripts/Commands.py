@@ -166,6 +166,28 @@ class Test(Commands):
         self.machine.stand_in("ctest", "exit 8")
         self.check_failure(self.run_it("test", "--quick"), "test", "tests failed")
 
+    def test_static(self):
+        self.assertEqual(self.run_it("test", "--static")[0], 0)
+        self.assertEqual(self.asked_for(), ["build test develop"])
+        self.assertEqual(self.machine.calls("cmake"), ["--preset release"])
+        self.assertEqual(self.machine.calls("ctest"),
+                         ["--preset release -j2 --no-tests=error -C static --label-regex static"])
+
+    def test_thread_sanitizer(self):
+        self.assertEqual(self.run_it("test", "--tsan")[0], 0)
+        self.assertEqual(self.machine.calls("cmake"), ["--preset tsan", "--build --preset tsan --target thread_tests"])
+        self.assertEqual(self.machine.calls("ctest"), ["--preset tsan -j2 --no-tests=error --label-regex threads"])
+
+    def test_static_and_thread_sanitizer_fail(self):
+        for word, what in (("--static", "checks failed"), ("--tsan", "tests failed")):
+            self.machine.stand_in("ctest", "exit 8")
+            self.machine.stand_in("cmake")
+            self.check_failure(self.run_it("test", word), "test", what)
+            self.machine.stand_in("cmake", "exit 1")
+            self.check_failure(self.run_it("test", word), "test", "could not be configured")
+        self.machine.stand_in("cmake", '[[ "$1" != --build ]]')
+        self.check_failure(self.run_it("test", "--tsan"), "test", "tsan build failed")
+
     def test_unknown_words(self):
         for words in (("--fast",), ("--quick", "again"), ("",), ("quick",)):
             code, output, errors = self.run_it("test", *words)
