@@ -1,7 +1,7 @@
 // Civil dates over std::chrono's calendar, the fixed texts written and read digit by digit, and the local clock.
 #include "platform/runtime/DateTime.h"
 
-#include <time.h>
+#include <time.h>  // NOLINT(modernize-deprecated-headers): POSIX has localtime_r here
 
 #include <algorithm>
 #include <chrono>
