@@ -331,7 +331,8 @@ bool TextFiles::AwaitDisk(std::int16_t iFile, std::chrono::milliseconds tPatienc
 void TextFiles::CheckInPlace(std::int16_t iFile) const {
     if (!IsOpen(iFile)) return;
     const File& tFile = Opened(iFile);
-    if (!tFile.bOutput || Whereabouts(tFile.iDescriptor) == tFile.sWhereabouts) return;
+    if (!tFile.bOutput) return;
+    if (Whereabouts(tFile.iDescriptor) == tFile.sWhereabouts) return;
     // Some file systems forget a name that still leads to the file, and links may have been changed.
     if (!IsSameFile(tFile.iDescriptor, tFile.tPath)) throw FileError("The file is no longer there");
 }

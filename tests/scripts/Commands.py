@@ -21,7 +21,7 @@ SOURCES = ("app", "debian", "decoders", "docs", "nav", "nmea", "packaging", "pla
 
 class Commands(unittest.TestCase):
     def setUp(self):
-        self.machine = Machine("run", "test", "scripts/demo", "scripts/two-antennas", "CMakeLists.txt", "CMakePresets.json", "packages.txt")
+        self.machine = Machine("run", "test", "scripts/coverage", "scripts/demo", "scripts/two-antennas", "CMakeLists.txt", "CMakePresets.json", "packages.txt")
         self.addCleanup(self.machine.remove)
         self.stand_ins = self.machine.folder / "stand-ins"
         for folder in SOURCES:
@@ -188,8 +188,38 @@ class Test(Commands):
         self.machine.stand_in("cmake", '[[ "$1" != --build ]]')
         self.check_failure(self.run_it("test", "--tsan"), "test", "tsan build failed")
 
+    def coverage(self, gcovr="exit 0"):
+        (self.machine.tree / "build/coverage").mkdir(parents=True, exist_ok=True)
+        self.machine.stand_in("gcovr", gcovr)
+        return self.run_it("test", "--coverage")
+
+    def test_coverage(self):
+        earlier = self.machine.tree / "build/coverage/report/earlier.gcda"
+        earlier.parent.mkdir(parents=True)
+        earlier.write_text("")
+        built = earlier.with_suffix(".o")
+        built.write_text("")
+        code, output, errors = self.coverage()
+        self.assertEqual((code, errors), (0, []))
+        self.assertEqual(self.asked_for(), ["build test coverage"])
+        self.assertEqual(self.machine.calls("ctest"), ["--preset coverage -j2 --no-tests=error --label-exclude endtoend"])
+        self.assertFalse(earlier.exists())
+        self.assertTrue(built.exists())
+        self.assertTrue(output[-1].startswith("Pages: "), output)
+        # The tests are judged by gcovr, whose words hold the limits.
+        calls = self.machine.calls("gcovr")
+        self.assertEqual([words.split("--fail")[1:] for words in calls],
+                         [[], [], ["-under-line 95"], ["-under-line 100 ", "-under-branch 100"]])
+
+    def test_coverage_fails(self):
+        self.check_failure(self.coverage("[[ $* != *--json* ]]"), "coverage", "could not be read")
+        self.check_failure(self.coverage('[[ "$*" != *-under-branch* ]] || exit 4'), "coverage", "promised, see above: lines or branches of the logic")
+        self.check_failure(self.coverage('[[ "$*" != *-under-line* ]] || exit 2'), "coverage", "the window's lines below 95 %, lines or branches of the logic")
+        self.machine.stand_in("ctest", "exit 8")
+        self.check_failure(self.coverage(), "test", "tests failed")
+
     def test_unknown_words(self):
-        for words in (("--fast",), ("--quick", "again"), ("",), ("quick",)):
+        for words in (("--fast",), ("--quick", "again"), ("--coverage", "--quick"), ("",), ("quick",)):
             code, output, errors = self.run_it("test", *words)
             self.assertEqual((code, output), (2, []), words)
             self.assertIn("Usage: ./test ", errors[0])

@@ -143,7 +143,8 @@ class ProjectsOwnList(unittest.TestCase):
     """packages.txt as it is, with the sections that the commands ask for."""
 
     def test_sections_of_the_commands(self):
-        for sections, package in ((["build"], "qt6-base-dev"), (["build", "test"], "xvfb"), (["demo"], "xdotool")):
+        for sections, package in ((["build"], "qt6-base-dev"), (["build", "test"], "xvfb"), (["demo"], "xdotool"),
+                                  (["coverage"], "gcovr")):
             with self.subTest(sections):
                 machine = Machine("scripts/install-packages", "packages.txt")
                 self.addCleanup(machine.remove)

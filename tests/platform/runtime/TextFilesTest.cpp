@@ -736,6 +736,9 @@ void TextFilesTest::fileThatHasGoneIsTold() {
     std::filesystem::create_symlink(sOther, sPath);
     t.CheckInPlace(1);
     std::filesystem::remove(sPath);
+    std::filesystem::create_symlink("/dev/null", sPath);
+    QCOMPARE(Failure([&] { t.CheckInPlace(1); }), sGone);
+    std::filesystem::remove(sPath);
     Make("another file");
     std::filesystem::rename(Path("input.txt"), sPath);
     QCOMPARE(Failure([&] { t.CheckInPlace(1); }), sGone);
