@@ -111,6 +111,10 @@ class PlantedTest(rig.Case):
         # At 10, 20 ... 90 seconds it was within 5 miles, at 100 to 290 beyond.
         self.assertEqual([(near["heard"], near["sent"]), (far["heard"], far["sent"])], [(1, 9), (1, 20)])
 
+    def test_columns_on_the_terminal(self):
+        out = rig.program("range", self.sample("harbour.txt"))[1].decode()
+        self.assertIn("\n  from nm   to nm   heard %   at least   at most    reports    of about   visits\n", out)
+
     def test_ship_that_stays_in_a_ring_visits_it_once(self):
         """Four reports within 5 miles, three beyond, three within again, and no faster than a ship may be."""
         lines = [("00:00:00", rig.gps((50, 0), (1, 0)))]

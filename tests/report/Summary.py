@@ -1,6 +1,7 @@
 """The summary's figures against those of an independent reader, and against files made by hand."""
 
 import csv
+import datetime
 import io
 import unittest
 
@@ -80,6 +81,21 @@ class AgainstTheReader(rig.Case):
 
     def test_damaged(self):
         self.check(self.sample("damaged.txt").read_bytes())
+
+    def test_times_are_told_in_two_units(self):
+        day = datetime.datetime(2025, 6, 14)
+        for seconds, text in ((59, "59 s"), (60, "1 min"), (61, "1 min 1 s"), (3599, "59 min 59 s"), (3600, "1 h"),
+                              (3660, "1 h 1 min"), (86399, "23 h 59 min"), (86400, "1 d"), (90000, "1 d 1 h")):
+            data = "".join((day + datetime.timedelta(seconds=s)).strftime("%m/%d/%Y %H:%M:%S $GPGLL,1\r\n")
+                           for s in (0, seconds))
+            out = program("summary", self.file("a.txt", data.encode()))[1].decode()
+            self.assertIn(f" {seconds} s, {text}\n", out)
+
+    def test_words_below_the_figures(self):
+        self.assertIn("A position counts as a jump when it lies farther from the ship's last one than 102.2 knots and 1 nm "
+                      "allow. The greatest range is that of a single report. Reliable range: the rings of 5 nm up to the "
+                      "first of which less than 80 % was heard of what ships there must have sent; the command range tells "
+                      "the rule.", result("summary", self.sample("harbour.txt"))["notes"])
 
     def test_raw_levels(self):
         self.check(self.sample("harbour.txt").read_bytes(), "--raw")
