@@ -131,6 +131,7 @@ void CaptureWindowTest::nothingIsLostBeforeTheFirstSentence() {
     TestWindow& t = u.Begin();
     t.Feed(0, "noise");
     QCOMPARE(u.Files(), Names{"tidewatch-20110515-120000.capture"});
+    QVERIFY(FirstLine(u.Content(u.Files()[0])).ends_with(" Tidewatch capture 1"));  // at once
     u.Pass(7);
     t.Feed(0, "\r\n$GPG");
     t.Feed(0, "LL,1\r\n");

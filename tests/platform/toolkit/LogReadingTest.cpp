@@ -224,6 +224,9 @@ void LogReadingTest::theMarkTellsOfNewerLinesAndLeadsBack() {
     QToolButton* pMark = t.Mark();
     QVERIFY(pMark != nullptr);
     QVERIFY(!pMark->accessibleName().isEmpty());
+    t.setFocus();
+    t.Key(Qt::Key_Tab);  // the keyboard has End for it
+    QVERIFY(t.focusWidget() != pMark);
     const QImage tWith = t.Corner();
     QTest::mouseClick(pMark, Qt::LeftButton);
     QCoreApplication::processEvents();
