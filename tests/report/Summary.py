@@ -96,6 +96,7 @@ class AgainstTheReader(rig.Case):
                       "allow. The greatest range is that of a single report. Reliable range: the rings of 5 nm up to the "
                       "first of which less than 80 % was heard of what ships there must have sent; the command range tells "
                       "the rule.", result("summary", self.sample("harbour.txt"))["notes"])
+        self.assertIn("\n  positions dropped as jumps     ", program("summary", self.sample("harbour.txt"))[1].decode())
 
     def test_raw_levels(self):
         self.check(self.sample("harbour.txt").read_bytes(), "--raw")
