@@ -47,11 +47,23 @@ std::optional<View> KeyName(View sLine) {
     return Trim(sLine.substr(0, iEqual));
 }
 
-View ValueText(View sLine) { return Trim(sLine.substr(sLine.find(u'=') + 1)); }
+// Up to a carriage return that stands in the middle of a line: it cannot be written back.
+View ValueText(View sLine) {
+    const View sText = Trim(sLine.substr(sLine.find(u'=') + 1));
+    return Trim(sText.substr(0, sText.find(u'\r')));
+}
 
 View WithoutQuotes(View sValue) {
     const bool bQuoted = sValue.size() >= 2 && (sValue.front() == u'"' || sValue.front() == u'\'');
     return bQuoted && sValue.back() == sValue.front() ? sValue.substr(1, sValue.size() - 2) : sValue;
+}
+
+// As it is put into the file. A line end inside it would start a line of its own: the value ends there. One that
+// reading would make shorter stands in quotes.
+std::u16string Written(View sValue) {
+    const View sLine = sValue.substr(0, sValue.find_first_of(u"\r\n"));
+    if (WithoutQuotes(Trim(sLine)) == sLine) return std::u16string(sLine);
+    return std::u16string(u"\"").append(sLine).append(u"\"");
 }
 
 // The first characters, whole: those beyond 65535 take two places.
@@ -112,8 +124,7 @@ std::u16string Profile::Read(std::string_view sSection, std::string_view sKey, s
 }
 
 void Profile::Write(std::string_view sSection, std::string_view sKey, View sValue) {
-    // A line end inside a value would start a line of its own: the value ends there.
-    const View sWritten = sValue.substr(0, sValue.find_first_of(u"\r\n"));
+    const std::u16string sWritten = Written(sValue);
     const Place tPlace = Find(m_sLines, sSection, sKey);
     if (tPlace.iKey) {
         std::u16string& sLine = m_sLines[*tPlace.iKey];

@@ -40,6 +40,10 @@ std::string ToFileBytes(const FileText& t) {
     if (t.eCode == QStringConverter::Latin1 && !std::ranges::all_of(t.sText, IsLatin1)) {
         tWritten.eCode = QStringConverter::Utf8;
     }
+    const std::string sBytes = Encoded(tWritten).toStdString();
+    // Letters of Latin-1 in a row may look like a mark, or like those of UTF-8.
+    if (tWritten.eCode != QStringConverter::Latin1 || FromFileBytes(sBytes).sText == t.sText) return sBytes;
+    tWritten.eCode = QStringConverter::Utf8;
     return Encoded(tWritten).toStdString();
 }
 

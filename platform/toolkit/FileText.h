@@ -18,7 +18,8 @@ struct FileText {
 // is lost on the way: what does not fit what its mark promises is read as Latin-1.
 FileText FromFileBytes(std::string_view sBytes);
 
-// The bytes of a text in its file's own code; a Latin-1 file that now has other letters becomes UTF-8.
+// The bytes of a text in its file's own code; a Latin-1 file that now has other letters, or would be read as something
+// else, becomes UTF-8.
 std::string ToFileBytes(const FileText& t);
 
 }  // namespace toolkit

@@ -64,6 +64,9 @@ private slots:
     void lineEndInAValueEndsIt();
     void writingTwiceIsWritingOnce();
     void whatIsWrittenIsReadBack();
+    void quotesAndBlanksAreReadBack_data();
+    void quotesAndBlanksAreReadBack();
+    void carriageReturnEndsAValue();
 };
 
 void ProfileTest::valuesAreFound_data() {
@@ -273,6 +276,28 @@ void ProfileTest::whatIsWrittenIsReadBack() {
         QCOMPARE(Bytes(tRead.Read(sSection, "key " + std::to_string(i))), "Value " + QByteArray::number(i));
     }
     QVERIFY(Bytes(tProfile.Text()).startsWith(Text));
+}
+
+void ProfileTest::quotesAndBlanksAreReadBack_data() {
+    QTest::addColumn<QByteArray>("sValue");
+    for (const char* s :
+         {"\"a\"", "'a'", "\"'a'\"", "\"\"", "''", "\"", " a", "a ", "\ta", " ", "' a", "a\"b\"", "\"a\"b"}) {
+        QTest::newRow(s) << QByteArray(s);
+    }
+}
+
+void ProfileTest::quotesAndBlanksAreReadBack() {
+    QFETCH(QByteArray, sValue);
+    Profile tProfile{u"[A]\r\nx = 1\r\n"};
+    tProfile.Write("A", "x", Wide(sValue));
+    tProfile.Write("A", "new", Wide(sValue));
+    const Profile tRead(tProfile.Text());
+    QCOMPARE(Bytes(tRead.Read("A", "x")), sValue);
+    QCOMPARE(Bytes(tRead.Read("A", "new")), sValue);
+}
+
+void ProfileTest::carriageReturnEndsAValue() {
+    QCOMPARE(Value("[A]\nx=1 \r2\ny=3\r\n", "A", "x"), QByteArray("1"));
 }
 
 QTEST_GUILESS_MAIN(ProfileTest)

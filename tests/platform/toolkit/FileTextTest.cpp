@@ -49,6 +49,10 @@ void FileTextTest::textsAreWritten_data() {
     QTest::newRow("plain file") << QByteArray("x") << QString::fromUtf8("48°") << QByteArray("48\xB0");
     QTest::newRow("Latin-1 file") << QByteArray("\xE4") << QString::fromUtf8("48°") << QByteArray("48\xB0");
     QTest::newRow("Latin-1 file, other letters") << QByteArray("\xE4") << QString::fromUtf8("ä п") << QByteArray("ä п");
+    QTest::newRow("Latin-1 file that would pass for UTF-16")
+        << QByteArray("\xFF\xFEx") << QString::fromUtf8("ÿþxy") << QByteArray("ÿþxy");
+    QTest::newRow("Latin-1 file that would pass for UTF-8")
+        << QByteArray("\xE4") << QString::fromUtf8("Ã©") << QByteArray("Ã©");
     QTest::newRow("UTF-8 file") << QByteArray("ä") << QString::fromUtf8("48°") << QByteArray("48°");
     QTest::newRow("file with a mark") << QByteArray("\xEF\xBB\xBFx") << QString::fromUtf8("48°")
                                       << QByteArray(
