@@ -1,8 +1,9 @@
-"""./run, ./run demo and ./test with stand-ins for everything that they start: each step is made to fail in turn, and
+"""./run, ./run demo, ./test and ./fuzz with stand-ins for everything that they start: each step is made to fail in turn, and
 each time the last line says in words what failed."""
 
 import os
 import pathlib
+import shutil
 import unittest
 
 from machine import Machine
@@ -21,7 +22,7 @@ SOURCES = ("app", "debian", "decoders", "docs", "nav", "nmea", "packaging", "pla
 
 class Commands(unittest.TestCase):
     def setUp(self):
-        self.machine = Machine("run", "test", "scripts/coverage", "scripts/demo", "scripts/two-antennas", "CMakeLists.txt", "CMakePresets.json", "packages.txt")
+        self.machine = Machine("run", "test", "fuzz", "scripts/coverage", "scripts/demo", "scripts/two-antennas", "CMakeLists.txt", "CMakePresets.json", "packages.txt")
         self.addCleanup(self.machine.remove)
         self.stand_ins = self.machine.folder / "stand-ins"
         for folder in SOURCES:
@@ -225,6 +226,94 @@ class Test(Commands):
             self.assertIn("Usage: ./test ", errors[0])
             self.assertEqual(errors[-1], "test: unknown words: " + " ".join(words))
         self.assertEqual(self.machine.calls("cmake"), [])
+
+
+class Fuzz(Commands):
+    """Two targets, whose runs are told as the fuzzer tells them."""
+
+    TARGET = """
+        echo "$(basename "$0") $*" >> "$STAND_INS/ran"
+        for s in "$@"; do case "$s" in
+            -artifact_prefix=*) sFinding="${s#*=}" ;;
+            */build/*|build/*) sCorpus="$s" ;;
+        esac; done
+        touch "$sCorpus/new input"
+        echo "stat::number_of_executed_units: 1234" >&2
+        """
+
+    def setUp(self):
+        super().setUp()
+        for tool in ("basename", "sed"):
+            (self.machine.programs / tool).unlink(missing_ok=True)
+            (self.machine.programs / tool).symlink_to(shutil.which(tool))
+        for target in ("FuzzOne", "FuzzTwo"):
+            (self.machine.tree / f"tests/fuzz/corpus/{target}").mkdir(parents=True)
+            (self.machine.tree / f"tests/fuzz/{target}.cpp").touch()
+            self.target(target)
+        self.machine.stand_in("clang++")
+        self.machine.stand_in("ninja")
+        self.machine.stand_in("cmake", """
+            [[ "$1" == --build ]] || exit 0
+            mkdir -p build/fuzz/tests/fuzz
+            cp "$STAND_INS"/Fuzz* build/fuzz/tests/fuzz/""")
+
+    def target(self, name, more=""):
+        self.machine.script(self.stand_ins / name, self.TARGET + more)
+
+    def ran(self):
+        return (self.stand_ins / "ran").read_text().splitlines()
+
+    def table(self, output):
+        return [line.split() for line in output[output.index("") + 1:]]
+
+    def test_table(self):
+        code, output, errors = self.run_it("fuzz", "3")
+        self.assertEqual((code, errors), (0, []), output)
+        self.assertEqual(self.table(output), [["Target", "Runs", "New", "inputs", "Findings"],
+                                              ["FuzzOne", "1234", "1", "0"], ["FuzzTwo", "1234", "1", "0"]])
+        self.assertEqual([words.split()[0] for words in self.ran()], ["FuzzOne", "FuzzTwo"])
+
+    def test_time_is_shared_out(self):
+        self.run_it("fuzz", "3")
+        for words in self.ran():
+            self.assertIn("-max_total_time=90 ", words)
+
+    def test_corpora_kept_and_new(self):
+        self.run_it("fuzz", "1")
+        self.assertTrue(self.ran()[0].endswith(" build/fuzz/corpus/FuzzOne tests/fuzz/corpus/FuzzOne"), self.ran())
+        # What is there already is not new.
+        self.assertEqual(self.table(self.run_it("fuzz", "1")[1])[1], ["FuzzOne", "1234", "0", "0"])
+
+    def test_finding(self):
+        self.target("FuzzOne", 'touch "${sFinding}crash-1"; exit 77')
+        outcome = self.run_it("fuzz", "1")
+        self.check_failure(outcome, "fuzz", "findings: 1", "build/fuzz/findings", "FuzzOne")
+        self.assertEqual(self.table(outcome[1])[1:], [["FuzzOne", "1234", "1", "1"], ["FuzzTwo", "1234", "1", "0"]])
+        # One that was there before is no new one.
+        self.target("FuzzOne")
+        self.assertEqual(self.run_it("fuzz", "1")[0], 0)
+
+    def test_target_that_does_not_run(self):
+        self.target("FuzzTwo", "exit 1")
+        self.check_failure(self.run_it("fuzz", "1"), "fuzz", "did not run", "logs", "FuzzTwo")
+
+    def test_compiler_is_missing(self):
+        (self.machine.programs / "clang++").unlink()
+        self.check_failure(self.run_it("fuzz", "1"), "fuzz", "clang++", "scripts/install-packages", "develop")
+        self.assertEqual(self.machine.calls("cmake"), [])
+
+    def test_configure_fails(self):
+        self.machine.stand_in("cmake", '[[ "$1" == --build ]]')
+        self.check_failure(self.run_it("fuzz", "1"), "fuzz", "configured")
+
+    def test_build_fails(self):
+        self.machine.stand_in("cmake", '[[ "$1" != --build ]]')
+        self.check_failure(self.run_it("fuzz", "1"), "fuzz", "build failed")
+
+    def test_without_a_number_of_minutes(self):
+        for words in ([], ["0"], ["x"], ["1", "2"], ["-1"]):
+            with self.subTest(words):
+                self.check_failure(self.run_it("fuzz", *words), "fuzz", "minutes")
 
 
 class Demo(Commands):

@@ -26,6 +26,12 @@ static void Allocated() {
 
 }  // namespace support
 
+#ifdef __has_feature  // as clang tells
+#if __has_feature(address_sanitizer)
+#define __SANITIZE_ADDRESS__
+#endif
+#endif
+
 #ifdef __SANITIZE_ADDRESS__
 extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*tMalloc)(const volatile void*, std::size_t),
                                                          void (*tFree)(const volatile void*));
