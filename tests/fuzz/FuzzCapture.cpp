@@ -76,6 +76,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t iSi
         AsFile(sText);
         AsBytes(sText);
     });
-    fuzz::PromiseLinear(tCost, iSize, {2000000, 6000}, {4000, 20});
+    fuzz::PromiseLinear(tCost, iSize, {50000, 400}, {1500, 10});
     return 0;
 }

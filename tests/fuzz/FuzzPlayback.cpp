@@ -35,7 +35,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t iSi
     static fuzz::Window& tPaced = fuzz::Window::Make();
     const fuzz::MemoryFile tFile(fuzz::Text(pData, iSize));
     const fuzz::Cost tCost = fuzz::CostOf([&tFile] { Open(tBurst, tFile.Path(), "Playback Burst"); });
-    fuzz::PromiseLinear(tCost, iSize, {2000000, 12000}, {4000, 4});
+    fuzz::PromiseLinear(tCost, iSize, {100000, 3000}, {400, 4});
     Open(tPaced, tFile.Path(), "Playback");
     PlayToTheEnd(tPaced.t);
     fuzz::PromiseBounds(tBurst.t);

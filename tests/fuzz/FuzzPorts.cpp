@@ -157,7 +157,7 @@ private:
     void Flush() {
         if (m_sWaiting.empty()) return;
         const fuzz::Cost tCost = fuzz::CostOf([this] { m_tKept.Feed(m_iPort, m_sWaiting); });
-        fuzz::PromiseLinear(tCost, m_sWaiting.size(), {100000, 4000}, {20000, 20});
+        fuzz::PromiseLinear(tCost, m_sWaiting.size(), {50000, 500}, {2000, 4});
         fuzz::PromiseBounds(m_tKept);
         m_sWaiting.clear();
     }

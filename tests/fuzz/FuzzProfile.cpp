@@ -68,7 +68,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t iSi
         Text(toolkit::FromFileBytes(sBytes).sText.toStdU16String());
         Load(t, sBytes);
     });
-    fuzz::PromiseLinear(tCost, iSize, {1000000, 10000}, {3000, 8});
+    fuzz::PromiseLinear(tCost, iSize, {500000, 20000}, {2000, 4});
     const QStringList sLoaded = State(t);
     for (const QString& s : sLoaded) Promise(s.size() <= static_cast<qsizetype>(2 * Profile::LongestValue));
     const std::string sSaved = Save(t, sBytes);

@@ -67,7 +67,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t iSi
     const fuzz::Cost tCost = fuzz::CostOf([&tFile] { fuzz::ReportCounter().Count(tFile.Path()); });
     const bool bPacked =
         iSize > 1 && ((pData[0] == 0x1F && pData[1] == 0x8B) || (pData[0] == 0x28 && pData[1] == 0xB5));
-    if (!bPacked) fuzz::PromiseLinear(tCost, iSize, {1000000, 3000}, {1000, 2});  // else few bytes may be many lines
+    if (!bPacked) fuzz::PromiseLinear(tCost, iSize, {20000, 200}, {100, 1});  // else few bytes may be many lines
     std::size_t iChoice = iSize;
     for (std::size_t i = 0; i < iSize; ++i) iChoice = iChoice * 31 + pData[i];
     Command(tFile.Path(), iChoice);

@@ -266,6 +266,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t iSi
     const std::string_view sBytes = fuzz::Text(pData, iSize);
     if (sBytes.empty()) return 0;
     const fuzz::Cost tCost = fuzz::CostOf([sBytes] { Lines(sBytes, tPort); });
-    fuzz::PromiseLinear(tCost, iSize, {4000, 100}, {100, 3});
+    fuzz::PromiseLinear(tCost, iSize, {4000, 60}, {100, 2});
     return 0;
 }

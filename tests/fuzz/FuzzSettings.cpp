@@ -94,6 +94,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t iSi
         Unattended(sText);
         Command(sText);
     });
-    fuzz::PromiseLinear(tCost, iSize, {20000, 60}, {400, 4});
+    fuzz::PromiseLinear(tCost, iSize, {20000, 100}, {600, 4});
     return 0;
 }

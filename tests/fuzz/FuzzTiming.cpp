@@ -80,6 +80,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t iSi
     Promise(std::isfinite(dSteps) && dSteps <= 2 * ui::LongestTimingRun);
     if (dSteps > MostSteps) return 0;
     const fuzz::Cost tCost = fuzz::CostOf([&t] { Plan(t); });
-    fuzz::PromiseLinear(tCost, static_cast<std::size_t>(dSteps), {20000, 200}, {400, 1});
+    fuzz::PromiseLinear(tCost, static_cast<std::size_t>(dSteps), {20000, 100}, {200, 1});
     return 0;
 }
