@@ -296,9 +296,7 @@ void ProfileTest::quotesAndBlanksAreReadBack() {
     QCOMPARE(Bytes(tRead.Read("A", "new")), sValue);
 }
 
-void ProfileTest::carriageReturnEndsAValue() {
-    QCOMPARE(Value("[A]\nx=1 \r2\ny=3\r\n", "A", "x"), QByteArray("1"));
-}
+void ProfileTest::carriageReturnEndsAValue() { QCOMPARE(Value("[A]\nx=1 \r2\ny=3\r\n", "A", "x"), QByteArray("1")); }
 
 QTEST_GUILESS_MAIN(ProfileTest)
 #include "ProfileTest.moc"
