@@ -25,11 +25,11 @@ constexpr int DescriptorsOfFile = 2;   // its own, and the one that brings it to
 constexpr int MostPlayedFiles = 254;   // of bursts, which are closed when their number is needed
 constexpr int ThreadsPatience = 5000;  // milliseconds, for one that was left to end by itself
 constexpr std::int64_t Megabyte = 1'000'000;
-constexpr std::int64_t Laying = 2 * Megabyte;  // what views take until each has been seen once
-constexpr std::int64_t Noise = Megabyte / 2;   // of a level
-constexpr double Filling = 0.02;               // allocations a sentence, where a table is filled after a new start
-constexpr double LongerTexts = 5;              // allocations a tick, of notes that are longer after a while
-constexpr int TendingSeconds = 70;             // until the folder has been looked after
+constexpr std::int64_t Laying = 3 * Megabyte / 2;  // what views take until each has been seen once
+constexpr std::int64_t Noise = Megabyte / 4;       // of a level
+constexpr double Filling = 0.02;                   // allocations a sentence, where a table is filled after a new start
+constexpr double LongerTexts = 5;                  // allocations a tick, of notes that are longer after a while
+constexpr int TendingSeconds = 70;                 // until the folder has been looked after
 constexpr int UsualWidth = 900, UsualHeight = 700;
 constexpr int FirstHours = 96;  // after which every view has been seen often and every store is as large as it gets
 
@@ -164,9 +164,18 @@ constexpr Invariant Table[] = {
 
 }  // namespace
 
-void Invariants::Check(Scene& t) {
-    t.pWindow->resize(UsualWidth, UsualHeight);  // a picture's memory is not what grows
+// The memory of pictures is not what grows: each is as large as the window was when its tab was shown last.
+static void ShowAtUsualSize(Scene& t) {
+    const int iTab = t.pWindow->SSTab.Tab();
+    t.pWindow->resize(UsualWidth, UsualHeight);
+    for (const int i : {static_cast<int>(ui::TabDiagram), static_cast<int>(ui::TabTiming), iTab}) {
+        t.pWindow->SSTab.SetTab(i);
+    }
     t.TakeOver();
+}
+
+void Invariants::Check(Scene& t) {
+    ShowAtUsualSize(t);
     t.tDisk.Release();
     t.pWindow->FinishFiles();
     for (const Invariant& tRow : Table) {

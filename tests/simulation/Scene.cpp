@@ -120,6 +120,7 @@ void Scene::PressStart() {
     if (!pWindow->Toolbar.Action(QLatin1String(ui::KeyStart)).isEnabled()) return;
     Look();
     pWindow->Press(ui::KeyStart);
+    tLedger.Begin();  // the displays are emptied, also where a port cannot be opened then
     RunBegan();
     Look();
 }
