@@ -46,14 +46,29 @@ struct OwnFile {
     bool bCapture;
 };
 
+// Until no signal breaks it off; nothing has happened by then.
+template <class Function>
+auto Uninterrupted(const Function& Call) {
+    auto tDone = Call();
+    while (tDone < 0 && errno == EINTR) tDone = Call();
+    return tDone;
+}
+
 int OpenFile(int iFolder, const std::string& sName) {
-    return ::openat(iFolder, sName.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    constexpr int Flags = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+    return Uninterrupted([&] { return ::openat(iFolder, sName.c_str(), Flags); });
 }
 
 std::string ReadAt(int iFile, std::size_t iBytes, off_t lAt) {
     std::string s(iBytes, '\0');
-    const ssize_t iRead = ::pread(iFile, s.data(), s.size(), lAt);
-    s.resize(iRead < 0 ? 0 : static_cast<std::size_t>(iRead));
+    std::size_t iRead = 0;
+    ssize_t iMore;
+    do {
+        const off_t lFrom = lAt + static_cast<off_t>(iRead);
+        iMore = Uninterrupted([&] { return ::pread(iFile, s.data() + iRead, s.size() - iRead, lFrom); });
+        iRead += iMore > 0 ? static_cast<std::size_t>(iMore) : 0;
+    } while (iMore > 0 && iRead < s.size());
+    s.resize(iRead);
     return s;
 }
 
@@ -176,7 +191,8 @@ private:
 }  // namespace
 
 FolderReport TendFolder(const FolderTask& t) {
-    const Descriptor tFolder(::open(t.tFolder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const auto Open = [&] { return ::open(t.tFolder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); };
+    const Descriptor tFolder(Uninterrupted(Open));
     if (tFolder < 0) return {errno, false, {}};
     if (::faccessat(tFolder, ".", W_OK | X_OK, AT_EACCESS) != 0) return {errno, false, {}};
     return Tending(t, tFolder).Run();

@@ -14,6 +14,7 @@
 #include <system_error>
 
 #include "report/PlainText.h"
+#include "report/Uninterrupted.h"
 
 namespace report {
 
@@ -57,15 +58,16 @@ pid_t Start(std::FILE* pScript, int& iPicture) {
     Fail(iError);
 }
 
+// Nothing where it could not be read to its end.
 std::string ReadAll(int iDescriptor) {
     std::string s;
     std::array<char, 65536> sBlock;
     ssize_t iRead = 0;
-    while ((iRead = read(iDescriptor, sBlock.data(), sBlock.size())) > 0 || (iRead < 0 && errno == EINTR)) {
-        if (iRead > 0) s.append(sBlock.data(), static_cast<std::size_t>(iRead));
+    while ((iRead = Uninterrupted([&] { return read(iDescriptor, sBlock.data(), sBlock.size()); })) > 0) {
+        s.append(sBlock.data(), static_cast<std::size_t>(iRead));
     }
     close(iDescriptor);
-    return s;
+    return iRead < 0 ? std::string() : s;
 }
 
 // With the picture's own name where gnuplot's stands, which browsers show at the pointer.

@@ -47,6 +47,7 @@ Recording::Recording(std::size_t iFile, std::string sName, std::string sPath, co
 }
 
 void Recording::Rewind() {
+    if (m_sEarlierFault.empty()) m_sEarlierFault = m_tEnd.sFault;
     m_tEnd = {m_tEnd.sFile, {}, false, 0, 0};
     m_tOwn = m_tOwnAtFirst;
     m_tHeard.reset();
@@ -60,6 +61,15 @@ void Recording::Rewind() {
         m_pReader.reset();
         m_tEnd.sFault = tError.what();
     }
+}
+
+FileEnd Recording::End() const {
+    FileEnd t = m_tEnd;
+    if (t.sFault.empty() && !m_sEarlierFault.empty()) {
+        t.sFault = "could not be read to its end each time: " + m_sEarlierFault;
+        t.lLines = 0;
+    }
+    return t;
 }
 
 bool Recording::Next(Heard& t) {

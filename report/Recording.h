@@ -48,7 +48,8 @@ public:
     bool Next(Heard& t);
 
     const std::string& Name() const { return m_tEnd.sFile; }
-    const FileEnd& End() const { return m_tEnd; }
+    // A fault of any reading counts: what an earlier one has told would be wrong.
+    FileEnd End() const;
     std::int64_t BytesTaken() const { return m_pReader ? m_pReader->BytesTaken() : m_lBytes; }
     std::int64_t Bytes() const { return m_lBytes; }
 
@@ -79,6 +80,7 @@ private:
     std::optional<SentenceRoad> m_tRoad;
     std::optional<Heard> m_tHeard;  // a line completes one message at the most
     FileEnd m_tEnd;
+    std::string m_sEarlierFault;
     bool m_bTimed = false;
     runtime::DateTime m_dtStamp;  // of the line before, as it stands there
     runtime::DateTime m_dtFirst, m_dtLast;

@@ -1,8 +1,8 @@
 // From what was asked to what is said.
 #include "report/Run.h"
 
-#include <cerrno>
-#include <system_error>
+#include <csignal>
+#include <stdexcept>
 
 #include "report/Compare.h"
 #include "report/PageWriter.h"
@@ -106,7 +106,7 @@ bool Play(const Asked& tAsked, Writer& tAll, Writer& tDrawing, int iNotes, std::
 
 int Run(const Asked& tAsked, int iResult, int iNotes) {
     Sink tResult(iResult);
-    Sink tNotes(iNotes);
+    Sink tNotes(iNotes, Sink::For::Notes);
     const Options& tOptions = tAsked.tOptions;
     try {
         if (tAsked.pCommand->iTakes & TakesWatch) {
@@ -125,8 +125,12 @@ int Run(const Asked& tAsked, int iResult, int iNotes) {
         tResult.Flush();
         tNotes.Flush();
         return bSaid && bRead ? ExitGood : ExitUnsaid;
+    } catch (const NobodyReads&) {
+        // By now nothing half is left anywhere: the end is what a broken pipe's is.
+        std::signal(SIGPIPE, SIG_DFL);
+        std::raise(SIGPIPE);
+        return ExitUnsaid;
     } catch (const std::runtime_error& tError) {
-        // Nobody reads on, or there is no room.
         tNotes.Write(std::string("tidewatch-report: the result could not be written: ") + tError.what() + "\n");
         tNotes.Flush();
         return ExitUnsaid;

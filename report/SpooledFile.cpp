@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "report/InputFile.h"
+#include "report/Uninterrupted.h"
 
 namespace report {
 
@@ -31,21 +32,23 @@ bool IsPipe(const std::string& sFile) {
 int OpenTemporary() {
     std::error_code tNone;
     const std::string sFolder = std::filesystem::temp_directory_path(tNone).string();
-    const int iFile = ::open(sFolder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    const int iFile =
+        Uninterrupted([&] { return ::open(sFolder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, S_IRUSR | S_IWUSR); });
     if (iFile >= 0) return iFile;
-    std::string sName = sFolder + "/tidewatch-report-XXXXXX";  // not every file system knows files without a name
-    const int iNamed = ::mkostemp(sName.data(), O_CLOEXEC);
+    std::string sName;  // not every file system knows files without a name
+    const int iNamed = Uninterrupted([&] {
+        sName = sFolder + "/tidewatch-report-XXXXXX";
+        return ::mkostemp(sName.data(), O_CLOEXEC);
+    });
     if (iNamed < 0) Raise();
     ::unlink(sName.c_str());
     return iNamed;
 }
 
+// How much was moved.
 template <class Function>
-std::size_t Uninterrupted(const Function& Call) {
-    ssize_t lDone;
-    do {
-        lDone = Call();
-    } while (lDone < 0 && errno == EINTR);
+std::size_t Moved(const Function& Call) {
+    const ssize_t lDone = Uninterrupted(Call);
     if (lDone < 0) Raise();
     return static_cast<std::size_t>(lDone);
 }
@@ -57,13 +60,14 @@ SpooledFile::SpooledFile(const std::string& sFile) : m_sPath(sFile) {
     m_iCopy = OpenTemporary();
     m_sPath = "/proc/self/fd/" + std::to_string(m_iCopy);
     const bool bOurs = sFile != InputFile::StandardInput;
-    const int iFrom = bOurs ? ::open(sFile.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY) : STDIN_FILENO;
+    const auto Open = [&] { return ::open(sFile.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY); };
+    const int iFrom = bOurs ? Uninterrupted(Open) : STDIN_FILENO;
     try {
         if (iFrom < 0) Raise();
         std::vector<char> sBlock(BlockSize);
-        while (const std::size_t lRead = Uninterrupted([&] { return ::read(iFrom, sBlock.data(), sBlock.size()); })) {
+        while (const std::size_t lRead = Moved([&] { return ::read(iFrom, sBlock.data(), sBlock.size()); })) {
             for (std::size_t l = 0; l < lRead;) {
-                l += Uninterrupted([&] { return ::write(m_iCopy, sBlock.data() + l, lRead - l); });
+                l += Moved([&] { return ::write(m_iCopy, sBlock.data() + l, lRead - l); });
             }
         }
     } catch (...) {

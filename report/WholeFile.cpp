@@ -8,9 +8,10 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <stdexcept>
 #include <system_error>
+
+#include "report/Uninterrupted.h"
 
 namespace report {
 
@@ -21,9 +22,18 @@ namespace {
 }
 
 bool BeginsWith(const std::string& sName, std::string_view sBegin) {
+    const int iFile = Uninterrupted([&] { return open(sName.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY); });
+    if (iFile < 0) FailAt(sName, errno);
     std::string s(sBegin.size(), '\0');
-    std::ifstream tFile(sName, std::ios::binary);
-    tFile.read(s.data(), static_cast<std::streamsize>(s.size()));
+    std::size_t iRead = 0;
+    ssize_t iMore = 0;
+    do {
+        iMore = Uninterrupted([&] { return read(iFile, s.data() + iRead, s.size() - iRead); });
+        iRead += iMore > 0 ? static_cast<std::size_t>(iMore) : 0;
+    } while (iMore > 0 && iRead < s.size());
+    const int iError = errno;
+    close(iFile);
+    if (iMore < 0) FailAt(sName, iError);
     return s == sBegin;
 }
 
@@ -35,8 +45,11 @@ WholeFile::WholeFile(std::string sName, std::string_view sBegin) : m_sName(std::
     if (bThere && !(S_ISREG(tStatus.st_mode) && BeginsWith(m_sName, sBegin))) {
         throw std::runtime_error(m_sName + ": is another file, which is not replaced");
     }
-    std::string sTemporary = m_sName + ".XXXXXX";
-    m_iDescriptor = mkostemp(sTemporary.data(), O_CLOEXEC);
+    std::string sTemporary;
+    m_iDescriptor = Uninterrupted([&] {
+        sTemporary = m_sName + ".XXXXXX";
+        return mkostemp(sTemporary.data(), O_CLOEXEC);
+    });
     if (m_iDescriptor < 0) Fail();
     m_sTemporary = sTemporary;
 }
@@ -51,7 +64,8 @@ void WholeFile::Fail() const { FailAt(m_sName, errno); }
 void WholeFile::Finish() {
     const mode_t iMask = umask(0);
     umask(iMask);
-    if (fchmod(m_iDescriptor, 0666 & ~iMask) != 0 || fsync(m_iDescriptor) != 0) Fail();
+    if (fchmod(m_iDescriptor, 0666 & ~iMask) != 0) Fail();
+    if (Uninterrupted([&] { return fsync(m_iDescriptor); }) != 0) Fail();
     if (std::rename(m_sTemporary.c_str(), m_sName.c_str()) != 0) Fail();
     m_sTemporary.clear();
 }

@@ -133,7 +133,10 @@ void Sink::Flush() {
     while (!s.empty()) {
         const ssize_t iWritten = ::write(m_iDescriptor, s.data(), s.size());
         if (iWritten < 0 && errno == EINTR) continue;
-        if (iWritten < 0) throw std::runtime_error(std::generic_category().message(errno));
+        if (iWritten < 0 && m_eFor == For::Notes) break;
+        const int iError = errno;
+        if (iWritten < 0 && iError == EPIPE) throw NobodyReads(std::generic_category().message(iError));
+        if (iWritten < 0) throw std::runtime_error(std::generic_category().message(iError));
         s.remove_prefix(static_cast<std::size_t>(iWritten));
     }
     m_sBuffer.clear();

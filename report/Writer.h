@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <variant>
 #include <vector>
@@ -55,15 +56,23 @@ public:
     virtual void End() = 0;
 };
 
-// Where a writer's text goes. Raises std::runtime_error with the system's words when it cannot be written.
+// Who read the result has gone.
+struct NobodyReads : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+// Where a writer's text goes. Raises std::runtime_error with the system's words when it cannot be written (NobodyReads
+// for a broken pipe), unless it is for notes: there is nobody to tell that they cannot be written.
 class Sink {
 public:
-    explicit Sink(int iDescriptor) : m_iDescriptor(iDescriptor) {}
+    enum class For { Result, Notes };
+    explicit Sink(int iDescriptor, For e = For::Result) : m_iDescriptor(iDescriptor), m_eFor(e) {}
     void Write(std::string_view s);
     void Flush();
 
 private:
     int m_iDescriptor;
+    For m_eFor;
     std::string m_sBuffer;
 };
 

@@ -50,7 +50,13 @@ void DiskSync::State::Work() {
 }
 
 // A file system that knows no such order keeps what is written in its own way.
-int DiskSync::ToDisk(int iDescriptor) { return ::fdatasync(iDescriptor) == 0 || errno == EINVAL ? 0 : errno; }
+int DiskSync::ToDisk(int iDescriptor) {
+    int iResult;
+    do {
+        iResult = ::fdatasync(iDescriptor);
+    } while (iResult != 0 && errno == EINTR);
+    return iResult == 0 || errno == EINVAL ? 0 : errno;
+}
 
 DiskSync::DiskSync(int iDescriptor, Function tSynchronize)
     : m_pState(std::make_shared<State>(iDescriptor, std::move(tSynchronize))),

@@ -81,6 +81,14 @@ mode_t KindOf(int iDescriptor) {
     return tStatus.st_mode & S_IFMT;
 }
 
+void Empty(int iDescriptor) {
+    int iResult;
+    do {
+        iResult = ::ftruncate(iDescriptor, 0);
+    } while (iResult != 0 && errno == EINTR);
+    if (iResult != 0) Raise(errno);
+}
+
 void CheckReadable(int iDescriptor) {
     const mode_t iKind = KindOf(iDescriptor);
     if (iKind == S_IFDIR) Raise(EISDIR);
@@ -218,10 +226,12 @@ void TextFiles::OpenForInput(std::int16_t iFile, const std::filesystem::path& tP
 
 void TextFiles::OpenForOutput(std::int16_t iFile, const std::filesystem::path& tPath) {
     std::unique_ptr<File>& tSlot = Unused(iFile);
-    auto tFile = std::make_unique<File>(OpenDescriptor(tPath, O_WRONLY | O_CREAT | O_TRUNC), true);
+    auto tFile = std::make_unique<File>(OpenDescriptor(tPath, O_WRONLY | O_CREAT), true);
     const mode_t iKind = KindOf(tFile->iDescriptor);
     if (iKind != S_IFREG && iKind != S_IFCHR) throw FileError("Not a regular file");
     tFile->BeginOutput(tPath, m_tSynchronize);
+    // Last: what was in it stays where nothing new will come.
+    if (iKind == S_IFREG) Empty(tFile->iDescriptor);
     tSlot = std::move(tFile);
 }
 
@@ -285,9 +295,14 @@ std::string TextFiles::End(std::int16_t iFile, std::size_t iBytes) const {
     struct stat tStatus {};
     if (::fstat(iDescriptor, &tStatus) != 0) return {};  // GCOVR_EXCL_BR_LINE: of an open file it succeeds
     std::string sEnd(std::min(iBytes, static_cast<std::size_t>(tStatus.st_size)), '\0');
-    const ssize_t iRead =
-        ::pread(iDescriptor, sEnd.data(), sEnd.size(), tStatus.st_size - static_cast<off_t>(sEnd.size()));
-    sEnd.resize(iRead < 0 ? 0 : static_cast<std::size_t>(iRead));
+    const off_t lFrom = tStatus.st_size - static_cast<off_t>(sEnd.size());
+    for (std::size_t iDone = 0; iDone < sEnd.size();) {
+        const ssize_t iRead =
+            ::pread(iDescriptor, sEnd.data() + iDone, sEnd.size() - iDone, lFrom + static_cast<off_t>(iDone));
+        if (iRead < 0 && errno == EINTR) continue;
+        if (iRead <= 0) return {};
+        iDone += static_cast<std::size_t>(iRead);
+    }
     return sEnd;
 }
 

@@ -196,7 +196,10 @@ void NativeSerialDevice::OnError(QSerialPort::SerialPortError eError) {
     if (eError != QSerialPort::ReadError && eError != QSerialPort::ResourceError) return;
     if (!m_tPort.isOpen()) return;
     // A device that cannot take more characters just now reports the same error as one that is gone.
-    if (!HungUp() && (m_bWriting || ++m_iIdleErrors < MostIdleErrors)) return;
+    if (!HungUp() && (m_bWriting || ++m_iIdleErrors < MostIdleErrors)) {
+        m_tPort.setReadBufferSize(0);  // as it is; but a port that has met such an error reads on only after this
+        return;
+    }
     GiveUp();
 }
 

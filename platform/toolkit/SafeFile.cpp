@@ -21,7 +21,13 @@ constexpr int MostTries = 20;
 constexpr std::chrono::milliseconds BetweenTries(50);
 
 // A file system that knows no such order keeps what is written in its own way.
-bool BroughtToTheDisk(int iDescriptor) { return ::fsync(iDescriptor) == 0 || errno == EINVAL; }
+bool BroughtToTheDisk(int iDescriptor) {
+    int iResult;
+    do {
+        iResult = ::fsync(iDescriptor);
+    } while (iResult != 0 && errno == EINTR);
+    return iResult == 0 || errno == EINVAL;
+}
 
 bool Replace(QSaveFile& tFile, std::string_view sText, QString& sReason) {
     // Unbuffered: QSaveFile::commit takes no notice of what fails when a buffer is written at its end, and would put

@@ -95,7 +95,7 @@ class Case(unittest.TestCase):
 
 def main():
     parser = argparse.ArgumentParser()
-    for name in ("program", "samples", "generator", "completion", "manual", "runs"):
+    for name in ("program", "samples", "generator", "completion", "manual", "runs", "failing-calls"):
         parser.add_argument("--" + name)
     parser.parse_known_args(namespace=OPTIONS)
     _, rest = parser.parse_known_args()
