@@ -228,7 +228,7 @@ int Fired() { return g_pState->iFired; }
 
 void AwaitSync() {
     const auto IsSynced = [](const auto& l) { return l == 0; };
-    while (!std::ranges::all_of(g_lUnsynced, IsSynced)) ::sched_yield();
+    while (Fired() == 0 && !std::ranges::all_of(g_lUnsynced, IsSynced)) ::sched_yield();
 }
 
 Pause::Pause() { ++t_iPaused; }

@@ -79,7 +79,8 @@ void UseState(State* p);  // before anything is armed
 void Watch(std::string_view sBeginning);
 void WatchDescriptor(int iDescriptor);
 int Fired();
-// Until what was written below the first of the names has been brought to the disk, well or badly.
+// Until what was written below the first of the names has been brought to the disk, well or badly, or a call has
+// failed.
 void AwaitSync();
 
 // While it lives nothing of this thread is counted: the test's own work.
