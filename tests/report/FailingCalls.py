@@ -124,10 +124,18 @@ class Calls(rig.Case):
         """It looked for the clocks in half a file, found none, and said so with exit code 0."""
         words = COMMANDS["two"]
         self.run_program(words)
-        reads = next(int(c[1]) for c in self.read_counts() if c[0] == "read")
+        reads = self.reads()
+        failed = 0
         for number in range(1, reads + 1):
             code, _, err, _ = self.run_program(words, f"read {number} once")
+            if self.reads() < number:
+                continue  # how many there are depends on the threads: this run had not so many
             self.assertEqual((code, len(err)), (1, 1), f"read {number}: {err}")
+            failed += 1
+        self.assertGreater(failed, reads // 2)
+
+    def reads(self):
+        return next(int(c[1]) for c in self.read_counts() if c[0] == "read")
 
 
 def add(name, words):
