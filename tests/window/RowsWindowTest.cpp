@@ -12,12 +12,14 @@ using namespace support;
 namespace {
 
 constexpr int UsualRow = 18;      // pixels of a table's row: 14 of the usual font, and 4
-constexpr int UsualLine = 18;     // of a log's line: 17 of the usual fixed font, and 1
 constexpr int CellPadding = 2;    // between a cell's text and its edge
 constexpr int FreeOfLetters = 2;  // that the first and last letter may have at its edge
 
 constexpr char NotDecoded[] = "$GPZDA,120000,15,05,2011,00,00";
 constexpr char Notice[] = "<<Checksum Error>>";
+
+// Of a log's line, in pixels: its font, which is the desktop's fixed one, and 1.
+int LineHeight(const toolkit::LogList& lst) { return lst.fontMetrics().height() + 1; }
 
 // A table of numbers on all columns, the widths as designed.
 struct Table : Look {
@@ -156,7 +158,7 @@ void RowsWindowTest::marksAreDrawnInTheLogsThatHaveThem() {
         f.Show(eTab);
         const QImage tLines = f.Seen(*pList->viewport());
         const auto Plain = [&](int iLine) {
-            const int y = iLine * UsualLine + UsualLine / 2;
+            const int y = iLine * LineHeight(*pList) + LineHeight(*pList) / 2;
             return tLines.pixelColor(1, y) == tBase && tLines.pixelColor(tLines.width() - 3, y) == tBase;
         };
         QVERIFY2(Plain(0) != bMarks, qPrintable(pList->objectName()));
@@ -205,11 +207,11 @@ void RowsWindowTest::firstRowsOfEveryTableAreWhole() {
     }
 }
 
-// Read off the lines of a table and the texts of a log, in the usual fonts: DejaVu Sans and Sans Mono at 9 points.
+// Read off the lines of a table and the texts of a log, in the usual font: DejaVu Sans at 9 points, and in the
+// desktop's fixed font.
 void RowsWindowTest::rowsAreAsHighAsDesigned() {
     Look f;
     QCOMPARE(f.t.grdSpecData.fontMetrics().height(), UsualRow - 4);
-    QCOMPARE(f.t.lstAisData.fontMetrics().height(), UsualLine - 1);
     f.Show(ui::TabSpec);
     const QImage tRows = f.Seen(*f.t.grdSpecData.viewport());
     const int iFree = f.t.grdSpecData.columnWidth(0) - 10;  // right of the texts of the first column
@@ -226,7 +228,7 @@ void RowsWindowTest::rowsAreAsHighAsDesigned() {
     const QImage tLog = f.Seen(*f.t.lstAisData.viewport());
     const QColor tInk = f.t.lstAisData.palette().color(QPalette::Active, QPalette::Text);
     for (int i = 0; i < 20; ++i) {
-        const QImage tLine = tLog.copy(0, i * UsualLine, 60, UsualLine);
+        const QImage tLine = tLog.copy(0, i * LineHeight(f.t.lstAisData), 60, LineHeight(f.t.lstAisData));
         QVERIFY(FindText(tLine, QStringLiteral("Qg"), f.t.lstAisData.font(), tInk));
     }
 }
